@@ -1,0 +1,14 @@
+# Warnings are errors in our own code; IMPORTING_WARNINGS_AS_ERRORS=OFF helps with a compiler that is newer than ours.
+option(IMPORTING_WARNINGS_AS_ERRORS "Treat warnings as errors" ON)
+
+if(MSVC)
+    add_compile_options(/W4 /permissive- /utf-8)
+    if(IMPORTING_WARNINGS_AS_ERRORS)
+        add_compile_options(/WX)
+    endif()
+else()
+    add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+    if(IMPORTING_WARNINGS_AS_ERRORS)
+        add_compile_options(-Werror)
+    endif()
+endif()

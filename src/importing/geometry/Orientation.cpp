@@ -1,0 +1,92 @@
+#include <importing/base/CheckedAccess.h>
+#include <importing/geometry/Geometry.h>
+#include <importing/geometry/Triangles.h>
+#include <importing/math/Products.h>
+
+#include <utility>
+
+namespace Importing
+{
+namespace
+{
+
+/// Along the face's geometric normal; read anew for each face, since earlier faces may have been turned.
+D3DXVECTOR3 FaceCross(std::vector<Vertex>& vertices, const std::uint32_t* corners)
+{
+    return TriangleCross(vertices[corners[0]].GetPosition(), vertices[corners[1]].GetPosition(),
+                         vertices[corners[2]].GetPosition());
+}
+
+/// Never true for a perpendicular normal, a degenerate face or a NaN.
+bool PointsAgainst(const D3DXVECTOR3& cornerNormal, const D3DXVECTOR3& faceNormal)
+{
+    return Dot(faceNormal, cornerNormal) < 0.0F;
+}
+
+}  // namespace
+
+int Geometry::FlipNormals()
+{
+    for (Vertex& vertex : VertexArray)
+        vertex.InverseNormal();
+    return 0;
+}
+
+int Geometry::FlipFaces()
+{
+    if (GetPolySize() != kTriangle)
+        return -1;
+    // A second corner without a third has nothing to be exchanged with.
+    if (IndexArray.size() % kTriangle == 2)
+        ThrowBadSubscript();
+
+    for (std::size_t face = 0; face < TriangleCount(IndexArray); ++face)
+        std::swap(IndexArray[kTriangle * face + 1], IndexArray[kTriangle * face + 2]);
+    return 0;
+}
+
+int Geometry::UnifyNormals(bool suppress)
+{
+    if (GetPolySize() != kTriangle)
+        return -1;
+    CheckTriangles(IndexArray, VertexArray.size());
+    if (suppress)
+        return 0;
+
+    for (std::size_t face = 0; face < TriangleCount(IndexArray); ++face)
+    {
+        const std::uint32_t* corners = IndexArray.data() + kTriangle * face;
+        const D3DXVECTOR3 faceNormal = FaceCross(VertexArray, corners);
+        for (std::size_t c = 0; c < kTriangle; ++c)
+        {
+            Vertex& vertex = VertexArray[corners[c]];
+            const D3DXVECTOR3 normal = vertex.GetNormal();
+            if (PointsAgainst(normal, faceNormal))
+                vertex.SetNormal(-normal);
+        }
+    }
+    return 0;
+}
+
+int Geometry::FixFaceCulling(bool suppress)
+{
+    if (GetPolySize() != kTriangle)
+        return -1;
+    CheckTriangles(IndexArray, VertexArray.size());
+    if (suppress)
+        return 0;
+
+    for (std::size_t face = 0; face < TriangleCount(IndexArray); ++face)
+    {
+        std::uint32_t* corners = IndexArray.data() + kTriangle * face;
+        const D3DXVECTOR3 faceNormal = FaceCross(VertexArray, corners);
+        const auto isAgainst = [&](std::uint32_t index) {
+            return PointsAgainst(VertexArray[index].GetNormal(), faceNormal);
+        };
+        if (isAgainst(corners[0]) && isAgainst(corners[1]) && isAgainst(corners[2]))
+            std::swap(corners[1], corners[2]);
+    }
+    return 0;
+}
+
+}  // namespace Importing

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <importing/math/D3DXMath.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace Importing
+{
+
+/// Number of indices in a triangle, the one poly size that operations on faces accept.
+inline constexpr std::uint64_t kTriangle = 3;
+
+/// Number of whole triangles in an index array; one or two trailing indices belong to none.
+std::size_t TriangleCount(const std::vector<std::uint32_t>& indices);
+
+/// @throws std::out_of_range when an index of a whole triangle does not designate one of vertexCount vertices.
+void CheckTriangles(const std::vector<std::uint32_t>& indices, std::size_t vertexCount);
+
+/// The cross product (p1 - p0) x (p2 - p0): along the normal of the triangle, twice its area long.
+D3DXVECTOR3 TriangleCross(const D3DXVECTOR3& p0, const D3DXVECTOR3& p1, const D3DXVECTOR3& p2);
+
+/// The unit normal of a triangle; (0, 0, 0) when it has no area.
+D3DXVECTOR3 TriangleNormal(const D3DXVECTOR3& p0, const D3DXVECTOR3& p1, const D3DXVECTOR3& p2);
+
+}  // namespace Importing

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <importing/math/D3DXMath.h>
+
+namespace Importing
+{
+
+/// The cross product a x b.
+constexpr D3DXVECTOR3 Cross(const D3DXVECTOR3& a, const D3DXVECTOR3& b)
+{
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+/// The dot product, summed in the order y, x, z that comparisons of normals depend on.
+constexpr float Dot(const D3DXVECTOR3& a, const D3DXVECTOR3& b) { return (a.y * b.y + a.x * b.x) + a.z * b.z; }
+
+}  // namespace Importing

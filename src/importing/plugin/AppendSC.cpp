@@ -1,0 +1,251 @@
+#include <importing/base/CheckedAccess.h>
+#include <importing/plugin/PlainContainer.h>
+#include <importing/plugin/SceneContainer.h>
+#include <importing/plugin/TextureName.h>
+
+#include <string>
+#include <unordered_map>
+#include <utility>
+
+namespace Importing
+{
+namespace
+{
+
+constexpr const char* kRootName = "Root";
+constexpr const char* kRootNote = "Root added after merging";
+
+/// Where the other scene's records begin in this one.
+struct Bases
+{
+    std::int32_t node;
+    std::int32_t surface;
+    std::int32_t geometry;
+    std::int32_t animation;
+    std::int32_t camera;
+    std::int32_t light;
+};
+
+template <typename Record>
+std::int32_t SizeOf(const std::vector<Record>& library)
+{
+    return static_cast<std::int32_t>(library.size());
+}
+
+Bases BasesOf(const SceneContainer& scene)
+{
+    return {SizeOf(scene.NodeLibrary),      SizeOf(scene.SurfaceLibrary), SizeOf(scene.GeometryLibrary),
+            SizeOf(scene.AnimationLibrary), SizeOf(scene.CameraLibrary),  SizeOf(scene.LightLibrary)};
+}
+
+/// Checks what will be looked up, so that a bad reference leaves both scenes as they are.
+void CheckReferences(const SceneContainer& scene, const SceneContainer& other)
+{
+    for (const Surface& surface : other.SurfaceLibrary)
+    {
+        if (surface.GetMaterialID() >= 0)
+            CheckIndex(surface.GetMaterialID(), other.MaterialLibrary.size());
+        for (const Map& map : surface.MapList)
+            if (map.GetTextureID() >= 0)
+                CheckIndex(map.GetTextureID(), other.TextureLibrary.size());
+    }
+    // The root is looked up when the nodes have been appended, the spare one included.
+    if (scene.GetRootNodeIndex() >= 0)
+        CheckIndex(scene.GetRootNodeIndex(), scene.NodeLibrary.size() + other.NodeLibrary.size() + 1);
+}
+
+template <typename Record>
+void AppendCopies(std::vector<Record>& library, const std::vector<Record>& others)
+{
+    library.insert(library.end(), others.begin(), others.end());
+}
+
+void Shift(std::vector<std::int32_t>& indices, std::int32_t base)
+{
+    for (std::int32_t& index : indices)
+        index += base;
+}
+
+void AppendGeometries(SceneContainer& scene, const SceneContainer& other, const Bases& bases)
+{
+    AppendCopies(scene.GeometryLibrary, other.GeometryLibrary);
+    for (std::size_t i = static_cast<std::size_t>(bases.geometry); i < scene.GeometryLibrary.size(); ++i)
+        for (Joint& joint : scene.GeometryLibrary[i].JointArray)
+            if (joint.GetAnimationID() >= 0)
+                joint.SetAnimationID(joint.GetAnimationID() + bases.animation);
+}
+
+/// One default node follows the copies; it counts, so the indices of later nodes depend on it.
+void AppendNodes(SceneContainer& scene, const SceneContainer& other, const Bases& bases)
+{
+    scene.NodeLibrary.reserve(scene.NodeLibrary.size() + other.NodeLibrary.size() + 2);
+    AppendCopies(scene.NodeLibrary, other.NodeLibrary);
+    for (std::size_t i = static_cast<std::size_t>(bases.node); i < scene.NodeLibrary.size(); ++i)
+    {
+        Node& node = scene.NodeLibrary[i];
+        if (node.GetAnimationID() >= 0)
+            node.SetAnimationID(node.GetAnimationID() + bases.animation);
+        Shift(node.ChildList, bases.node);
+        Shift(node.SurfaceList, bases.surface);
+        Shift(node.CameraList, bases.camera);
+        Shift(node.LightList, bases.light);
+    }
+    scene.NodeLibrary.emplace_back();
+}
+
+/// Finds the materials and textures that the appended surfaces use in the scene's libraries, or adds them.
+///
+/// A derived container gets the calls AddMaterialToLibrary(copy, true) and AddTextureToLibrary(copy, true) for every
+/// use. For a plain one the first record of equal content is looked up in a table instead of scanned for; the table
+/// takes library records in order and only as far as the scans would have gone, so the same hashes get computed.
+class LibraryAdditions
+{
+public:
+    LibraryAdditions(SceneContainer& scene, const SceneContainer& other)
+        : scene_(scene), other_(other), isPlain_(IsPlain(scene)), materialOf_(other.MaterialLibrary.size(), -1),
+          textureOf_(other.TextureLibrary.size(), -1)
+    {}
+
+    int AddMaterial(int index)
+    {
+        Material copy = At(other_.MaterialLibrary, index);
+        if (!isPlain_)
+            return scene_.AddMaterialToLibrary(copy, true);
+
+        std::int32_t& known = materialOf_[static_cast<std::size_t>(index)];
+        const bool isTabled = known >= 0 && static_cast<std::size_t>(known) < tabledMaterials_;
+        if (!isTabled)
+            known = FindOrAdd(copy);
+        return known;
+    }
+
+    int AddTexture(int index)
+    {
+        const std::string copy = At(other_.TextureLibrary, index);
+        if (!isPlain_)
+            return scene_.AddTextureToLibrary(copy, true);
+
+        std::int32_t& known = textureOf_[static_cast<std::size_t>(index)];
+        if (known < 0)
+            known = FindOrAdd(NormalizeTextureName(copy));
+        return known;
+    }
+
+private:
+    int FindOrAdd(Material& material)
+    {
+        std::vector<Material>& library = scene_.MaterialLibrary;
+        if (!library.empty())
+        {
+            const std::uint32_t hash = material.GetHash();
+            const auto known = materialByHash_.find(hash);
+            if (known != materialByHash_.end())
+                return known->second;
+            while (tabledMaterials_ < library.size())
+            {
+                const auto index = static_cast<std::int32_t>(tabledMaterials_);
+                const std::uint32_t candidate = library[tabledMaterials_++].GetHash();
+                materialByHash_.try_emplace(candidate, index);
+                if (candidate == hash)
+                    return index;
+            }
+        }
+        library.push_back(material);
+        return SizeOf(library) - 1;
+    }
+
+    int FindOrAdd(const std::string& texture)
+    {
+        std::vector<std::string>& library = scene_.TextureLibrary;
+        for (; tabledTextures_ < library.size(); ++tabledTextures_)
+            textureByName_.try_emplace(library[tabledTextures_], static_cast<std::int32_t>(tabledTextures_));
+        const auto [entry, isNew] = textureByName_.try_emplace(texture, SizeOf(library));
+        if (isNew)
+        {
+            library.push_back(texture);
+            ++tabledTextures_;
+        }
+        return entry->second;
+    }
+
+    SceneContainer& scene_;
+    const SceneContainer& other_;
+    bool isPlain_;
+    std::vector<std::int32_t> materialOf_;  ///< the other's material -> the scene's, -1 while unknown
+    std::vector<std::int32_t> textureOf_;
+    std::unordered_map<std::uint32_t, std::int32_t> materialByHash_;
+    std::unordered_map<std::string, std::int32_t> textureByName_;
+    std::size_t tabledMaterials_ = 0;
+    std::size_t tabledTextures_ = 0;
+};
+
+void AppendSurfaces(SceneContainer& scene, const SceneContainer& other, const Bases& bases)
+{
+    AppendCopies(scene.SurfaceLibrary, other.SurfaceLibrary);
+    LibraryAdditions additions(scene, other);
+    for (std::size_t i = static_cast<std::size_t>(bases.surface); i < scene.SurfaceLibrary.size(); ++i)
+    {
+        Surface& surface = scene.SurfaceLibrary[i];
+        if (surface.GetGeometryID() >= 0)
+            surface.SetGeometryID(surface.GetGeometryID() + bases.geometry);
+        if (surface.GetMaterialID() >= 0)
+            surface.SetMaterialID(additions.AddMaterial(surface.GetMaterialID()));
+        for (Map& map : surface.MapList)
+            if (map.GetTextureID() >= 0)
+                map.SetTextureID(additions.AddTexture(map.GetTextureID()));
+    }
+}
+
+bool IsMergeResult(SceneContainer& scene, int root)
+{
+    return root >= 0 && At(scene.NodeLibrary, root).GetNote() == kRootNote;
+}
+
+/// A scene that is the result of a merge takes the other's root as a further child; any other gets a new root. A merge
+/// result does so also when the other scene has no root: it then lists the node before the appended ones.
+void JoinRoots(SceneContainer& scene, const SceneContainer& other, const Bases& bases)
+{
+    const int root = scene.GetRootNodeIndex();
+    const int otherRoot = other.GetRootNodeIndex();
+    if (IsMergeResult(scene, root))
+    {
+        At(scene.NodeLibrary, root).ChildList.push_back(otherRoot + bases.node);
+        return;
+    }
+
+    Node joined;
+    joined.SetName(kRootName);
+    joined.SetNote(kRootNote);
+    if (root >= 0)
+        joined.ChildList.push_back(root);
+    if (otherRoot >= 0)
+        joined.ChildList.push_back(otherRoot + bases.node);
+    scene.NodeLibrary.push_back(std::move(joined));
+    scene.SetRootNodeIndex(SizeOf(scene.NodeLibrary) - 1);
+}
+
+}  // namespace
+
+int SceneContainer::AppendSC(SceneContainer* other)
+{
+    if (other == nullptr)
+        return -1;
+    if (other == this)
+    {
+        SceneContainer copy(*this);
+        return AppendSC(&copy);
+    }
+    CheckReferences(*this, *other);
+
+    const Bases bases = BasesOf(*this);
+    AppendGeometries(*this, *other, bases);
+    AppendNodes(*this, *other, bases);
+    AppendSurfaces(*this, *other, bases);
+    AppendCopies(AnimationLibrary, other->AnimationLibrary);
+    AppendCopies(CameraLibrary, other->CameraLibrary);
+    AppendCopies(LightLibrary, other->LightLibrary);
+    JoinRoots(*this, *other, bases);
+    return 0;
+}
+
+}  // namespace Importing

@@ -1,0 +1,65 @@
+#include <importing/base/CheckedAccess.h>
+#include <importing/base/ForReading.h>
+#include <importing/plugin/ParentTable.h>
+#include <importing/plugin/PlainContainer.h>
+#include <importing/plugin/SceneContainer.h>
+
+#include <algorithm>
+
+namespace Importing
+{
+namespace
+{
+
+D3DXMATRIX LocalMatrix(const SceneContainer& scene, int node)
+{
+    return ForReading(At(scene.NodeLibrary, node)).GetLocalTransform().GetMatrix();
+}
+
+/// One walk up and one down instead of a recursion and a scan of all child lists for every ancestor.
+D3DXMATRIX WorldMatrix(const SceneContainer& scene, int index)
+{
+    std::vector<std::int32_t> path = PathToRoot(ParentTable(scene.NodeLibrary), index);
+    D3DXMATRIX world = LocalMatrix(scene, path.back());
+    path.pop_back();
+    for (; !path.empty(); path.pop_back())
+    {
+        const D3DXMATRIX local = LocalMatrix(scene, path.back());
+        D3DXMatrixMultiply(&world, &local, &world);
+    }
+    return world;
+}
+
+}  // namespace
+
+int SceneContainer::FindNodeByName(const std::string& name) const
+{
+    const auto node = std::find_if(NodeLibrary.begin(), NodeLibrary.end(),
+                                   [&name](const Node& candidate) { return ForReading(candidate).GetName() == name; });
+    return node == NodeLibrary.end() ? -1 : static_cast<int>(node - NodeLibrary.begin());
+}
+
+int SceneContainer::FindParentNode(int index) const
+{
+    const auto parent = std::find_if(NodeLibrary.begin(), NodeLibrary.end(), [index](const Node& candidate) {
+        return std::find(candidate.ChildList.begin(), candidate.ChildList.end(), index) != candidate.ChildList.end();
+    });
+    return parent == NodeLibrary.end() ? -1 : static_cast<int>(parent - NodeLibrary.begin());
+}
+
+D3DXMATRIX SceneContainer::CalculateGlobalTM(int index)
+{
+    CheckIndex(index, NodeLibrary.size());
+    if (IsPlain(*this))
+        return WorldMatrix(*this, index);
+
+    const int parent = FindParentNode(index);
+    if (parent == -1)
+        return LocalMatrix(*this, index);
+    const D3DXMATRIX parentWorld = CalculateGlobalTM(parent);
+    D3DXMATRIX world = LocalMatrix(*this, index);
+    D3DXMatrixMultiply(&world, &world, &parentWorld);
+    return world;
+}
+
+}  // namespace Importing

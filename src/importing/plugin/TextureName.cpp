@@ -1,0 +1,28 @@
+#include <importing/plugin/TextureName.h>
+
+#include <algorithm>
+#include <cctype>
+
+namespace Importing
+{
+namespace
+{
+
+/// Bytes above 127 reach tolower as negative numbers, which the "C" locale hands back as they are; widening them as
+/// unsigned instead does the same and is defined for every byte.
+char LowerCase(char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); }
+
+}  // namespace
+
+std::string NormalizeTextureName(const std::string& text)
+{
+    constexpr const char* kWhiteSpace = " \t\v\r\n";
+    const std::size_t first = text.find_first_not_of(kWhiteSpace);
+    if (first == std::string::npos)
+        return {};
+    std::string name = text.substr(first, text.find_last_not_of(kWhiteSpace) - first + 1);
+    std::transform(name.begin(), name.end(), name.begin(), LowerCase);
+    return name;
+}
+
+}  // namespace Importing

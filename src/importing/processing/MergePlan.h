@@ -1,0 +1,43 @@
+#pragma once
+
+#include <importing/geometry/Geometry.h>
+#include <importing/records/Surface.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace Importing
+{
+
+/// A base surface and those that join it; positions in the list of a node's surfaces.
+struct Merge
+{
+    std::size_t base;
+    std::vector<std::size_t> joining;  ///< in order; empty when the first candidate did not fit
+    std::size_t reach;                 ///< the last position that was looked at
+    std::size_t vertexCount;           ///< an upper bound of the merged mesh
+    std::size_t indexCount;
+};
+
+/// Which surfaces merge, found without changing anything.
+///
+/// Bases that had no candidate at all are left out of merges, those that had one and refused it are not.
+struct MergePlan
+{
+    std::vector<Merge> merges;
+    std::vector<std::size_t> comparedMaps;  ///< by position: how many of the surface's maps were compared
+};
+
+/// Follows SceneContainer::MergeSurfaces for one list of surfaces, event by event, on vertex counts alone.
+///
+/// The described search compares every base with every later surface. Here surfaces are sorted into groups of equal
+/// material and maps once; of a group each surface joins or refuses the base before it, so the search is linear in the
+/// list. What the described search would have compared is worked out all the same, because comparing maps computes
+/// their hashes.
+///
+/// @throws std::out_of_range when a surface index, or a geometry index that the merging looks up, is bad.
+MergePlan PlanMerges(const std::vector<std::int32_t>& list, const std::vector<Surface>& surfaces,
+                     const std::vector<Geometry>& geometries, int minSurfaces, int maxVertices);
+
+}  // namespace Importing

@@ -1,0 +1,149 @@
+#include <importing/base/CheckedAccess.h>
+#include <importing/plugin/PlainContainer.h>
+#include <importing/plugin/SceneContainer.h>
+#include <importing/processing/MergePlan.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <map>
+
+namespace Importing
+{
+namespace
+{
+
+void EraseFromLastToFirst(SceneContainer& scene, std::vector<std::int32_t>& surfaces)
+{
+    std::sort(surfaces.begin(), surfaces.end());
+    for (auto surface = surfaces.rbegin(); surface != surfaces.rend(); ++surface)
+        scene.EraseSurfaceFromLibrary(*surface);
+}
+
+/// Appends one mesh to another and empties it. A mesh appended to itself is appended as a copy, then emptied.
+void Absorb(SceneContainer& scene, int to, int from)
+{
+    At(scene.GeometryLibrary, to).Append(At(scene.GeometryLibrary, from));
+    scene.EraseGeometryFromLibrary(from);
+}
+
+/// Computes the hashes that the described search, comparing surface with surface, computes on its way.
+void ComputeComparedHashes(SceneContainer& scene, const std::vector<std::int32_t>& list, const MergePlan& plan)
+{
+    for (std::size_t i = 0; i < list.size(); ++i)
+        for (std::size_t map = 0; map < plan.comparedMaps[i]; ++map)
+            At(scene.SurfaceLibrary, list[i]).MapList[map].GetHash();
+}
+
+/// Carries a plan out: bases in order, each with its mesh grown once.
+std::vector<std::int32_t> CarryOut(SceneContainer& scene, std::vector<std::int32_t>& list, const MergePlan& plan)
+{
+    std::vector<std::int32_t> absorbed;
+    std::vector<bool> isAbsorbed(list.size());
+    for (const Merge& merge : plan.merges)
+    {
+        const int geometry = At(scene.SurfaceLibrary, list[merge.base]).GetGeometryID();
+        Geometry& mesh = At(scene.GeometryLibrary, geometry);
+        mesh.SetName("");
+        mesh.VertexArray.reserve(merge.vertexCount);
+        mesh.IndexArray.reserve(merge.indexCount);
+        for (const std::size_t joining : merge.joining)
+        {
+            Absorb(scene, geometry, At(scene.SurfaceLibrary, list[joining]).GetGeometryID());
+            absorbed.push_back(list[joining]);
+            isAbsorbed[joining] = true;
+        }
+    }
+
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < list.size(); ++i)
+        if (!isAbsorbed[i])
+            list[kept++] = list[i];
+    list.resize(kept);
+    return absorbed;
+}
+
+void MergeByPlan(SceneContainer& scene, int node, int minSurfaces, int maxVertices)
+{
+    std::vector<std::int32_t>& list = At(scene.NodeLibrary, node).SurfaceList;
+    const MergePlan plan = PlanMerges(list, scene.SurfaceLibrary, scene.GeometryLibrary, minSurfaces, maxVertices);
+    ComputeComparedHashes(scene, list, plan);
+    std::vector<std::int32_t> absorbed = CarryOut(scene, list, plan);
+    EraseFromLastToFirst(scene, absorbed);
+}
+
+/// The merging of a derived container: the described search, surface by surface.
+class LiteralMerging
+{
+public:
+    LiteralMerging(SceneContainer& scene, int node, int minSurfaces, int maxVertices)
+        : scene_(scene), node_(node), minSurfaces_(minSurfaces),
+          vertexLimit_(static_cast<std::uint64_t>(static_cast<std::int64_t>(maxVertices)))
+    {}
+
+    void Run()
+    {
+        for (const std::int32_t surface : List())
+            ++countOf_[At(scene_.SurfaceLibrary, surface).GetMaterialID()];
+        for (std::size_t base = 0; base < List().size(); ++base)
+        {
+            const int count = countOf_[At(scene_.SurfaceLibrary, List()[base]).GetMaterialID()];
+            const bool isAlone = minSurfaces_ != 0 && count == 1;
+            if (!isAlone && count >= minSurfaces_)
+                ScanCandidates(base, count);
+        }
+        EraseFromLastToFirst(scene_, absorbed_);
+    }
+
+private:
+    /// Overrides may change the library, so the list is looked up anew each time.
+    std::vector<std::int32_t>& List() { return At(scene_.NodeLibrary, node_).SurfaceList; }
+
+    void ScanCandidates(std::size_t base, int count)
+    {
+        int merges = 0;
+        for (std::size_t candidate = base + 1; candidate < List().size();)
+        {
+            Surface surface = At(scene_.SurfaceLibrary, List()[base]);
+            Surface& other = At(scene_.SurfaceLibrary, List()[candidate]);
+            const int to = surface.GetGeometryID();
+            const int from = other.GetGeometryID();
+            if (minSurfaces_ > 0 && !surface.IsSameMaterialAndMaps(other))
+            {
+                ++candidate;
+                continue;
+            }
+            At(scene_.GeometryLibrary, to).SetName("");
+            const std::uint64_t vertices =
+                At(scene_.GeometryLibrary, to).VertexArray.size() + At(scene_.GeometryLibrary, from).VertexArray.size();
+            if (vertices > vertexLimit_)
+                return;
+
+            Absorb(scene_, to, from);
+            absorbed_.push_back(List()[candidate]);
+            List().erase(List().begin() + static_cast<std::ptrdiff_t>(candidate));
+            ++merges;
+            if (minSurfaces_ != 0 && count == merges - 1)
+                return;
+        }
+    }
+
+    SceneContainer& scene_;
+    int node_;
+    int minSurfaces_;
+    std::uint64_t vertexLimit_;
+    std::map<int, int> countOf_;
+    std::vector<std::int32_t> absorbed_;
+};
+
+}  // namespace
+
+int SceneContainer::MergeSurfaces(int node, int minSurfaces, int maxVertices)
+{
+    if (IsPlain(*this))
+        MergeByPlan(*this, node, minSurfaces, maxVertices);
+    else
+        LiteralMerging(*this, node, minSurfaces, maxVertices).Run();
+    return 0;
+}
+
+}  // namespace Importing

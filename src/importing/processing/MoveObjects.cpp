@@ -1,0 +1,66 @@
+#include <importing/base/CheckedAccess.h>
+#include <importing/plugin/SceneContainer.h>
+
+namespace Importing
+{
+namespace
+{
+
+/// Puts what one list holds behind what the other holds.
+void MoveEntries(std::vector<std::int32_t>& to, std::vector<std::int32_t>& from)
+{
+    to.insert(to.end(), from.begin(), from.end());
+    from.clear();
+}
+
+/// Cameras and lights: the matrix goes behind the offset.
+template <typename Record>
+void MoveAttached(SceneContainer& scene, std::vector<Record>& library, std::vector<std::int32_t> Node::*list,
+                  int toNode, int fromNode, const D3DXMATRIX& matrix)
+{
+    std::vector<std::int32_t>& to = At(scene.NodeLibrary, toNode).*list;
+    std::vector<std::int32_t>& from = At(scene.NodeLibrary, fromNode).*list;
+    if (toNode == fromNode)
+        return;
+    CheckIndices(from, library.size());
+
+    for (const std::int32_t index : from)
+    {
+        Record& record = library[static_cast<std::size_t>(index)];
+        D3DXMATRIX offset = record.GetOffsetMatrix().GetMatrix();
+        D3DXMatrixMultiply(&offset, &offset, &matrix);
+        record.SetOffsetMatrix(Transform(offset));
+    }
+    MoveEntries(to, from);
+}
+
+}  // namespace
+
+int SceneContainer::MoveSurfaces(int toNode, int fromNode, const D3DXMATRIX& matrix)
+{
+    std::vector<std::int32_t>& to = At(NodeLibrary, toNode).SurfaceList;
+    std::vector<std::int32_t>& from = At(NodeLibrary, fromNode).SurfaceList;
+    if (toNode == fromNode)
+        return 0;
+    for (const std::int32_t surface : from)
+        CheckIndex(At(SurfaceLibrary, surface).GetGeometryID(), GeometryLibrary.size());
+
+    for (const std::int32_t surface : from)
+        At(GeometryLibrary, At(SurfaceLibrary, surface).GetGeometryID()).Transform(matrix);
+    MoveEntries(to, from);
+    return 0;
+}
+
+int SceneContainer::MoveCameras(int toNode, int fromNode, const D3DXMATRIX& matrix)
+{
+    MoveAttached(*this, CameraLibrary, &Node::CameraList, toNode, fromNode, matrix);
+    return 0;
+}
+
+int SceneContainer::MoveLights(int toNode, int fromNode, const D3DXMATRIX& matrix)
+{
+    MoveAttached(*this, LightLibrary, &Node::LightList, toNode, fromNode, matrix);
+    return 0;
+}
+
+}  // namespace Importing

@@ -1,0 +1,279 @@
+#include <importing/records/Vertex.h>
+
+#include <importing/base/CheckedAccess.h>
+#include <importing/records/ContentHash.h>
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+#include <new>
+#include <stdexcept>
+
+namespace Importing
+{
+namespace
+{
+
+/// No sequence of a vertex may be longer, so that sizes in bytes never overflow.
+constexpr std::uint64_t kMaxCount = std::numeric_limits<std::uint64_t>::max() / 64;
+
+void CheckLength(std::uint64_t index)
+{
+    if (index >= kMaxCount)
+        throw std::length_error("vector<T> too long");
+}
+
+/// The capacity for count elements behind an existing one: grows by halves, so that appending is cheap on average.
+std::uint64_t GrownCapacity(std::uint64_t count, std::uint64_t capacity)
+{
+    return count <= capacity ? capacity : std::max(count, capacity + capacity / 2);
+}
+
+}  // namespace
+
+const int Vertex::MAX_NUM_MAP = 3;
+
+/// Both sequences of a vertex in one allocation: this header, the texture coordinates, the weights.
+struct Vertex::Block
+{
+    std::uint64_t texCoordCount;
+    std::uint64_t texCoordCapacity;
+    std::uint64_t weightCount;
+    std::uint64_t weightCapacity;
+
+    D3DXVECTOR2* TexCoords() { return reinterpret_cast<D3DXVECTOR2*>(this + 1); }
+    const D3DXVECTOR2* TexCoords() const { return reinterpret_cast<const D3DXVECTOR2*>(this + 1); }
+    Weight* Weights() { return reinterpret_cast<Weight*>(TexCoords() + texCoordCapacity); }
+    const Weight* Weights() const { return reinterpret_cast<const Weight*>(TexCoords() + texCoordCapacity); }
+
+    static Block* Allocate(std::uint64_t texCoordCapacity, std::uint64_t weightCapacity)
+    {
+        const std::size_t size =
+            sizeof(Block) + texCoordCapacity * sizeof(D3DXVECTOR2) + weightCapacity * sizeof(Weight);
+        return new (::operator new(size)) Block{0, texCoordCapacity, 0, weightCapacity};
+    }
+
+    void CopySequences(const D3DXVECTOR2* texCoords, std::uint64_t texCoordsToCopy, const Weight* weights,
+                       std::uint64_t weightsToCopy)
+    {
+        std::uninitialized_copy_n(texCoords, texCoordsToCopy, TexCoords());
+        std::uninitialized_copy_n(weights, weightsToCopy, Weights());
+        texCoordCount = texCoordsToCopy;
+        weightCount = weightsToCopy;
+    }
+};
+
+Vertex::Block* Vertex::CopyBlock(const Block& block)
+{
+    Block* copy = Block::Allocate(block.texCoordCount, block.weightCount);
+    copy->CopySequences(block.TexCoords(), block.texCoordCount, block.Weights(), block.weightCount);
+    return copy;
+}
+
+void Vertex::FreeBlock(Block* block) noexcept { ::operator delete(block); }
+
+Vertex& Vertex::operator=(const Vertex& other)
+{
+    if (this != &other)
+        *this = Vertex(other);
+    return *this;
+}
+
+Vertex& Vertex::operator=(Vertex&& other) noexcept
+{
+    HashObject::operator=(other);
+    position_ = other.position_;
+    normal_ = other.normal_;
+    // Swapping leaves the old block to the other vertex, which frees it.
+    std::swap(inlineCount_, other.inlineCount_);
+    std::swap(attributes_, other.attributes_);
+    return *this;
+}
+
+const D3DXVECTOR2* Vertex::TexCoords() const
+{
+    return HasBlock() ? attributes_.block->TexCoords() : attributes_.texCoords;
+}
+
+/// Makes room for that many entries. Sequences that fit into the vertex stay there; none ever moves back into it.
+void Vertex::Reserve(std::uint64_t texCoords, std::uint64_t weights)
+{
+    if (!HasBlock())
+    {
+        if (texCoords <= InlineTexCoords && weights == 0)
+            return;
+        Block* block = Block::Allocate(std::max<std::uint64_t>(texCoords, inlineCount_), weights);
+        block->CopySequences(attributes_.texCoords, inlineCount_, nullptr, 0);
+        attributes_.block = block;
+        inlineCount_ = kInBlock;
+        return;
+    }
+
+    Block* old = attributes_.block;
+    if (texCoords <= old->texCoordCapacity && weights <= old->weightCapacity)
+        return;
+    Block* block =
+        Block::Allocate(GrownCapacity(texCoords, old->texCoordCapacity), GrownCapacity(weights, old->weightCapacity));
+    block->CopySequences(old->TexCoords(), old->texCoordCount, old->Weights(), old->weightCount);
+    FreeBlock(old);
+    attributes_.block = block;
+}
+
+/// UV set index, after the missing ones have been added as (0, 0).
+D3DXVECTOR2& Vertex::GrownTexCoord(std::uint64_t index)
+{
+    CheckLength(index);
+    Reserve(index + 1, GetWeightsCount());
+    const std::uint64_t count = GetTexCoordCount();
+    D3DXVECTOR2* texCoords = HasBlock() ? attributes_.block->TexCoords() : attributes_.texCoords;
+    if (index >= count)
+    {
+        std::uninitialized_fill(texCoords + count, texCoords + index + 1, D3DXVECTOR2(0, 0));
+        if (HasBlock())
+            attributes_.block->texCoordCount = index + 1;
+        else
+            inlineCount_ = static_cast<std::uint32_t>(index + 1);
+    }
+    return texCoords[index];
+}
+
+D3DXVECTOR3 Vertex::GetPosition() { return position_; }
+
+void Vertex::SetPosition(const float* position)
+{
+    position_ = D3DXVECTOR3(position);
+    SetHashInvalid();
+}
+
+void Vertex::SetPosition(const D3DXVECTOR3& position)
+{
+    position_ = position;
+    SetHashInvalid();
+}
+
+D3DXVECTOR3 Vertex::GetNormal() { return normal_; }
+
+void Vertex::SetNormal(const float* normal)
+{
+    normal_ = D3DXVECTOR3(normal);
+    SetHashInvalid();
+}
+
+void Vertex::SetNormal(const D3DXVECTOR3& normal)
+{
+    normal_ = normal;
+    SetHashInvalid();
+}
+
+D3DXVECTOR2 Vertex::GetTexCoord(int index)
+{
+    CheckIndex(index, GetTexCoordCount());
+    return TexCoords()[index];
+}
+
+std::uint64_t Vertex::GetTexCoordCount() const { return HasBlock() ? attributes_.block->texCoordCount : inlineCount_; }
+
+void Vertex::SetTexCoord(const D3DXVECTOR2& texCoord, std::uint64_t index)
+{
+    GrownTexCoord(index) = texCoord;
+    SetHashInvalid();
+}
+
+void Vertex::Transform(const D3DXMATRIX& positionMatrix, const D3DXMATRIX& normalMatrix)
+{
+    D3DXVec3TransformCoord(&position_, &position_, &positionMatrix);
+    D3DXVec3TransformCoord(&normal_, &normal_, &normalMatrix);
+    SetHashInvalid();
+}
+
+void Vertex::TransformTexCoord(const D3DXMATRIX& matrix, std::uint64_t index)
+{
+    D3DXVECTOR2& texCoord = GrownTexCoord(index);
+    D3DXVec2TransformCoord(&texCoord, &texCoord, &matrix);
+    SetHashInvalid();
+}
+
+void Vertex::Scale(float factor)
+{
+    position_ = position_ * factor;
+    SetHashInvalid();
+}
+
+void Vertex::SwapYZ()
+{
+    std::swap(position_.y, position_.z);
+    std::swap(normal_.y, normal_.z);
+    SetHashInvalid();
+}
+
+void Vertex::InverseZ()
+{
+    position_.z = -position_.z;
+    normal_.z = -normal_.z;
+    SetHashInvalid();
+}
+
+void Vertex::InverseNormal()
+{
+    normal_ = -normal_;
+    SetHashInvalid();
+}
+
+void Vertex::NormalizeNormal()
+{
+    D3DXVec3Normalize(&normal_, &normal_);
+    SetHashInvalid();
+}
+
+Vertex::Weight Vertex::GetWeight(std::uint64_t index)
+{
+    return index < GetWeightsCount() ? attributes_.block->Weights()[index] : Weight(0, 0.0F);
+}
+
+std::uint64_t Vertex::GetWeightsCount() const { return HasBlock() ? attributes_.block->weightCount : 0; }
+
+void Vertex::SetWeight(std::uint32_t joint, float weight, std::uint64_t index)
+{
+    CheckLength(index);
+    Reserve(GetTexCoordCount(), index + 1);
+    Block& block = *attributes_.block;
+    Weight* weights = block.Weights();
+    if (index >= block.weightCount)
+    {
+        std::uninitialized_fill(weights + block.weightCount, weights + index + 1, Weight(0, 0.0F));
+        block.weightCount = index + 1;
+    }
+    weights[index] = Weight(joint, weight);
+    SetHashInvalid();
+}
+
+void Vertex::ClearWeights()
+{
+    if (HasBlock())
+        attributes_.block->weightCount = 0;
+    SetHashInvalid();
+}
+
+void Vertex::AddWeight(std::uint32_t joint, float weight)
+{
+    // Qualified: that an override of SetWeight is not asked is what a plain append promises.
+    Vertex::SetWeight(joint, weight, Vertex::GetWeightsCount());
+}
+
+void Vertex::CalculeteHash()
+{
+    ContentHash hash;
+    const D3DXVECTOR2* texCoords = TexCoords();
+    for (std::uint64_t i = 0; i < GetTexCoordCount(); ++i)
+        hash.Add(texCoords[i].x).Add(texCoords[i].y);
+    for (std::uint64_t i = 0; i < GetWeightsCount(); ++i)
+    {
+        const Weight& weight = attributes_.block->Weights()[i];
+        static_assert(sizeof(Weight) == 8);
+        hash.AddBytes(&weight, sizeof(weight));
+    }
+    hash.Add(normal_).Add(position_);
+    StoreHash(hash.Value());
+}
+
+}  // namespace Importing

@@ -11,9 +11,12 @@ int Geometry::Transform(const D3DXMATRIX& matrix)
     if (SameBits(matrix, Importing::Transform::Indentity))
         return 0;
 
+    // A copy and a qualified call make the loop one piece of code that keeps both matrices in registers; an element of
+    // the array is a Vertex and nothing derived from it.
+    const D3DXMATRIX positionMatrix = matrix;
     const D3DXMATRIX normalMatrix = NormalMatrix(matrix);
     for (Vertex& vertex : VertexArray)
-        vertex.Transform(matrix, normalMatrix);
+        vertex.Vertex::Transform(positionMatrix, normalMatrix);
     SetHashInvalid();
     return 0;
 }

@@ -25,23 +25,33 @@ std::uint32_t HashOf(const Map& map)
     return Map(map).GetHash();
 }
 
+/// What the planning needs of a listed surface, read once.
+struct Entry
+{
+    const Surface* surface;
+    int material;
+    int geometry;
+    int materialCount;        ///< surfaces of the list that use the material
+    std::uint32_t pathBegin;  ///< where its path in the tree of maps lies among all paths
+    std::uint32_t pathEnd;
+};
+
 /// A tree of map hashes: surfaces with one material and one number of maps share a top node, surfaces whose first k
-/// maps are equal the k nodes below it, and surfaces that may merge a leaf.
+/// maps are equal the k nodes below it, and surfaces that may merge the last one.
 class MapTree
 {
 public:
-    /// @return the nodes from the top down to the leaf.
-    std::vector<std::uint32_t> PathOf(const Surface& surface)
+    /// Appends the nodes of a surface, from the top down.
+    void AppendPath(const Surface& surface, int material, std::vector<std::uint32_t>& path)
     {
-        std::uint32_t node = Below(kNothing, PairOf(static_cast<std::uint32_t>(surface.GetMaterialID()),
-                                                    static_cast<std::uint32_t>(surface.MapList.size())));
-        std::vector<std::uint32_t> path{node};
+        const std::uint64_t kind = static_cast<std::uint64_t>(static_cast<std::uint32_t>(material)) << 32U;
+        std::uint32_t node = Below(kNothing, kind | static_cast<std::uint32_t>(surface.MapList.size()));
+        path.push_back(node);
         for (const Map& map : surface.MapList)
         {
             node = Below(node, HashOf(map));
             path.push_back(node);
         }
-        return path;
     }
 
     std::size_t Size() const { return nodes_.size(); }
@@ -61,11 +71,6 @@ private:
         }
     };
 
-    static std::uint64_t PairOf(std::uint32_t high, std::uint32_t low)
-    {
-        return static_cast<std::uint64_t>(high) << 32U | low;
-    }
-
     std::uint32_t Below(std::uint32_t from, std::uint64_t label)
     {
         return nodes_.try_emplace(Edge{label, from}, static_cast<std::uint32_t>(nodes_.size())).first->second;
@@ -74,102 +79,111 @@ private:
     std::unordered_map<Edge, std::uint32_t, EdgeHash> nodes_;
 };
 
+/// The size of a mesh at some point of the merging.
+struct MeshSize
+{
+    std::uint64_t vertices;
+    std::uint64_t indices;
+    std::uint64_t polySize;
+};
+
 /// Plays the merging through on the sizes of the meshes.
 class Planner
 {
 public:
     Planner(const std::vector<std::int32_t>& list, const std::vector<Surface>& surfaces,
             const std::vector<Geometry>& geometries, int minSurfaces, int maxVertices)
-        : list_(list), surfaces_(surfaces), geometries_(geometries), minSurfaces_(minSurfaces),
-          vertexLimit_(static_cast<std::uint64_t>(static_cast<std::int64_t>(maxVertices)))
-    {}
+        : minSurfaces_(minSurfaces), vertexLimit_(static_cast<std::uint64_t>(static_cast<std::int64_t>(maxVertices)))
+    {
+        ReadSurfaces(list, surfaces);
+        ReadSizes(geometries);
+        ChainGroups();
+    }
 
     MergePlan Run()
     {
-        CountMaterials();
-        SortIntoGroups();
-        ReadSizes();
-
-        std::vector<bool> hasJoined(list_.size());
-        plan_.comparedMaps.assign(list_.size(), 0);
+        std::vector<bool> hasJoined(entries_.size());
+        plan_.comparedMaps.assign(ComparesMaps() ? entries_.size() : 0, 0);
         lastReach_.assign(tree_.Size(), 0);
-        for (Position base = 0; base < list_.size(); ++base)
+        for (Position base = 0; base < entries_.size(); ++base)
         {
             if (ComparesMaps())
                 NoteComparedMaps(base);
             if (hasJoined[base] || !MayBeBase(base))
                 continue;
-            const Merge merge = Search(base);
+            Merge merge = Search(base);
             for (const Position joining : merge.joining)
                 hasJoined[joining] = true;
             if (ComparesMaps())
                 NoteReach(base, merge.reach);
-            if (hadCandidate_)
-                plan_.merges.push_back(merge);
+            const bool hadCandidate = nextInGroup_[base] < entries_.size();
+            if (hadCandidate)
+                plan_.merges.push_back(std::move(merge));
         }
         return std::move(plan_);
     }
 
 private:
-    const Surface& SurfaceAt(Position position) const { return At(surfaces_, list_[position]); }
-
     /// Above 0 the number also switches the comparison of material and maps on.
     bool ComparesMaps() const { return minSurfaces_ > 0; }
 
-    void CountMaterials()
+    void ReadSurfaces(const std::vector<std::int32_t>& list, const std::vector<Surface>& surfaces)
     {
-        for (Position i = 0; i < list_.size(); ++i)
-            ++countOf_[SurfaceAt(i).GetMaterialID()];
+        std::unordered_map<int, int> countOf;
+        entries_.reserve(list.size());
+        for (const std::int32_t index : list)
+        {
+            const Surface& surface = At(surfaces, index);
+            entries_.push_back({&surface, surface.GetMaterialID(), surface.GetGeometryID(), 0, 0, 0});
+            ++countOf[surface.GetMaterialID()];
+        }
+        for (Entry& entry : entries_)
+            entry.materialCount = countOf[entry.material];
     }
 
-    int CountAt(Position position) const { return countOf_.at(SurfaceAt(position).GetMaterialID()); }
-
-    bool MayBeBase(Position position) const
+    void ReadSizes(const std::vector<Geometry>& geometries)
     {
-        const int count = CountAt(position);
-        return !(minSurfaces_ != 0 && count == 1) && count >= minSurfaces_;
+        sizes_.reserve(geometries.size());
+        for (const Geometry& geometry : geometries)
+            sizes_.push_back({geometry.VertexArray.size(), geometry.IndexArray.size(), geometry.GetPolySize()});
     }
 
     /// Chains the positions of each group; without comparison all surfaces are one group.
-    void SortIntoGroups()
+    void ChainGroups()
     {
-        nextInGroup_.assign(list_.size(), list_.size());
+        nextInGroup_.assign(entries_.size(), entries_.size());
         std::unordered_map<std::uint32_t, Position> lastOfGroup;
-        for (Position i = 0; i < list_.size(); ++i)
+        for (Position i = 0; i < entries_.size(); ++i)
         {
-            std::uint32_t group = 0;
-            if (ComparesMaps())
-            {
-                paths_.push_back(tree_.PathOf(SurfaceAt(i)));
-                group = paths_.back().back();
-            }
-            const auto [last, isFirst] = lastOfGroup.try_emplace(group, i);
+            const auto [last, isFirst] = lastOfGroup.try_emplace(ComparesMaps() ? EnterIntoTree(entries_[i]) : 0, i);
             if (!isFirst)
                 nextInGroup_[std::exchange(last->second, i)] = i;
         }
     }
 
-    void ReadSizes()
+    /// @return the last node of the surface's path.
+    std::uint32_t EnterIntoTree(Entry& entry)
     {
-        vertexCounts_.reserve(geometries_.size());
-        indexCounts_.reserve(geometries_.size());
-        for (const Geometry& geometry : geometries_)
-        {
-            vertexCounts_.push_back(geometry.VertexArray.size());
-            indexCounts_.push_back(geometry.IndexArray.size());
-        }
+        entry.pathBegin = static_cast<std::uint32_t>(paths_.size());
+        tree_.AppendPath(*entry.surface, entry.material, paths_);
+        entry.pathEnd = static_cast<std::uint32_t>(paths_.size());
+        return paths_.back();
+    }
+
+    bool MayBeBase(Position position) const
+    {
+        const int count = entries_[position].materialCount;
+        return !(minSurfaces_ != 0 && count == 1) && count >= minSurfaces_;
     }
 
     /// Every surface of the group behind a base is still listed: those before it took a run that ends before it.
     Merge Search(Position base)
     {
-        Merge merge{base, {}, list_.size(), 0, 0};
-        const int count = CountAt(base);
-        hadCandidate_ = false;
+        Merge merge{base, entries_[base].geometry, {}, {}, entries_.size(), 0, 0};
+        const int count = entries_[base].materialCount;
         int merges = 0;
-        for (Position candidate = nextInGroup_[base]; candidate < list_.size(); candidate = nextInGroup_[candidate])
+        for (Position candidate = nextInGroup_[base]; candidate < entries_.size(); candidate = nextInGroup_[candidate])
         {
-            hadCandidate_ = true;
             if (!Join(merge, candidate))
             {
                 merge.reach = candidate;
@@ -185,24 +199,23 @@ private:
     /// @return false when the candidate would make the merged mesh too large.
     bool Join(Merge& merge, Position candidate)
     {
-        const int to = SurfaceAt(merge.base).GetGeometryID();
-        const int from = SurfaceAt(candidate).GetGeometryID();
-        std::uint64_t& vertices = At(vertexCounts_, to);
-        std::uint64_t& indices = At(indexCounts_, to);
-        if (vertices + At(vertexCounts_, from) > vertexLimit_)
+        MeshSize& to = At(sizes_, merge.geometry);
+        MeshSize& from = At(sizes_, entries_[candidate].geometry);
+        if (to.vertices + from.vertices > vertexLimit_)
             return false;
 
         // Meshes of another poly size are refused by Append and emptied all the same.
-        if (At(geometries_, to).GetPolySize() == At(geometries_, from).GetPolySize())
+        if (to.polySize == from.polySize)
         {
-            vertices += At(vertexCounts_, from);
-            indices += At(indexCounts_, from);
+            to.vertices += from.vertices;
+            to.indices += from.indices;
         }
         merge.joining.push_back(candidate);
-        merge.vertexCount = std::max<std::size_t>(merge.vertexCount, vertices);
-        merge.indexCount = std::max<std::size_t>(merge.indexCount, indices);
-        At(vertexCounts_, from) = 0;
-        At(indexCounts_, from) = 0;
+        merge.joiningGeometries.push_back(entries_[candidate].geometry);
+        merge.vertexCount = std::max<std::size_t>(merge.vertexCount, to.vertices);
+        merge.indexCount = std::max<std::size_t>(merge.indexCount, to.indices);
+        from.vertices = 0;
+        from.indices = 0;
         return true;
     }
 
@@ -210,33 +223,28 @@ private:
     /// by map up to the first difference.
     void NoteComparedMaps(Position position)
     {
-        const std::vector<std::uint32_t>& path = paths_[position];
-        std::size_t depth = 0;
-        while (depth < path.size() && lastReach_[path[depth]] > position)
-            ++depth;
-        plan_.comparedMaps[position] = std::min(depth, path.size() - 1);
+        const Entry& entry = entries_[position];
+        std::uint32_t next = entry.pathBegin;
+        while (next < entry.pathEnd && lastReach_[paths_[next]] > position)
+            ++next;
+        plan_.comparedMaps[position] = std::min(next - entry.pathBegin, entry.pathEnd - entry.pathBegin - 1);
     }
 
     void NoteReach(Position base, Position reach)
     {
-        for (const std::uint32_t node : paths_[base])
-            lastReach_[node] = std::max(lastReach_[node], reach + 1);
+        for (std::uint32_t i = entries_[base].pathBegin; i < entries_[base].pathEnd; ++i)
+            lastReach_[paths_[i]] = std::max(lastReach_[paths_[i]], reach + 1);
     }
 
-    const std::vector<std::int32_t>& list_;
-    const std::vector<Surface>& surfaces_;
-    const std::vector<Geometry>& geometries_;
     int minSurfaces_;
     std::uint64_t vertexLimit_;
 
-    std::unordered_map<int, int> countOf_;  ///< material -> surfaces of the list that use it
+    std::vector<Entry> entries_;   ///< one a position
+    std::vector<MeshSize> sizes_;  ///< geometry -> its size at this point of the merging
     MapTree tree_;
-    std::vector<std::vector<std::uint32_t>> paths_;  ///< position -> its path in the tree
-    std::vector<Position> nextInGroup_;              ///< position -> the next one that may merge with it
-    std::vector<std::uint64_t> vertexCounts_;        ///< geometry -> its size at this point of the merging
-    std::vector<std::uint64_t> indexCounts_;
-    std::vector<Position> lastReach_;  ///< node of the tree -> one behind the furthest position that a base reached
-    bool hadCandidate_ = false;
+    std::vector<std::uint32_t> paths_;   ///< the paths of all positions
+    std::vector<Position> nextInGroup_;  ///< position -> the next one that may merge with it
+    std::vector<Position> lastReach_;    ///< node of the tree -> one behind the furthest position that a base reached
     MergePlan plan_;
 };
 

@@ -14,9 +14,11 @@ namespace Importing
 struct Merge
 {
     std::size_t base;
-    std::vector<std::size_t> joining;  ///< in order; empty when the first candidate did not fit
-    std::size_t reach;                 ///< the last position that was looked at
-    std::size_t vertexCount;           ///< an upper bound of the merged mesh
+    int geometry;                        ///< the mesh of the base
+    std::vector<std::size_t> joining;    ///< in order; empty when the first candidate did not fit
+    std::vector<int> joiningGeometries;  ///< their meshes
+    std::size_t reach;                   ///< the last position that was looked at
+    std::size_t vertexCount;             ///< an upper bound of the merged mesh
     std::size_t indexCount;
 };
 
@@ -26,7 +28,8 @@ struct Merge
 struct MergePlan
 {
     std::vector<Merge> merges;
-    std::vector<std::size_t> comparedMaps;  ///< by position: how many of the surface's maps were compared
+    /// By position: how many of the surface's maps were compared; empty when none were, on any.
+    std::vector<std::size_t> comparedMaps;
 };
 
 /// Follows SceneContainer::MergeSurfaces for one list of surfaces, event by event, on vertex counts alone.

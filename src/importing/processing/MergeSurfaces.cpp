@@ -29,7 +29,7 @@ void Absorb(SceneContainer& scene, int to, int from)
 /// Computes the hashes that the described search, comparing surface with surface, computes on its way.
 void ComputeComparedHashes(SceneContainer& scene, const std::vector<std::int32_t>& list, const MergePlan& plan)
 {
-    for (std::size_t i = 0; i < list.size(); ++i)
+    for (std::size_t i = 0; i < plan.comparedMaps.size(); ++i)
         for (std::size_t map = 0; map < plan.comparedMaps[i]; ++map)
             At(scene.SurfaceLibrary, list[i]).MapList[map].GetHash();
 }
@@ -41,16 +41,15 @@ std::vector<std::int32_t> CarryOut(SceneContainer& scene, std::vector<std::int32
     std::vector<bool> isAbsorbed(list.size());
     for (const Merge& merge : plan.merges)
     {
-        const int geometry = At(scene.SurfaceLibrary, list[merge.base]).GetGeometryID();
-        Geometry& mesh = At(scene.GeometryLibrary, geometry);
+        Geometry& mesh = At(scene.GeometryLibrary, merge.geometry);
         mesh.SetName("");
         mesh.VertexArray.reserve(merge.vertexCount);
         mesh.IndexArray.reserve(merge.indexCount);
-        for (const std::size_t joining : merge.joining)
+        for (std::size_t i = 0; i < merge.joining.size(); ++i)
         {
-            Absorb(scene, geometry, At(scene.SurfaceLibrary, list[joining]).GetGeometryID());
-            absorbed.push_back(list[joining]);
-            isAbsorbed[joining] = true;
+            Absorb(scene, merge.geometry, merge.joiningGeometries[i]);
+            absorbed.push_back(list[merge.joining[i]]);
+            isAbsorbed[merge.joining[i]] = true;
         }
     }
 

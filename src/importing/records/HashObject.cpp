@@ -22,6 +22,4 @@ std::uint32_t HashObject::GetHash()
 
 bool HashObject::GetIsHashCodeValid() { return hash_ != 0; }
 
-void HashObject::SetHashInvalid() { hash_ = 0; }
-
 }  // namespace Importing

@@ -39,7 +39,7 @@ public:
     virtual bool GetIsHashCodeValid();
 
 protected:
-    virtual void SetHashInvalid();
+    virtual void SetHashInvalid() { hash_ = 0; }
 
     /// Computes the hash of the content and keeps it with StoreHash(). The spelling is part of the interface.
     virtual void CalculeteHash() = 0;

@@ -137,8 +137,6 @@ D3DXVECTOR2& Vertex::GrownTexCoord(std::uint64_t index)
     return texCoords[index];
 }
 
-D3DXVECTOR3 Vertex::GetPosition() { return position_; }
-
 void Vertex::SetPosition(const float* position)
 {
     position_ = D3DXVECTOR3(position);
@@ -150,8 +148,6 @@ void Vertex::SetPosition(const D3DXVECTOR3& position)
     position_ = position;
     SetHashInvalid();
 }
-
-D3DXVECTOR3 Vertex::GetNormal() { return normal_; }
 
 void Vertex::SetNormal(const float* normal)
 {
@@ -176,13 +172,6 @@ std::uint64_t Vertex::GetTexCoordCount() const { return HasBlock() ? attributes_
 void Vertex::SetTexCoord(const D3DXVECTOR2& texCoord, std::uint64_t index)
 {
     GrownTexCoord(index) = texCoord;
-    SetHashInvalid();
-}
-
-void Vertex::Transform(const D3DXMATRIX& positionMatrix, const D3DXMATRIX& normalMatrix)
-{
-    D3DXVec3TransformCoord(&position_, &position_, &positionMatrix);
-    D3DXVec3TransformCoord(&normal_, &normal_, &normalMatrix);
     SetHashInvalid();
 }
 

@@ -60,7 +60,7 @@ public:
             FreeBlock(attributes_.block);
     }
 
-    virtual D3DXVECTOR3 GetPosition();
+    virtual D3DXVECTOR3 GetPosition() { return position_; }
 #if defined(_MSC_VER)  // its tables list overloads of one name last declared first
     virtual void SetPosition(const D3DXVECTOR3& position);
     virtual void SetPosition(const float* position);
@@ -69,7 +69,7 @@ public:
     virtual void SetPosition(const D3DXVECTOR3& position);
 #endif
 
-    virtual D3DXVECTOR3 GetNormal();
+    virtual D3DXVECTOR3 GetNormal() { return normal_; }
 #if defined(_MSC_VER)
     virtual void SetNormal(const D3DXVECTOR3& normal);
     virtual void SetNormal(const float* normal);
@@ -87,7 +87,12 @@ public:
 
     /// Carries the position by one matrix and the normal by another, both as points: with translation and division by
     /// w (deliberate; a normal matrix has neither). The normal is not renormalised.
-    virtual void Transform(const D3DXMATRIX& positionMatrix, const D3DXMATRIX& normalMatrix);
+    virtual void Transform(const D3DXMATRIX& positionMatrix, const D3DXMATRIX& normalMatrix)
+    {
+        D3DXVec3TransformCoord(&position_, &position_, &positionMatrix);
+        D3DXVec3TransformCoord(&normal_, &normal_, &normalMatrix);
+        SetHashInvalid();
+    }
     /// Carries UV set index; missing sets are added as (0, 0) first.
     /// @throws std::length_error like SetTexCoord.
     virtual void TransformTexCoord(const D3DXMATRIX& matrix, std::uint64_t index);

@@ -39,10 +39,10 @@ void Geometry::SetPolySize(std::uint64_t size)
 int Geometry::Release()
 {
     name_.clear();
-    // Assigning empty arrays gives their memory back at once: emptied meshes stay in their library.
-    VertexArray = {};
-    IndexArray = {};
-    JointArray = {};
+    // New arrays, not "= {}", which would keep the memory: emptied meshes stay in their library.
+    VertexArray = std::vector<Vertex>();
+    IndexArray = std::vector<std::uint32_t>();
+    JointArray = std::vector<Joint>();
     SetHashInvalid();
     return 0;
 }

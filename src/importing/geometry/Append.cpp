@@ -38,7 +38,7 @@ int Geometry::Append(const Geometry& other)
     if (other.GetPolySize() != polySize_)
         return -1;
     if (&other == this)
-        return Append(Geometry(other));
+        return Geometry::Append(Geometry(other));
 
     ReserveForAppending(*this, other);
     const auto base = static_cast<std::uint32_t>(VertexArray.size());
@@ -53,7 +53,7 @@ int Geometry::Append(const Geometry& other, const D3DXMATRIX& matrix)
     if (other.GetPolySize() != polySize_)
         return -1;
     if (&other == this)
-        return Append(Geometry(other), matrix);
+        return Geometry::Append(Geometry(other), matrix);
 
     ReserveForAppending(*this, other);
     const D3DXMATRIX normalMatrix = NormalMatrix(matrix);

@@ -27,13 +27,6 @@ namespace Importing
 class IMPORTING_API Geometry : public HashObject
 {
 public:
-    // The arrays are edited directly.
-    std::vector<Vertex> VertexArray;               ///< [V]
-    std::vector<std::uint32_t> IndexArray;         ///< [I]
-    std::vector<Joint> JointArray;                 ///< skeleton of the mesh's skin
-    std::vector<D3DXVECTOR3> PointCachePositions;  ///< [P]
-    std::vector<D3DXVECTOR3> PointCacheNormals;    ///< [P], written by ComputePointCacheNormals()
-
     /// No name, triangles, identity bind-shape transform, empty arrays.
     Geometry();
     Geometry(const Geometry&);
@@ -59,19 +52,20 @@ public:
 
     /// @name Concatenation: geometry/Append.cpp
     /// @{
-#if defined(_MSC_VER)  // its tables list overloads of one name last declared first
-    virtual int Append(const Geometry& other, const D3DXMATRIX& matrix);
-    virtual int Append(const Geometry& other);
-#else
     /// Adds copies of the other mesh's vertices and its indices, shifted, behind this mesh's own. Joints, point cache,
     /// name and bind-shape transform of both stay as they are. Appending a mesh to itself doubles it.
     ///
     /// Indices of the other mesh are shifted unchecked, in wrapping 32-bit arithmetic.
     ///
-    /// @return 0, or -1 with nothing changed when the poly sizes differ.
-    virtual int Append(const Geometry& other);
-    /// The same, every appended vertex carried by the matrix and its normal by the normal matrix.
+    /// With a matrix every appended vertex is carried by it, and its normal by the normal matrix.
     /// Deliberate: there is no shortcut for the identity; -0 becomes +0 on the way.
+    ///
+    /// @return 0, or -1 with nothing changed when the poly sizes differ.
+#if defined(_MSC_VER)  // its tables list overloads of one name last declared first
+    virtual int Append(const Geometry& other, const D3DXMATRIX& matrix);
+    virtual int Append(const Geometry& other);
+#else
+    virtual int Append(const Geometry& other);
     virtual int Append(const Geometry& other, const D3DXMATRIX& matrix);
 #endif
     /// @}
@@ -198,10 +192,22 @@ public:
     virtual int ComputePointCacheNormals();
     /// @}
 
+    // Data in the order in which it lies in the record. The arrays are edited directly.
 private:
     std::string name_;
     std::uint64_t polySize_ = 3;
+
+public:
+    std::vector<Vertex> VertexArray;        ///< [V]
+    std::vector<std::uint32_t> IndexArray;  ///< [I]
+
+private:
     D3DXMATRIX bindShapeTransform_;
+
+public:
+    std::vector<Joint> JointArray;                 ///< skeleton of the mesh's skin
+    std::vector<D3DXVECTOR3> PointCachePositions;  ///< [P]
+    std::vector<D3DXVECTOR3> PointCacheNormals;    ///< [P], written by ComputePointCacheNormals()
 };
 
 }  // namespace Importing

@@ -22,7 +22,7 @@ struct D3DXVECTOR2
 
     D3DXVECTOR2() = default;
     constexpr D3DXVECTOR2(float x_, float y_) : x(x_), y(y_) {}
-    explicit constexpr D3DXVECTOR2(const float* values) : x(values[0]), y(values[1]) {}
+    constexpr D3DXVECTOR2(const float* values) : x(values[0]), y(values[1]) {}
 
     friend constexpr bool operator==(const D3DXVECTOR2&, const D3DXVECTOR2&) = default;
 };
@@ -34,7 +34,7 @@ struct D3DXVECTOR3
 
     D3DXVECTOR3() = default;
     constexpr D3DXVECTOR3(float x_, float y_, float z_) : x(x_), y(y_), z(z_) {}
-    explicit constexpr D3DXVECTOR3(const float* values) : x(values[0]), y(values[1]), z(values[2]) {}
+    constexpr D3DXVECTOR3(const float* values) : x(values[0]), y(values[1]), z(values[2]) {}
 
     friend constexpr D3DXVECTOR3 operator+(const D3DXVECTOR3& a, const D3DXVECTOR3& b)
     {
@@ -56,7 +56,7 @@ struct D3DXQUATERNION
 
     D3DXQUATERNION() = default;
     constexpr D3DXQUATERNION(float x_, float y_, float z_, float w_) : x(x_), y(y_), z(z_), w(w_) {}
-    explicit constexpr D3DXQUATERNION(const float* values) : x(values[0]), y(values[1]), z(values[2]), w(values[3]) {}
+    constexpr D3DXQUATERNION(const float* values) : x(values[0]), y(values[1]), z(values[2]), w(values[3]) {}
 
     friend constexpr bool operator==(const D3DXQUATERNION&, const D3DXQUATERNION&) = default;
 };
@@ -68,7 +68,7 @@ struct D3DXCOLOR
 
     D3DXCOLOR() = default;
     constexpr D3DXCOLOR(float r_, float g_, float b_, float a_) : r(r_), g(g_), b(b_), a(a_) {}
-    explicit constexpr D3DXCOLOR(const float* values) : r(values[0]), g(values[1]), b(values[2]), a(values[3]) {}
+    constexpr D3DXCOLOR(const float* values) : r(values[0]), g(values[1]), b(values[2]), a(values[3]) {}
 
     friend constexpr bool operator==(const D3DXCOLOR&, const D3DXCOLOR&) = default;
 };
@@ -77,7 +77,12 @@ struct D3DXCOLOR
 struct D3DXMATRIX
 {
     // The unnamed structure is part of the published type; every supported compiler has it as an extension.
+#if defined(_MSC_VER)
+#pragma warning(suppress : 4201)
+    union
+#else
     __extension__ union
+#endif
     {
         struct
         {
@@ -95,7 +100,7 @@ struct D3DXMATRIX
         : m{{m11, m12, m13, m14}, {m21, m22, m23, m24}, {m31, m32, m33, m34}, {m41, m42, m43, m44}}
     {}
     /// Copies 16 floats, row by row.
-    explicit constexpr D3DXMATRIX(const float* v)
+    constexpr D3DXMATRIX(const float* v)
         : D3DXMATRIX(v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7], v[8], v[9], v[10], v[11], v[12], v[13], v[14],
                      v[15])
     {}
@@ -109,7 +114,11 @@ static_assert(sizeof(D3DXVECTOR2) == 8 && sizeof(D3DXVECTOR3) == 12 && sizeof(D3
               sizeof(D3DXCOLOR) == 16 && sizeof(D3DXMATRIX) == 64);
 
 /// The platform's result code: 0 is success.
+#if defined(_WIN32)
+using HRESULT = long;
+#else
 using HRESULT = std::int32_t;
+#endif
 
 /// The result code 0x8876086C of a matrix that cannot be decomposed.
 inline constexpr std::uint32_t D3DERR_INVALIDCALL = 0x8876086CU;

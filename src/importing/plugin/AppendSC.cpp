@@ -39,7 +39,7 @@ Bases BasesOf(const SceneContainer& scene)
 }
 
 /// Checks what will be looked up, so that a bad reference leaves both scenes as they are.
-void CheckReferences(const SceneContainer& scene, const SceneContainer& other)
+void CheckReferences(const SceneContainer& other)
 {
     for (const Surface& surface : other.SurfaceLibrary)
     {
@@ -49,9 +49,13 @@ void CheckReferences(const SceneContainer& scene, const SceneContainer& other)
             if (map.GetTextureID() >= 0)
                 CheckIndex(map.GetTextureID(), other.TextureLibrary.size());
     }
-    // The root is looked up when the nodes have been appended, the spare one included.
-    if (scene.GetRootNodeIndex() >= 0)
-        CheckIndex(scene.GetRootNodeIndex(), scene.NodeLibrary.size() + other.NodeLibrary.size() + 1);
+}
+
+/// The root is looked up when the nodes have been appended, the spare one included.
+void CheckRoot(int root, const SceneContainer& scene, const SceneContainer& other)
+{
+    if (root >= 0)
+        CheckIndex(root, scene.NodeLibrary.size() + other.NodeLibrary.size() + 1);
 }
 
 template <typename Record>
@@ -78,7 +82,6 @@ void AppendGeometries(SceneContainer& scene, const SceneContainer& other, const 
 /// One default node follows the copies; it counts, so the indices of later nodes depend on it.
 void AppendNodes(SceneContainer& scene, const SceneContainer& other, const Bases& bases)
 {
-    scene.NodeLibrary.reserve(scene.NodeLibrary.size() + other.NodeLibrary.size() + 2);
     AppendCopies(scene.NodeLibrary, other.NodeLibrary);
     for (std::size_t i = static_cast<std::size_t>(bases.node); i < scene.NodeLibrary.size(); ++i)
     {
@@ -108,31 +111,34 @@ public:
 
     int AddMaterial(int index)
     {
-        Material copy = At(other_.MaterialLibrary, index);
+        const Material& material = At(other_.MaterialLibrary, index);
         if (!isPlain_)
+        {
+            Material copy = material;
             return scene_.AddMaterialToLibrary(copy, true);
+        }
 
         std::int32_t& known = materialOf_[static_cast<std::size_t>(index)];
         const bool isTabled = known >= 0 && static_cast<std::size_t>(known) < tabledMaterials_;
         if (!isTabled)
-            known = FindOrAdd(copy);
+            known = FindOrAdd(material);
         return known;
     }
 
     int AddTexture(int index)
     {
-        const std::string copy = At(other_.TextureLibrary, index);
+        const std::string& texture = At(other_.TextureLibrary, index);
         if (!isPlain_)
-            return scene_.AddTextureToLibrary(copy, true);
+            return scene_.AddTextureToLibrary(std::string(texture), true);
 
         std::int32_t& known = textureOf_[static_cast<std::size_t>(index)];
         if (known < 0)
-            known = FindOrAdd(NormalizeTextureName(copy));
+            known = FindOrAdd(NormalizeTextureName(texture));
         return known;
     }
 
 private:
-    int FindOrAdd(Material& material)
+    int FindOrAdd(Material material)
     {
         std::vector<Material>& library = scene_.MaterialLibrary;
         if (!library.empty())
@@ -183,16 +189,25 @@ void AppendSurfaces(SceneContainer& scene, const SceneContainer& other, const Ba
 {
     AppendCopies(scene.SurfaceLibrary, other.SurfaceLibrary);
     LibraryAdditions additions(scene, other);
-    for (std::size_t i = static_cast<std::size_t>(bases.surface); i < scene.SurfaceLibrary.size(); ++i)
+    const std::size_t end = scene.SurfaceLibrary.size();
+    for (std::size_t i = static_cast<std::size_t>(bases.surface); i < end; ++i)
     {
-        Surface& surface = scene.SurfaceLibrary[i];
-        if (surface.GetGeometryID() >= 0)
-            surface.SetGeometryID(surface.GetGeometryID() + bases.geometry);
-        if (surface.GetMaterialID() >= 0)
-            surface.SetMaterialID(additions.AddMaterial(surface.GetMaterialID()));
-        for (Map& map : surface.MapList)
-            if (map.GetTextureID() >= 0)
-                map.SetTextureID(additions.AddTexture(map.GetTextureID()));
+        // An override of an addition may add surfaces: they are looked up anew behind each.
+        const auto surface = [&scene, i]() -> Surface& { return At(scene.SurfaceLibrary, i); };
+        if (surface().GetGeometryID() >= 0)
+            surface().SetGeometryID(surface().GetGeometryID() + bases.geometry);
+        if (surface().GetMaterialID() >= 0)
+        {
+            const int material = additions.AddMaterial(surface().GetMaterialID());
+            surface().SetMaterialID(material);
+        }
+        for (std::size_t map = 0; map < surface().MapList.size(); ++map)
+        {
+            if (surface().MapList[map].GetTextureID() < 0)
+                continue;
+            const int texture = additions.AddTexture(surface().MapList[map].GetTextureID());
+            At(surface().MapList, map).SetTextureID(texture);
+        }
     }
 }
 
@@ -203,9 +218,8 @@ bool IsMergeResult(SceneContainer& scene, int root)
 
 /// A scene that is the result of a merge takes the other's root as a further child; any other gets a new root. A merge
 /// result does so also when the other scene has no root: it then lists the node before the appended ones.
-void JoinRoots(SceneContainer& scene, const SceneContainer& other, const Bases& bases)
+void JoinRoots(SceneContainer& scene, int root, const SceneContainer& other, const Bases& bases)
 {
-    const int root = scene.GetRootNodeIndex();
     const int otherRoot = other.GetRootNodeIndex();
     if (IsMergeResult(scene, root))
     {
@@ -233,9 +247,11 @@ int SceneContainer::AppendSC(SceneContainer* other)
     if (other == this)
     {
         SceneContainer copy(*this);
-        return AppendSC(&copy);
+        return SceneContainer::AppendSC(&copy);
     }
-    CheckReferences(*this, *other);
+    CheckReferences(*other);
+    const int root = GetRootNodeIndex();
+    CheckRoot(root, *this, *other);
 
     const Bases bases = BasesOf(*this);
     AppendGeometries(*this, *other, bases);
@@ -244,7 +260,7 @@ int SceneContainer::AppendSC(SceneContainer* other)
     AppendCopies(AnimationLibrary, other->AnimationLibrary);
     AppendCopies(CameraLibrary, other->CameraLibrary);
     AppendCopies(LightLibrary, other->LightLibrary);
-    JoinRoots(*this, *other, bases);
+    JoinRoots(*this, root, *other, bases);
     return 0;
 }
 

@@ -1,5 +1,6 @@
 #include <importing/base/CheckedAccess.h>
 #include <importing/base/ForReading.h>
+#include <importing/math/Products.h>
 #include <importing/plugin/ParentTable.h>
 #include <importing/plugin/PlainContainer.h>
 #include <importing/plugin/SceneContainer.h>
@@ -23,10 +24,7 @@ D3DXMATRIX WorldMatrix(const SceneContainer& scene, int index)
     D3DXMATRIX world = LocalMatrix(scene, path.back());
     path.pop_back();
     for (; !path.empty(); path.pop_back())
-    {
-        const D3DXMATRIX local = LocalMatrix(scene, path.back());
-        D3DXMatrixMultiply(&world, &local, &world);
-    }
+        world = Product(LocalMatrix(scene, path.back()), world);
     return world;
 }
 
@@ -57,9 +55,7 @@ D3DXMATRIX SceneContainer::CalculateGlobalTM(int index)
     if (parent == -1)
         return LocalMatrix(*this, index);
     const D3DXMATRIX parentWorld = CalculateGlobalTM(parent);
-    D3DXMATRIX world = LocalMatrix(*this, index);
-    D3DXMatrixMultiply(&world, &world, &parentWorld);
-    return world;
+    return Product(LocalMatrix(*this, index), parentWorld);
 }
 
 }  // namespace Importing

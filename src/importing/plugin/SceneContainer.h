@@ -21,7 +21,7 @@ namespace Importing
 /// Holds one imported scene and makes it fit for real time.
 ///
 /// A scene is nine libraries of value records. Records refer to one another by index into a library, never by pointer;
-/// -1 is written for none and every negative value read as none. What an index means:
+/// -1 is written for none. What an index means:
 ///
 ///   root node index, Node::ChildList      -> NodeLibrary
 ///   Node::SurfaceList                     -> SurfaceLibrary
@@ -138,13 +138,16 @@ public:
     /// its end. With ignoreAnimation false an animated node stays with all that lies below it.
     ///
     /// Deliberate: a node of which a child was collapsed in this pass is kept, emptied of its objects; call again to
-    /// collapse more.
+    /// collapse more. A node that two parents list is walked, and may be queued for erasure, twice: the second erasure
+    /// takes the node that has moved into its place.
     /// @return 0
     virtual int FlatHierarchy(int targetNode, const D3DXMATRIX& targetMatrix, int startNode,
                               const D3DXMATRIX& startMatrix, int minSurfaces, int maxVertices, bool ignoreAnimation);
     /// The walk of FlatHierarchy: moves the objects, takes collapsed children out of their child lists and appends
     /// collapsed nodes to erased, children before parents.
-    /// @return 0 when node itself was collapsed, 1 when it stays.
+    /// A target node met inside the walk is neither moved nor queued, yet taken out of its parent's child list unless
+    /// one of its own children was collapsed.
+    /// @return 0 when node itself was collapsed (or is the target, none of whose children was), 1 when it stays.
     virtual int FlatHierarchyInternal(int targetNode, const D3DXMATRIX& targetMatrix, int node,
                                       const D3DXMATRIX& nodeMatrix, std::vector<std::uint32_t>& erased,
                                       bool ignoreAnimation);

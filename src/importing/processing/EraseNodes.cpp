@@ -14,15 +14,8 @@ namespace
 
 constexpr std::int32_t kErased = -1;
 
-/// When the last of the nodes is erased, every index must still designate one.
-void CheckErasures(std::size_t count, const std::vector<std::uint32_t>& erased)
-{
-    for (std::size_t i = erased.size(); i > 0; --i)
-        CheckIndex(erased[i - 1], count--);
-}
-
 /// Where a node went is where references to it must go. An entry that designated no node before designates none now.
-void RepairChildList(std::vector<std::int32_t>& children, const std::vector<std::int32_t>& newIndex)
+void FollowMoves(std::vector<std::int32_t>& children, const std::vector<std::int32_t>& newIndex)
 {
     auto kept = children.begin();
     for (const std::int32_t child : children)
@@ -39,15 +32,14 @@ void RepairChildList(std::vector<std::int32_t>& children, const std::vector<std:
 
 void EraseNodes(std::vector<Node>& nodes, std::int32_t& root, const std::vector<std::uint32_t>& erased)
 {
-    CheckErasures(nodes.size(), erased);
-
     // (1) Let the last node take the place of each erased one, and follow who stands where.
     std::vector<std::int32_t> standing(nodes.size());
     std::iota(standing.begin(), standing.end(), 0);
     std::vector<std::int32_t> newIndex(nodes.size());
-    for (std::size_t i = erased.size(); i > 0; --i)
+    std::size_t left = erased.size();
+    for (; left > 0 && erased[left - 1] < nodes.size(); --left)
     {
-        const std::size_t index = erased[i - 1];
+        const std::size_t index = erased[left - 1];
         const std::size_t last = nodes.size() - 1;
         newIndex[static_cast<std::size_t>(standing[index])] = kErased;
         if (index != last)
@@ -64,7 +56,10 @@ void EraseNodes(std::vector<Node>& nodes, std::int32_t& root, const std::vector<
     for (std::size_t i = 0; i < nodes.size(); ++i)
         newIndex[static_cast<std::size_t>(standing[i])] = static_cast<std::int32_t>(i);
     for (Node& node : nodes)
-        RepairChildList(node.ChildList, newIndex);
+        FollowMoves(node.ChildList, newIndex);
+
+    if (left > 0)
+        ThrowBadSubscript();
 }
 
 }  // namespace Importing

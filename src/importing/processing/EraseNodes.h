@@ -14,7 +14,7 @@ namespace Importing
 /// erased is sorted ascending; an index that stands in it twice also erases the node that took its place.
 ///
 /// @param root the root node index, which follows a moved root.
-/// @throws std::out_of_range before anything has changed, when an index would designate no node at its turn.
+/// @throws std::out_of_range when an index designates no node at its turn; what came before it has been erased then.
 /// Cost: linear in nodes, child list entries and erasures.
 void EraseNodes(std::vector<Node>& nodes, std::int32_t& root, const std::vector<std::uint32_t>& erased);
 

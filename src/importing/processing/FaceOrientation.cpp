@@ -1,5 +1,6 @@
 #include <importing/base/CheckedAccess.h>
 #include <importing/math/DecomposeMatrix.h>
+#include <importing/math/Products.h>
 #include <importing/plugin/HierarchyCheck.h>
 #include <importing/plugin/PlainContainer.h>
 #include <importing/plugin/SceneContainer.h>
@@ -12,13 +13,6 @@ namespace Importing
 {
 namespace
 {
-
-D3DXMATRIX Product(const D3DXMATRIX& a, const D3DXMATRIX& b)
-{
-    D3DXMATRIX product;
-    D3DXMatrixMultiply(&product, &a, &b);
-    return product;
-}
 
 struct Parts
 {
@@ -63,6 +57,7 @@ bool Always(const Node& /*node*/) { return true; }
 /// What CheckFacesOrientation does to one node, its children apart.
 void OrientFaces(SceneContainer& scene, int node, const D3DXMATRIX& world)
 {
+    CheckMeshes(scene, node);
     const D3DXVECTOR3 scale = Decompose(world).scale;
     const float determinant = D3DXMatrixDeterminant(&world);
     // The scale already has the sign of the 3x3 determinant: this is about a fourth column that is not (0, 0, 0, 1).
@@ -122,6 +117,8 @@ bool HasNegative(const D3DXVECTOR3& scale) { return scale.x < 0.0F || scale.y < 
 Inheritance RemoveNegativeScale(SceneContainer& scene, int node, const D3DXMATRIX& pendingScale,
                                 const D3DXMATRIX& parentWorld)
 {
+    CheckMeshes(scene, node);
+
     // (1) Take the static matrix apart for what the node may become, the animated one for whether it is mirrored.
     D3DXMATRIX scaling;
     D3DXMatrixScaling(&scaling, 1, 1, 1);

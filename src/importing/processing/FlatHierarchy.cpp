@@ -1,5 +1,6 @@
 #include <brindle/ShowDebugMessage.h>
 #include <importing/base/CheckedAccess.h>
+#include <importing/math/Products.h>
 #include <importing/plugin/HierarchyCheck.h>
 #include <importing/plugin/PlainContainer.h>
 #include <importing/plugin/SceneContainer.h>
@@ -15,13 +16,6 @@ namespace
 {
 
 bool IsKeptWhole(const Node& node, bool ignoreAnimation) { return !ignoreAnimation && node.GetAnimationID() != -1; }
-
-D3DXMATRIX Product(const D3DXMATRIX& a, const D3DXMATRIX& b)
-{
-    D3DXMATRIX product;
-    D3DXMatrixMultiply(&product, &a, &b);
-    return product;
-}
 
 /// Checks the objects of a node that is going to be moved.
 void CheckObjects(const SceneContainer& scene, const Node& node)
@@ -199,6 +193,8 @@ void KeepOnlyNode(SceneContainer& scene, int index)
 int SceneContainer::FlatHierarchy(int targetNode, const D3DXMATRIX& targetMatrix, int startNode,
                                   const D3DXMATRIX& startMatrix, int minSurfaces, int maxVertices, bool ignoreAnimation)
 {
+    if (IsPlain(*this))
+        CheckIndices(At(NodeLibrary, targetNode).SurfaceList, SurfaceLibrary.size());
     std::vector<std::uint32_t> collapsed;
 
     const TickTimer flattening;

@@ -25,27 +25,17 @@ std::uint32_t HashOf(const Map& map)
     return Map(map).GetHash();
 }
 
-/// What the planning needs of a listed surface, read once.
-struct Entry
-{
-    const Surface* surface;
-    int material;
-    int geometry;
-    int materialCount;        ///< surfaces of the list that use the material
-    std::uint32_t pathBegin;  ///< where its path in the tree of maps lies among all paths
-    std::uint32_t pathEnd;
-};
-
 /// A tree of map hashes: surfaces with one material and one number of maps share a top node, surfaces whose first k
 /// maps are equal the k nodes below it, and surfaces that may merge the last one.
 class MapTree
 {
 public:
     /// Appends the nodes of a surface, from the top down.
-    void AppendPath(const Surface& surface, int material, std::vector<std::uint32_t>& path)
+    void AppendPath(const Surface& surface, std::vector<std::uint32_t>& path)
     {
-        const std::uint64_t kind = static_cast<std::uint64_t>(static_cast<std::uint32_t>(material)) << 32U;
-        std::uint32_t node = Below(kNothing, kind | static_cast<std::uint32_t>(surface.MapList.size()));
+        const auto material = static_cast<std::uint32_t>(surface.GetMaterialID());
+        const auto maps = static_cast<std::uint32_t>(surface.MapList.size());
+        std::uint32_t node = Below(kNothing, static_cast<std::uint64_t>(material) << 32U | maps);
         path.push_back(node);
         for (const Map& map : surface.MapList)
         {
@@ -79,6 +69,62 @@ private:
     std::unordered_map<Edge, std::uint32_t, EdgeHash> nodes_;
 };
 
+/// Sorts surfaces by material and maps, and keeps account of which maps the described search would have compared: it
+/// compares a surface with each earlier base of its material and number of maps that searches as far as it, map by map
+/// up to the first difference.
+class MapComparison
+{
+public:
+    /// Enters the surface of the next position.
+    /// @return the group of surfaces with its material and maps.
+    std::uint32_t Enter(const Surface& surface)
+    {
+        begins_.push_back(static_cast<std::uint32_t>(paths_.size()));
+        tree_.AppendPath(surface, paths_);
+        return paths_.back();
+    }
+
+    /// To be asked position by position, each before it is a base itself.
+    /// @return how many of the surface's maps were compared.
+    std::size_t ComparedMaps(Position position)
+    {
+        reaches_.resize(tree_.Size());
+        std::uint32_t next = Begin(position);
+        while (next < End(position) && reaches_[paths_[next]] > position)
+            ++next;
+        return std::min(next - Begin(position), End(position) - Begin(position) - 1);
+    }
+
+    /// A base searched the positions below end.
+    void NoteSearch(Position base, Position end)
+    {
+        for (std::uint32_t i = Begin(base); i < End(base); ++i)
+            reaches_[paths_[i]] = std::max(reaches_[paths_[i]], end);
+    }
+
+private:
+    std::uint32_t Begin(Position position) const { return begins_[position]; }
+    std::uint32_t End(Position position) const
+    {
+        return position + 1 < begins_.size() ? begins_[position + 1] : static_cast<std::uint32_t>(paths_.size());
+    }
+
+    MapTree tree_;
+    std::vector<std::uint32_t> paths_;   ///< the paths of all positions, one behind the other
+    std::vector<std::uint32_t> begins_;  ///< position -> where its path begins
+    std::vector<Position> reaches_;      ///< node of the tree -> one behind the furthest position that a base searched
+};
+
+/// What the planning needs of a listed surface.
+struct Entry
+{
+    int material = -1;
+    int geometry = -1;
+    std::uint32_t mesh = kNothing;  ///< its mesh among those of the list; kNothing when there is no such geometry
+    int materialCount = 0;          ///< surfaces of the list that use the material
+    Position nextInGroup = 0;       ///< the next one that may merge with it; the length of the list when there is none
+};
+
 /// The size of a mesh at some point of the merging.
 struct MeshSize
 {
@@ -96,31 +142,28 @@ public:
         : minSurfaces_(minSurfaces), vertexLimit_(static_cast<std::uint64_t>(static_cast<std::int64_t>(maxVertices)))
     {
         ReadSurfaces(list, surfaces);
-        ReadSizes(geometries);
-        ChainGroups();
+        ReadMeshes(geometries);
+        ChainGroups(list, surfaces);
     }
 
     MergePlan Run()
     {
+        MergePlan plan;
         std::vector<bool> hasJoined(entries_.size());
-        plan_.comparedMaps.assign(ComparesMaps() ? entries_.size() : 0, 0);
-        lastReach_.assign(tree_.Size(), 0);
         for (Position base = 0; base < entries_.size(); ++base)
         {
             if (ComparesMaps())
-                NoteComparedMaps(base);
-            if (hasJoined[base] || !MayBeBase(base))
+                plan.comparedMaps.push_back(comparison_.ComparedMaps(base));
+            if (hasJoined[base] || !MayBeBase(entries_[base]))
                 continue;
             Merge merge = Search(base);
             for (const Position joining : merge.joining)
                 hasJoined[joining] = true;
-            if (ComparesMaps())
-                NoteReach(base, merge.reach);
-            const bool hadCandidate = nextInGroup_[base] < entries_.size();
+            const bool hadCandidate = entries_[base].nextInGroup < entries_.size();
             if (hadCandidate)
-                plan_.merges.push_back(std::move(merge));
+                plan.merges.push_back(std::move(merge));
         }
-        return std::move(plan_);
+        return plan;
     }
 
 private:
@@ -134,73 +177,81 @@ private:
         for (const std::int32_t index : list)
         {
             const Surface& surface = At(surfaces, index);
-            entries_.push_back({&surface, surface.GetMaterialID(), surface.GetGeometryID(), 0, 0, 0});
-            ++countOf[surface.GetMaterialID()];
+            Entry& entry = entries_.emplace_back();
+            entry.material = surface.GetMaterialID();
+            entry.geometry = surface.GetGeometryID();
+            ++countOf[entry.material];
         }
         for (Entry& entry : entries_)
             entry.materialCount = countOf[entry.material];
     }
 
-    void ReadSizes(const std::vector<Geometry>& geometries)
+    /// Only meshes of the list are looked at, so that many small merges do not each cost the whole library.
+    void ReadMeshes(const std::vector<Geometry>& geometries)
     {
-        sizes_.reserve(geometries.size());
-        for (const Geometry& geometry : geometries)
-            sizes_.push_back({geometry.VertexArray.size(), geometry.IndexArray.size(), geometry.GetPolySize()});
-    }
-
-    /// Chains the positions of each group; without comparison all surfaces are one group.
-    void ChainGroups()
-    {
-        nextInGroup_.assign(entries_.size(), entries_.size());
-        std::unordered_map<std::uint32_t, Position> lastOfGroup;
-        for (Position i = 0; i < entries_.size(); ++i)
+        std::unordered_map<int, std::uint32_t> meshOf;
+        meshOf.reserve(entries_.size());
+        for (Entry& entry : entries_)
         {
-            const auto [last, isFirst] = lastOfGroup.try_emplace(ComparesMaps() ? EnterIntoTree(entries_[i]) : 0, i);
-            if (!isFirst)
-                nextInGroup_[std::exchange(last->second, i)] = i;
+            if (!IsValidIndex(entry.geometry, geometries.size()))
+                continue;
+            const auto [known, isNew] = meshOf.try_emplace(entry.geometry, static_cast<std::uint32_t>(meshes_.size()));
+            entry.mesh = known->second;
+            const Geometry& geometry = geometries[static_cast<std::size_t>(entry.geometry)];
+            if (isNew)
+                meshes_.push_back({geometry.VertexArray.size(), geometry.IndexArray.size(), geometry.GetPolySize()});
         }
     }
 
-    /// @return the last node of the surface's path.
-    std::uint32_t EnterIntoTree(Entry& entry)
+    /// Chains the positions of each group; without comparison all surfaces are one group.
+    void ChainGroups(const std::vector<std::int32_t>& list, const std::vector<Surface>& surfaces)
     {
-        entry.pathBegin = static_cast<std::uint32_t>(paths_.size());
-        tree_.AppendPath(*entry.surface, entry.material, paths_);
-        entry.pathEnd = static_cast<std::uint32_t>(paths_.size());
-        return paths_.back();
+        std::unordered_map<std::uint32_t, Position> lastOfGroup;
+        for (Position i = 0; i < entries_.size(); ++i)
+        {
+            entries_[i].nextInGroup = entries_.size();
+            const std::uint32_t group = ComparesMaps() ? comparison_.Enter(At(surfaces, list[i])) : 0;
+            const auto [last, isFirst] = lastOfGroup.try_emplace(group, i);
+            if (!isFirst)
+                entries_[std::exchange(last->second, i)].nextInGroup = i;
+        }
     }
 
-    bool MayBeBase(Position position) const
+    bool MayBeBase(const Entry& entry) const
     {
-        const int count = entries_[position].materialCount;
-        return !(minSurfaces_ != 0 && count == 1) && count >= minSurfaces_;
+        const bool isAlone = minSurfaces_ != 0 && entry.materialCount == 1;
+        return !isAlone && entry.materialCount >= minSurfaces_;
     }
 
     /// Every surface of the group behind a base is still listed: those before it took a run that ends before it.
     Merge Search(Position base)
     {
-        Merge merge{base, entries_[base].geometry, {}, {}, entries_.size(), 0, 0};
-        const int count = entries_[base].materialCount;
+        Merge merge;
+        merge.geometry = entries_[base].geometry;
+        Position searched = entries_.size();
         int merges = 0;
-        for (Position candidate = nextInGroup_[base]; candidate < entries_.size(); candidate = nextInGroup_[candidate])
+        for (Position candidate = entries_[base].nextInGroup; candidate < entries_.size();
+             candidate = entries_[candidate].nextInGroup)
         {
-            if (!Join(merge, candidate))
+            if (!Join(merge, entries_[base], candidate))
             {
-                merge.reach = candidate;
+                searched = candidate + 1;
                 break;
             }
             ++merges;
-            if (minSurfaces_ != 0 && count == merges - 1)
-                break;
+            if (minSurfaces_ != 0 && entries_[base].materialCount == merges - 1)
+                break;  // only below 0, where nothing is compared
         }
+        if (ComparesMaps())
+            comparison_.NoteSearch(base, searched);
         return merge;
     }
 
     /// @return false when the candidate would make the merged mesh too large.
-    bool Join(Merge& merge, Position candidate)
+    bool Join(Merge& merge, const Entry& base, Position candidate)
     {
-        MeshSize& to = At(sizes_, merge.geometry);
-        MeshSize& from = At(sizes_, entries_[candidate].geometry);
+        MeshSize& to = At(meshes_, base.mesh);
+        MeshSize& from = At(meshes_, entries_[candidate].mesh);
         if (to.vertices + from.vertices > vertexLimit_)
             return false;
 
@@ -219,33 +270,11 @@ private:
         return true;
     }
 
-    /// A surface is compared with each earlier base of its material and number of maps that searches as far as it, map
-    /// by map up to the first difference.
-    void NoteComparedMaps(Position position)
-    {
-        const Entry& entry = entries_[position];
-        std::uint32_t next = entry.pathBegin;
-        while (next < entry.pathEnd && lastReach_[paths_[next]] > position)
-            ++next;
-        plan_.comparedMaps[position] = std::min(next - entry.pathBegin, entry.pathEnd - entry.pathBegin - 1);
-    }
-
-    void NoteReach(Position base, Position reach)
-    {
-        for (std::uint32_t i = entries_[base].pathBegin; i < entries_[base].pathEnd; ++i)
-            lastReach_[paths_[i]] = std::max(lastReach_[paths_[i]], reach + 1);
-    }
-
     int minSurfaces_;
     std::uint64_t vertexLimit_;
-
-    std::vector<Entry> entries_;   ///< one a position
-    std::vector<MeshSize> sizes_;  ///< geometry -> its size at this point of the merging
-    MapTree tree_;
-    std::vector<std::uint32_t> paths_;   ///< the paths of all positions
-    std::vector<Position> nextInGroup_;  ///< position -> the next one that may merge with it
-    std::vector<Position> lastReach_;    ///< node of the tree -> one behind the furthest position that a base reached
-    MergePlan plan_;
+    std::vector<Entry> entries_;    ///< one a position
+    std::vector<MeshSize> meshes_;  ///< one a mesh of the list
+    MapComparison comparison_;
 };
 
 }  // namespace

@@ -10,16 +10,14 @@
 namespace Importing
 {
 
-/// A base surface and those that join it; positions in the list of a node's surfaces.
+/// A base surface's mesh and what joins it.
 struct Merge
 {
-    std::size_t base;
-    int geometry;                        ///< the mesh of the base
-    std::vector<std::size_t> joining;    ///< in order; empty when the first candidate did not fit
-    std::vector<int> joiningGeometries;  ///< their meshes
-    std::size_t reach;                   ///< the last position that was looked at
-    std::size_t vertexCount;             ///< an upper bound of the merged mesh
-    std::size_t indexCount;
+    int geometry = -1;
+    std::vector<std::size_t> joining;    ///< positions in the list, in order; empty when the first one did not fit
+    std::vector<int> joiningGeometries;  ///< the meshes of those surfaces
+    std::size_t vertexCount = 0;         ///< the largest that the merged mesh gets
+    std::size_t indexCount = 0;
 };
 
 /// Which surfaces merge, found without changing anything.

@@ -117,8 +117,9 @@ private:
             if (vertices > vertexLimit_)
                 return;
 
+            const std::int32_t joining = List()[candidate];
             Absorb(scene_, to, from);
-            absorbed_.push_back(List()[candidate]);
+            absorbed_.push_back(joining);
             List().erase(List().begin() + static_cast<std::ptrdiff_t>(candidate));
             ++merges;
             if (minSurfaces_ != 0 && count == merges - 1)

@@ -1,4 +1,5 @@
 #include <importing/base/CheckedAccess.h>
+#include <importing/math/Products.h>
 #include <importing/plugin/SceneContainer.h>
 
 namespace Importing
@@ -27,9 +28,7 @@ void MoveAttached(SceneContainer& scene, std::vector<Record>& library, std::vect
     for (const std::int32_t index : from)
     {
         Record& record = library[static_cast<std::size_t>(index)];
-        D3DXMATRIX offset = record.GetOffsetMatrix().GetMatrix();
-        D3DXMatrixMultiply(&offset, &offset, &matrix);
-        record.SetOffsetMatrix(Transform(offset));
+        record.SetOffsetMatrix(Transform(Product(record.GetOffsetMatrix().GetMatrix(), matrix)));
     }
     MoveEntries(to, from);
 }

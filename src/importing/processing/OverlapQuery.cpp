@@ -1,6 +1,8 @@
 #include <importing/processing/OverlapQuery.h>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <numeric>
 #include <utility>
 
@@ -11,21 +13,25 @@ namespace
 
 constexpr std::uint32_t kLeafSize = 4;
 
-D3DXVECTOR3 Smaller(const D3DXVECTOR3& a, const D3DXVECTOR3& b)
+/// A coordinate that is no number separates nothing, so it counts as beyond all others.
+float NumberOr(float value, float beyond) { return std::isnan(value) ? beyond : value; }
+
+void Include(Box& bounds, const Box& box)
 {
-    return {std::min(a.x, b.x), std::min(a.y, b.y), std::min(a.z, b.z)};
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    bounds.min.x = std::min(bounds.min.x, NumberOr(box.min.x, -kInfinity));
+    bounds.min.y = std::min(bounds.min.y, NumberOr(box.min.y, -kInfinity));
+    bounds.min.z = std::min(bounds.min.z, NumberOr(box.min.z, -kInfinity));
+    bounds.max.x = std::max(bounds.max.x, NumberOr(box.max.x, kInfinity));
+    bounds.max.y = std::max(bounds.max.y, NumberOr(box.max.y, kInfinity));
+    bounds.max.z = std::max(bounds.max.z, NumberOr(box.max.z, kInfinity));
 }
 
-D3DXVECTOR3 Larger(const D3DXVECTOR3& a, const D3DXVECTOR3& b)
-{
-    return {std::max(a.x, b.x), std::max(a.y, b.y), std::max(a.z, b.z)};
-}
-
-/// Twice the centre of a box along an axis; 0 for a box from -infinity to infinity, which has none.
+/// Twice the centre of a box along an axis; 0 where it has none, as from -infinity to infinity.
 float CenterKey(float min, float max)
 {
     const float sum = min + max;
-    return sum == sum ? sum : 0.0F;
+    return NumberOr(sum, 0.0F);
 }
 
 float CenterKey(const Box& box, int axis)
@@ -69,12 +75,10 @@ std::uint32_t OverlapQuery::Build(std::uint32_t begin, std::uint32_t end)
 
 Box OverlapQuery::BoundsOf(std::uint32_t begin, std::uint32_t end) const
 {
-    Box bounds = boxes_[order_[begin]];
-    for (std::uint32_t i = begin + 1; i < end; ++i)
-    {
-        bounds.min = Smaller(bounds.min, boxes_[order_[i]].min);
-        bounds.max = Larger(bounds.max, boxes_[order_[i]].max);
-    }
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    Box bounds{D3DXVECTOR3(kInfinity, kInfinity, kInfinity), D3DXVECTOR3(-kInfinity, -kInfinity, -kInfinity)};
+    for (std::uint32_t i = begin; i < end; ++i)
+        Include(bounds, boxes_[order_[i]]);
     return bounds;
 }
 

@@ -12,9 +12,10 @@ namespace Importing
 /// Finds the boxes that overlap a box, by the six comparisons of Overlap(), without asking all of them.
 ///
 /// A hierarchy of boxes over the given ones: each node keeps the smallest minimum and the largest maximum of what lies
-/// below it, so that whenever a node is separated from a box, all below it are too; inverted and infinite boxes are no
-/// exception.
-/// Cost: n log n to build, log n plus the number found for a query in a scene whose boxes are spread out.
+/// below it, so that whenever a node is separated from a box, all below it are too. Inverted and infinite boxes are no
+/// exception; a coordinate that is no number counts as beyond all others there, since it separates nothing.
+/// Cost: n log n to build; log n plus the number found for a query among boxes that are spread out and not much longer
+/// than wide. Many long thin boxes make queries dearer.
 class OverlapQuery
 {
 public:

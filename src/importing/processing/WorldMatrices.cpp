@@ -1,6 +1,7 @@
 #include <importing/processing/WorldMatrices.h>
 
 #include <importing/base/CheckedAccess.h>
+#include <importing/math/Products.h>
 #include <importing/plugin/HierarchyCheck.h>
 #include <importing/plugin/ParentTable.h>
 #include <importing/plugin/PlainContainer.h>
@@ -49,7 +50,7 @@ void WorldMatrices::Compose(std::int32_t index)
         const std::int32_t current = path_.back();
         D3DXMATRIX world = At(scene_.NodeLibrary, current).GetLocalTransform().GetMatrix();
         if (node != -1)
-            D3DXMatrixMultiply(&world, &world, &At(matrices_, node));
+            world = Product(world, At(matrices_, node));
         Remember(current, world);
         node = current;
     }

@@ -3,6 +3,7 @@
 #include <importing/base/Export.h>
 
 #include <cstdint>
+#include <utility>
 
 namespace Importing
 {
@@ -21,9 +22,14 @@ class IMPORTING_API HashObject
 public:
     HashObject() = default;
     HashObject(const HashObject&) = default;
-    HashObject(HashObject&&) noexcept = default;
     HashObject& operator=(const HashObject&) = default;
-    HashObject& operator=(HashObject&&) noexcept = default;
+    /// The record that was moved from has other content now: its hash is not computed.
+    HashObject(HashObject&& other) noexcept : hash_(std::exchange(other.hash_, 0)) {}
+    HashObject& operator=(HashObject&& other) noexcept
+    {
+        hash_ = std::exchange(other.hash_, 0);
+        return *this;
+    }
 
     virtual ~HashObject();
 

@@ -15,7 +15,7 @@ class IMPORTING_API Joint
 public:
     /// No name, identity matrices, no parent, not animated.
     Joint();
-    explicit Joint(std::string name);
+    Joint(std::string name);
     Joint(const Joint&);
     Joint(Joint&&) noexcept;
 

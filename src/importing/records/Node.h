@@ -16,12 +16,6 @@ namespace Importing
 class IMPORTING_API Node
 {
 public:
-    // The lists are edited directly.
-    std::vector<std::int32_t> SurfaceList;  ///< into the surface library
-    std::vector<std::int32_t> ChildList;    ///< into the node library
-    std::vector<std::int32_t> CameraList;   ///< into the camera library
-    std::vector<std::int32_t> LightList;    ///< into the light library
-
     /// No name, no note, identity, not animated, empty lists.
     Node();
     Node(const Node&);
@@ -49,6 +43,13 @@ private:
     std::string note_;
     Transform localTransform_;
     std::int32_t animationID_ = -1;
+
+public:
+    // The lists are edited directly.
+    std::vector<std::int32_t> SurfaceList;  ///< into the surface library
+    std::vector<std::int32_t> ChildList;    ///< into the node library
+    std::vector<std::int32_t> CameraList;   ///< into the camera library
+    std::vector<std::int32_t> LightList;    ///< into the light library
 };
 
 }  // namespace Importing

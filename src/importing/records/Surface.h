@@ -18,9 +18,6 @@ namespace Importing
 class IMPORTING_API Surface : public HashObject
 {
 public:
-    /// The texture layers, in layer order. Edited directly: a change to a map is noticed at the next GetHash().
-    std::vector<Map> MapList;
-
     /// No mesh, no material, no name, offset 0, no maps.
     Surface();
     Surface(const Surface&);
@@ -67,6 +64,10 @@ private:
     std::int32_t materialID_ = -1;
     std::string name_;
     std::int32_t collisionOffset_ = 0;
+
+public:
+    /// The texture layers, in layer order. Edited directly: a change to a map is noticed at the next GetHash().
+    std::vector<Map> MapList;
 };
 
 }  // namespace Importing

@@ -41,7 +41,7 @@ public:
     Transform();
     Transform(const D3DXMATRIX& matrix);
     /// Copies 16 floats of a matrix, row by row.
-    explicit Transform(const float* matrix);
+    Transform(const float* matrix);
     Transform(const Transform&) = default;
     Transform& operator=(const Transform&) = default;
 

@@ -63,11 +63,18 @@ struct Vertex::Block
     }
 };
 
-Vertex::Block* Vertex::CopyBlock(const Block& block)
+/// Takes over what another vertex keeps in a block: into a block of its own, or into the vertex where it fits.
+void Vertex::CopyBlock(const Block& block)
 {
+    if (block.weightCount == 0 && block.texCoordCount <= InlineTexCoords)
+    {
+        std::uninitialized_copy_n(block.TexCoords(), block.texCoordCount, attributes_.texCoords);
+        inlineCount_ = static_cast<std::uint32_t>(block.texCoordCount);
+        return;
+    }
     Block* copy = Block::Allocate(block.texCoordCount, block.weightCount);
     copy->CopySequences(block.TexCoords(), block.texCoordCount, block.Weights(), block.weightCount);
-    return copy;
+    attributes_.block = copy;
 }
 
 void Vertex::FreeBlock(Block* block) noexcept { ::operator delete(block); }
@@ -95,7 +102,11 @@ const D3DXVECTOR2* Vertex::TexCoords() const
     return HasBlock() ? attributes_.block->TexCoords() : attributes_.texCoords;
 }
 
-/// Makes room for that many entries. Sequences that fit into the vertex stay there; none ever moves back into it.
+std::uint64_t Vertex::TexCoordCount() const { return HasBlock() ? attributes_.block->texCoordCount : inlineCount_; }
+
+std::uint64_t Vertex::WeightCount() const { return HasBlock() ? attributes_.block->weightCount : 0; }
+
+/// Makes room for that many entries. Sequences that fit into the vertex stay there.
 void Vertex::Reserve(std::uint64_t texCoords, std::uint64_t weights)
 {
     if (!HasBlock())
@@ -123,8 +134,8 @@ void Vertex::Reserve(std::uint64_t texCoords, std::uint64_t weights)
 D3DXVECTOR2& Vertex::GrownTexCoord(std::uint64_t index)
 {
     CheckLength(index);
-    Reserve(index + 1, GetWeightsCount());
-    const std::uint64_t count = GetTexCoordCount();
+    Reserve(index + 1, WeightCount());
+    const std::uint64_t count = TexCoordCount();
     D3DXVECTOR2* texCoords = HasBlock() ? attributes_.block->TexCoords() : attributes_.texCoords;
     if (index >= count)
     {
@@ -163,11 +174,11 @@ void Vertex::SetNormal(const D3DXVECTOR3& normal)
 
 D3DXVECTOR2 Vertex::GetTexCoord(int index)
 {
-    CheckIndex(index, GetTexCoordCount());
+    CheckIndex(index, TexCoordCount());
     return TexCoords()[index];
 }
 
-std::uint64_t Vertex::GetTexCoordCount() const { return HasBlock() ? attributes_.block->texCoordCount : inlineCount_; }
+std::uint64_t Vertex::GetTexCoordCount() const { return TexCoordCount(); }
 
 void Vertex::SetTexCoord(const D3DXVECTOR2& texCoord, std::uint64_t index)
 {
@@ -216,15 +227,15 @@ void Vertex::NormalizeNormal()
 
 Vertex::Weight Vertex::GetWeight(std::uint64_t index)
 {
-    return index < GetWeightsCount() ? attributes_.block->Weights()[index] : Weight(0, 0.0F);
+    return index < WeightCount() ? attributes_.block->Weights()[index] : Weight(0, 0.0F);
 }
 
-std::uint64_t Vertex::GetWeightsCount() const { return HasBlock() ? attributes_.block->weightCount : 0; }
+std::uint64_t Vertex::GetWeightsCount() const { return WeightCount(); }
 
 void Vertex::SetWeight(std::uint32_t joint, float weight, std::uint64_t index)
 {
     CheckLength(index);
-    Reserve(GetTexCoordCount(), index + 1);
+    Reserve(TexCoordCount(), index + 1);
     Block& block = *attributes_.block;
     Weight* weights = block.Weights();
     if (index >= block.weightCount)
@@ -239,23 +250,31 @@ void Vertex::SetWeight(std::uint32_t joint, float weight, std::uint64_t index)
 void Vertex::ClearWeights()
 {
     if (HasBlock())
-        attributes_.block->weightCount = 0;
+    {
+        Block* block = attributes_.block;
+        block->weightCount = 0;
+        if (block->texCoordCount <= InlineTexCoords)
+        {
+            CopyBlock(*block);
+            FreeBlock(block);
+        }
+    }
     SetHashInvalid();
 }
 
 void Vertex::AddWeight(std::uint32_t joint, float weight)
 {
     // Qualified: that an override of SetWeight is not asked is what a plain append promises.
-    Vertex::SetWeight(joint, weight, Vertex::GetWeightsCount());
+    Vertex::SetWeight(joint, weight, WeightCount());
 }
 
 void Vertex::CalculeteHash()
 {
     ContentHash hash;
     const D3DXVECTOR2* texCoords = TexCoords();
-    for (std::uint64_t i = 0; i < GetTexCoordCount(); ++i)
+    for (std::uint64_t i = 0; i < TexCoordCount(); ++i)
         hash.Add(texCoords[i].x).Add(texCoords[i].y);
-    for (std::uint64_t i = 0; i < GetWeightsCount(); ++i)
+    for (std::uint64_t i = 0; i < WeightCount(); ++i)
     {
         const Weight& weight = attributes_.block->Weights()[i];
         static_assert(sizeof(Weight) == 8);

@@ -35,7 +35,7 @@ public:
 
     /// Position and normal (0, 0, 0), no texture coordinates, no weights.
     Vertex() : Vertex(D3DXVECTOR3(0, 0, 0)) {}
-    explicit Vertex(const D3DXVECTOR3& position) : position_(position), normal_(0, 0, 0) {}
+    Vertex(const D3DXVECTOR3& position) : position_(position), normal_(0, 0, 0) {}
     Vertex(float x, float y, float z) : Vertex(D3DXVECTOR3(x, y, z)) {}
 
     Vertex(const Vertex& other)
@@ -43,11 +43,11 @@ public:
           attributes_(other.attributes_)
     {
         if (HasBlock())
-            attributes_.block = CopyBlock(*other.attributes_.block);
+            CopyBlock(*other.attributes_.block);
     }
     Vertex(Vertex&& other) noexcept
-        : HashObject(other), position_(other.position_), normal_(other.normal_), inlineCount_(other.inlineCount_),
-          attributes_(other.attributes_)
+        : HashObject(static_cast<HashObject&&>(other)), position_(other.position_), normal_(other.normal_),
+          inlineCount_(other.inlineCount_), attributes_(other.attributes_)
     {
         other.inlineCount_ = 0;
     }
@@ -132,10 +132,12 @@ private:
     static constexpr std::uint32_t kInBlock = 0xFFFFFFFFU;
 
     bool HasBlock() const { return inlineCount_ == kInBlock; }
-    static Block* CopyBlock(const Block& block);
+    void CopyBlock(const Block& block);
     static void FreeBlock(Block* block) noexcept;
 
     const D3DXVECTOR2* TexCoords() const;
+    std::uint64_t TexCoordCount() const;
+    std::uint64_t WeightCount() const;
     void Reserve(std::uint64_t texCoords, std::uint64_t weights);
     D3DXVECTOR2& GrownTexCoord(std::uint64_t index);
 

@@ -1,0 +1,45 @@
+#include <importing/processing/TickTimer.h>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
+
+namespace
+{
+
+using Importing::TickTimer;
+using namespace std::chrono_literals;
+
+TEST(TickTimer, StartsAtZeroAndNeverRunsBackwards)
+{
+    const TickTimer timer;
+    int last = timer.ElapsedMilliseconds();
+    EXPECT_GE(last, 0);
+    EXPECT_LT(last, 1000);
+    for (int i = 0; i < 1000; ++i)
+    {
+        const int now = timer.ElapsedMilliseconds();
+        EXPECT_GE(now, last);
+        last = now;
+    }
+}
+
+TEST(TickTimer, CountsMilliseconds)
+{
+    const TickTimer timer;
+    std::this_thread::sleep_for(60ms);
+    const int elapsed = timer.ElapsedMilliseconds();
+    EXPECT_GE(elapsed, 40);  // the platform's counter may step by up to 16
+    EXPECT_LT(elapsed, 10000);
+}
+
+TEST(TickTimer, EachOneCountsFromItsOwnStart)
+{
+    const TickTimer first;
+    std::this_thread::sleep_for(60ms);
+    const TickTimer second;
+    EXPECT_GE(first.ElapsedMilliseconds() - second.ElapsedMilliseconds(), 40);
+}
+
+}  // namespace

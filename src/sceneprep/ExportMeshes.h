@@ -1,0 +1,25 @@
+#pragma once
+
+#include <assimp/mesh.h>
+#include <importing/geometry/Geometry.h>
+
+#include <memory>
+
+namespace Sceneprep
+{
+
+/// @return whether the mesh can be written: triangles, and at least one of them.
+bool HasTriangles(const Importing::Geometry& geometry);
+
+/// Makes a mesh for a file: positions, normals, every UV set, triangles.
+/// @throws std::out_of_range when an index leads to no vertex.
+std::unique_ptr<aiMesh> ConvertMesh(Importing::Geometry& geometry);
+
+/// @return whether some vertex is a corner of more than one triangle.
+bool SharesVertices(const aiMesh& mesh);
+
+/// Carries a mesh by a matrix: normals by the inverse transpose, to unit length; the winding is turned where the matrix
+/// mirrors, so that faces look the same way as before.
+void BakeMatrix(const D3DXMATRIX& matrix, aiMesh& mesh);
+
+}  // namespace Sceneprep

@@ -1,0 +1,296 @@
+#include <sceneprep/ExportScene.h>
+
+#include <fmt/format.h>
+#include <importing/base/CheckedAccess.h>
+#include <sceneprep/Conversions.h>
+#include <sceneprep/ExportMaterials.h>
+#include <sceneprep/ExportMeshes.h>
+#include <sceneprep/ExportObjects.h>
+#include <sceneprep/Hierarchy.h>
+#include <sceneprep/ImportAnimations.h>
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+using Importing::At;
+using Importing::Node;
+using Importing::SceneContainer;
+using Importing::Surface;
+
+/// Hands a list of owners over to an array of a file's scene.
+template <typename T>
+void MoveInto(std::vector<std::unique_ptr<T>>& list, T**& array, unsigned& count)
+{
+    if (list.empty())
+        return;
+    array = new T*[list.size()];
+    for (std::unique_ptr<T>& entry : list)
+        array[count++] = entry.release();
+}
+
+/// Some exporters refuse a scene that is marked as sharing vertices and does not, others need the mark where it does.
+unsigned FlagsOf(const std::vector<std::unique_ptr<aiMesh>>& meshes)
+{
+    if (meshes.empty())
+        return AI_SCENE_FLAGS_INCOMPLETE;
+    const bool sharesVertices =
+        std::any_of(meshes.begin(), meshes.end(), [](const auto& mesh) { return SharesVertices(*mesh); });
+    return sharesVertices ? AI_SCENE_FLAGS_NON_VERBOSE_FORMAT : 0U;
+}
+
+/// Builds one file's scene.
+class SceneExporter
+{
+public:
+    SceneExporter(SceneContainer& scene, const Textures& textures, const WriteFormat& format)
+        : scene_(scene), textures_(textures), format_(format), walk_(WalkFromRoot(scene)),
+          materials_(scene, textures, format), nodeOf_(scene.NodeLibrary.size(), 0)
+    {
+        for (Node& node : scene.NodeLibrary)
+            ++nameUses_[node.GetName()];
+    }
+
+    std::unique_ptr<aiScene> Build()
+    {
+        if (walk_.order.empty())
+            AddNode(scene_.GetName(), aiMatrix4x4());
+        else if (format_.IsFlat())
+            BuildFlat();
+        else
+            BuildHierarchy();
+        return Assemble();
+    }
+
+private:
+    struct FileNode
+    {
+        std::unique_ptr<aiNode> node;
+        std::vector<std::size_t> children;
+    };
+
+    void BuildFlat()
+    {
+        Node& root = At(scene_.NodeLibrary, scene_.GetRootNodeIndex());
+        const D3DXMATRIX rootMatrix = root.GetLocalTransform().GetMatrix();
+        const std::vector<D3DXMATRIX> matrices = MatricesInRootFrame(scene_, walk_);
+        const std::size_t top = AddNode(root.GetName(), aiMatrix4x4());
+        for (const int node : walk_.order)
+        {
+            const D3DXMATRIX world = Product(At(matrices, node), rootMatrix);
+            for (const std::int32_t index : At(scene_.NodeLibrary, node).SurfaceList)
+                AddBakedSurface(At(scene_.SurfaceLibrary, index), world, top);
+        }
+    }
+
+    void AddBakedSurface(Surface& surface, const D3DXMATRIX& world, std::size_t top)
+    {
+        if (!IsShown(surface))
+            return;
+        const unsigned mesh = AddMesh(surface);
+        BakeMatrix(world, *meshes_[mesh]);
+        SetMesh(AddChild(top, surface.GetName()), mesh);
+    }
+
+    void BuildHierarchy()
+    {
+        for (const int index : walk_.order)
+        {
+            Node& node = At(scene_.NodeLibrary, index);
+            const std::size_t target = AddNode(FileNameOf(node), FromMatrix(node.GetLocalTransform().GetMatrix()));
+            At(nodeOf_, index) = target;
+            const int parent = At(walk_.parent, index);
+            if (parent >= 0)
+                nodes_[At(nodeOf_, parent)].children.push_back(target);
+            AddAnimation(node, target);
+        }
+        // Children that surfaces and objects need stand behind the scene's own.
+        for (const int index : walk_.order)
+        {
+            Node& node = At(scene_.NodeLibrary, index);
+            AddSurfaces(node, At(nodeOf_, index));
+            if (format_.HoldsCamerasAndLights())
+                AddCamerasAndLights(node, At(nodeOf_, index));
+        }
+    }
+
+    bool IsShown(const Surface& surface)
+    {
+        return surface.GetGeometryID() >= 0 && HasTriangles(At(scene_.GeometryLibrary, surface.GetGeometryID()));
+    }
+
+    void AddSurfaces(Node& node, std::size_t target)
+    {
+        std::vector<Surface*> shown;
+        for (const std::int32_t index : node.SurfaceList)
+        {
+            Surface& surface = At(scene_.SurfaceLibrary, index);
+            if (IsShown(surface))
+                shown.push_back(&surface);
+        }
+        if (shown.size() == 1)
+        {
+            SetMesh(target, SharedMesh(*shown.front()));
+            return;
+        }
+        for (Surface* surface : shown)
+            SetMesh(AddChild(target, surface->GetName()), SharedMesh(*surface));
+    }
+
+    unsigned SharedMesh(Surface& surface)
+    {
+        const std::pair<int, unsigned> key(surface.GetGeometryID(), materials_.Find(surface));
+        const auto found = meshOf_.find(key);
+        return found != meshOf_.end() ? found->second : meshOf_[key] = AddMesh(surface);
+    }
+
+    unsigned AddMesh(Surface& surface)
+    {
+        std::unique_ptr<aiMesh> mesh = ConvertMesh(At(scene_.GeometryLibrary, surface.GetGeometryID()));
+        if (mesh->mName.length == 0)
+            mesh->mName = surface.GetName();
+        mesh->mMaterialIndex = materials_.Find(surface);
+        meshes_.push_back(std::move(mesh));
+        return static_cast<unsigned>(meshes_.size() - 1);
+    }
+
+    void AddCamerasAndLights(Node& node, std::size_t target)
+    {
+        const bool only = node.CameraList.size() + node.LightList.size() == 1 && HasOwnName(*nodes_[target].node);
+        for (const std::int32_t index : node.CameraList)
+        {
+            Importing::Camera& camera = At(scene_.CameraLibrary, index);
+            const std::size_t place = only ? target : AddChild(target, UniqueName(camera.GetName(), "camera"));
+            cameras_.push_back(ConvertCamera(camera, nodes_[place].node->mName.C_Str()));
+        }
+        for (const std::int32_t index : node.LightList)
+        {
+            Importing::Light& light = At(scene_.LightLibrary, index);
+            const std::size_t place = only ? target : AddChild(target, UniqueName(light.GetName(), "light"));
+            lights_.push_back(ConvertLight(light, nodes_[place].node->mName.C_Str()));
+        }
+    }
+
+    void AddAnimation(Node& node, std::size_t target)
+    {
+        if (!Importing::IsValidIndex(node.GetAnimationID(), scene_.AnimationLibrary.size()))
+            return;
+        std::vector<Importing::Key>& keys = At(scene_.AnimationLibrary, node.GetAnimationID());
+        if (!keys.empty())
+            channels_.push_back(ConvertAnimation(keys, nodes_[target].node->mName.C_Str()));
+    }
+
+    /// Files tie movements to nodes by name, so a node that moves needs a name of its own.
+    std::string FileNameOf(Node& node)
+    {
+        const std::string name = node.GetName();
+        const bool needsOwnName = node.GetAnimationID() >= 0 && (name.empty() || nameUses_[name] > 1);
+        return needsOwnName ? UniqueName(name, "animated") : name;
+    }
+
+    bool HasOwnName(const aiNode& node) { return node.mName.length > 0 && nameUses_[node.mName.C_Str()] == 1; }
+
+    std::string UniqueName(const std::string& wanted, const char* otherwise)
+    {
+        const std::string plain = wanted.empty() ? otherwise : wanted;
+        std::string unique = plain;
+        for (int number = 2; nameUses_[unique] > 0; ++number)
+            unique = fmt::format("{}_{}", plain, number);
+        ++nameUses_[unique];
+        return unique;
+    }
+
+    std::size_t AddNode(const std::string& name, const aiMatrix4x4& matrix)
+    {
+        auto node = std::make_unique<aiNode>(name);
+        node->mTransformation = matrix;
+        nodes_.push_back({std::move(node), {}});
+        return nodes_.size() - 1;
+    }
+
+    std::size_t AddChild(std::size_t parent, const std::string& name)
+    {
+        const std::size_t child = AddNode(name, aiMatrix4x4());
+        nodes_[parent].children.push_back(child);
+        return child;
+    }
+
+    void SetMesh(std::size_t node, unsigned mesh)
+    {
+        nodes_[node].node->mMeshes = new unsigned[1]{mesh};
+        nodes_[node].node->mNumMeshes = 1;
+    }
+
+    std::unique_ptr<aiScene> Assemble()
+    {
+        auto target = std::make_unique<aiScene>();
+        target->mFlags = FlagsOf(meshes_);
+        MoveInto(meshes_, target->mMeshes, target->mNumMeshes);
+        materials_.MoveTo(*target);
+        MoveInto(cameras_, target->mCameras, target->mNumCameras);
+        MoveInto(lights_, target->mLights, target->mNumLights);
+        ExportEmbeddedTextures(textures_, *target);
+        AssembleAnimation(*target);
+        AssembleNodes(*target);
+        return target;
+    }
+
+    void AssembleAnimation(aiScene& target)
+    {
+        if (channels_.empty())
+            return;
+        std::vector<std::unique_ptr<aiAnimation>> animations;
+        aiAnimation& animation = *animations.emplace_back(std::make_unique<aiAnimation>());
+        animation.mTicksPerSecond = kTicksPerSecond;
+        animation.mDuration = 0;
+        for (const std::unique_ptr<aiNodeAnim>& channel : channels_)
+            animation.mDuration =
+                std::max(animation.mDuration, channel->mPositionKeys[channel->mNumPositionKeys - 1].mTime);
+        MoveInto(channels_, animation.mChannels, animation.mNumChannels);
+        MoveInto(animations, target.mAnimations, target.mNumAnimations);
+    }
+
+    void AssembleNodes(aiScene& target)
+    {
+        target.mRootNode = nodes_.front().node.get();
+        for (FileNode& entry : nodes_)
+        {
+            std::vector<aiNode*> children;
+            for (const std::size_t child : entry.children)
+                children.push_back(nodes_[child].node.get());
+            if (!children.empty())
+                entry.node->addChildren(static_cast<unsigned>(children.size()), children.data());
+        }
+        for (FileNode& entry : nodes_)
+            static_cast<void>(entry.node.release());  // the root's now
+    }
+
+    SceneContainer& scene_;
+    const Textures& textures_;
+    const WriteFormat& format_;
+    NodeWalk walk_;
+    MaterialExporter materials_;
+    std::vector<FileNode> nodes_;      // the first is the root
+    std::vector<std::size_t> nodeOf_;  // by node of the scene
+    std::map<std::string, int> nameUses_;
+    std::vector<std::unique_ptr<aiMesh>> meshes_;
+    std::map<std::pair<int, unsigned>, unsigned> meshOf_;  // by geometry and material of the file
+    std::vector<std::unique_ptr<aiCamera>> cameras_;
+    std::vector<std::unique_ptr<aiLight>> lights_;
+    std::vector<std::unique_ptr<aiNodeAnim>> channels_;
+};
+
+}  // namespace
+
+std::unique_ptr<aiScene> BuildExportScene(SceneContainer& scene, const Textures& textures, const WriteFormat& format)
+{
+    return SceneExporter(scene, textures, format).Build();
+}
+
+}  // namespace Sceneprep

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <assimp/scene.h>
+#include <importing/plugin/SceneContainer.h>
+#include <sceneprep/Formats.h>
+#include <sceneprep/Textures.h>
+
+#include <memory>
+
+namespace Sceneprep
+{
+
+/// Builds what the model library writes, afresh: nothing of an imported file but what the scene holds gets into it.
+///
+/// A node carries at most one mesh; a node with several surfaces gets a child for each. Exporters that take several
+/// meshes at a node mix them up where one of them is shared. Surfaces of one mesh and one material share a mesh in the
+/// file.
+///
+/// For flat formats every surface is a child of the root, its mesh carried into the world by its node's matrix, and
+/// the winding turned where that matrix mirrors.
+///
+/// A camera or light stands at its node where the node has no other and its name is the only one of its kind; else at
+/// a child of its own. Left out: surfaces without triangles, and what the root does not lead to.
+std::unique_ptr<aiScene> BuildExportScene(Importing::SceneContainer& scene, const Textures& textures,
+                                          const WriteFormat& format);
+
+}  // namespace Sceneprep

@@ -1,0 +1,169 @@
+#include <sceneprep/FlattenSteps.h>
+
+#include <importing/base/CheckedAccess.h>
+#include <sceneprep/Hierarchy.h>
+
+#include <algorithm>
+#include <map>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+using Importing::At;
+using Importing::Node;
+using Importing::SceneContainer;
+
+/// @return for each node [nodes] whether flattening leaves it alone: it, or a node above it, is animated.
+std::vector<bool> FindKeptNodes(SceneContainer& scene, const NodeWalk& walk)
+{
+    std::vector<bool> kept(scene.NodeLibrary.size(), false);
+    for (const int node : walk.order)
+    {
+        const auto position = static_cast<std::size_t>(node);
+        const int parent = walk.parent[position];
+        kept[position] = scene.NodeLibrary[position].GetAnimationID() != -1 ||
+                         (parent >= 0 && kept[static_cast<std::size_t>(parent)]);
+    }
+    return kept;
+}
+
+/// The topmost animated nodes that are not children of the root, by parent.
+std::map<int, std::vector<std::int32_t>> FindNodesToAnchor(SceneContainer& scene, const NodeWalk& walk)
+{
+    const std::vector<bool> kept = FindKeptNodes(scene, walk);
+    std::map<int, std::vector<std::int32_t>> byParent;
+    for (const int node : walk.order)
+    {
+        const int parent = walk.parent[static_cast<std::size_t>(node)];
+        const bool belowRoot = parent >= 0 && parent != scene.GetRootNodeIndex();
+        if (belowRoot && kept[static_cast<std::size_t>(node)] && !kept[static_cast<std::size_t>(parent)])
+            byParent[parent].push_back(node);
+    }
+    return byParent;
+}
+
+int AnchorMark(const SceneContainer& scene) { return static_cast<int>(scene.AnimationLibrary.size()); }
+
+void MoveUnderAnchor(SceneContainer& scene, int parent, const std::vector<std::int32_t>& nodes,
+                     const D3DXMATRIX& placement)
+{
+    std::vector<std::int32_t>& siblings = At(scene.NodeLibrary, parent).ChildList;
+    siblings.erase(
+        std::remove_if(siblings.begin(), siblings.end(),
+                       [&nodes](std::int32_t child) { return std::binary_search(nodes.begin(), nodes.end(), child); }),
+        siblings.end());
+
+    Node anchor;
+    anchor.SetName(At(scene.NodeLibrary, parent).GetName());
+    anchor.SetLocalTransform(Importing::Transform(placement));
+    anchor.SetAnimationID(AnchorMark(scene));
+    anchor.ChildList = nodes;
+    scene.NodeLibrary.push_back(std::move(anchor));
+    At(scene.NodeLibrary, scene.GetRootNodeIndex())
+        .ChildList.push_back(static_cast<std::int32_t>(scene.NodeLibrary.size() - 1));
+}
+
+void TurnFacesOf(SceneContainer& scene, int node)
+{
+    for (const std::int32_t surface : At(scene.NodeLibrary, node).SurfaceList)
+    {
+        const int geometry = At(scene.SurfaceLibrary, surface).GetGeometryID();
+        if (geometry >= 0)
+            At(scene.GeometryLibrary, geometry).FlipFaces();
+    }
+}
+
+}  // namespace
+
+void AddFlattenSteps(Pipeline& pipeline, const FlattenOptions& options)
+{
+    if (!options.ignoreAnimation)
+        pipeline.Add("Anchor animated nodes", AnchorAnimatedNodes);
+    pipeline.Add("Turn mirrored faces",
+                 [options](SceneContainer& scene) { TurnMirroredFaces(scene, options.ignoreAnimation); });
+    pipeline.Add("Flatten", [options](SceneContainer& scene) { Flatten(scene, options); });
+    if (!options.ignoreAnimation)
+        pipeline.Add("Release anchors", ReleaseAnchors);
+    pipeline.Add("Drop unreachable nodes", DropUnreachableNodes);
+}
+
+void AnchorAnimatedNodes(SceneContainer& scene)
+{
+    const NodeWalk walk = WalkFromRoot(scene);
+    const std::vector<D3DXMATRIX> matrices = MatricesInRootFrame(scene, walk);
+    for (auto& [parent, nodes] : FindNodesToAnchor(scene, walk))
+    {
+        std::vector<std::int32_t> sorted = nodes;
+        std::sort(sorted.begin(), sorted.end());
+        MoveUnderAnchor(scene, parent, sorted, matrices[static_cast<std::size_t>(parent)]);
+    }
+}
+
+void ReleaseAnchors(SceneContainer& scene)
+{
+    for (Node& node : scene.NodeLibrary)
+    {
+        if (node.GetAnimationID() == AnchorMark(scene))
+            node.SetAnimationID(-1);
+    }
+}
+
+void TurnMirroredFaces(SceneContainer& scene, bool ignoreAnimation)
+{
+    const NodeWalk walk = WalkFromRoot(scene);
+    const std::vector<D3DXMATRIX> matrices = MatricesInRootFrame(scene, walk);
+    const std::vector<bool> kept =
+        ignoreAnimation ? std::vector<bool>(scene.NodeLibrary.size(), false) : FindKeptNodes(scene, walk);
+    for (const int node : walk.order)
+    {
+        const auto position = static_cast<std::size_t>(node);
+        if (!kept[position] && IsMirroring(matrices[position]))
+            TurnFacesOf(scene, node);
+    }
+}
+
+void Flatten(SceneContainer& scene, const FlattenOptions& options)
+{
+    const int root = scene.GetRootNodeIndex();
+    if (root < 0)
+        return;
+
+    // One pass keeps every second level of a branch: a node stays when a child of it has just been collapsed.
+    std::size_t nodesBefore = 0;
+    do
+    {
+        nodesBefore = scene.NodeLibrary.size();
+        const int target = scene.GetRootNodeIndex();  // erasing nodes may move the root
+        scene.FlatHierarchy(target, Importing::Transform::Indentity, target, Importing::Transform::Indentity,
+                            options.minSurfaces, options.maxVertices, options.ignoreAnimation);
+    } while (scene.NodeLibrary.size() != nodesBefore);
+}
+
+void DropUnreachableNodes(SceneContainer& scene)
+{
+    const NodeWalk walk = WalkFromRoot(scene);
+    std::vector<int> reached = walk.order;
+    std::sort(reached.begin(), reached.end());
+
+    std::vector<std::int32_t> newIndex(scene.NodeLibrary.size(), -1);
+    std::vector<Node> nodes;
+    nodes.reserve(reached.size());
+    for (const int node : reached)
+    {
+        newIndex[static_cast<std::size_t>(node)] = static_cast<std::int32_t>(nodes.size());
+        nodes.push_back(std::move(At(scene.NodeLibrary, node)));
+    }
+    for (Node& node : nodes)
+    {
+        for (std::int32_t& child : node.ChildList)
+            child = At(newIndex, child);
+    }
+    if (!reached.empty())
+        scene.SetRootNodeIndex(At(newIndex, scene.GetRootNodeIndex()));
+    scene.NodeLibrary = std::move(nodes);
+}
+
+}  // namespace Sceneprep

@@ -1,0 +1,93 @@
+#include <sceneprep/Formats.h>
+
+#include <assimp/Exporter.hpp>
+#include <assimp/Importer.hpp>
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string_view>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+/// Which of several formats of one ending is meant.
+constexpr std::array<std::string_view, 4> kPreferredIds = {"gltf2", "glb2", "plyb", "stlb"};
+
+bool IsPreferred(std::string_view id)
+{
+    return std::find(kPreferredIds.begin(), kPreferredIds.end(), id) != kPreferredIds.end();
+}
+
+bool IsOneOf(const std::string& text, std::initializer_list<std::string_view> choices)
+{
+    return std::find(choices.begin(), choices.end(), text) != choices.end();
+}
+
+std::map<std::string, WriteFormat> FormatsByExtension()
+{
+    const Assimp::Exporter exporter;
+    std::map<std::string, WriteFormat> formats;
+    for (std::size_t i = 0; i < exporter.GetExportFormatCount(); ++i)
+    {
+        const aiExportFormatDesc& found = *exporter.GetExportFormatDescription(i);
+        const WriteFormat format = {found.id, found.fileExtension, found.description};
+        if (IsPreferred(format.id))
+            formats.insert_or_assign(format.extension, format);
+        else
+            formats.emplace(format.extension, format);
+    }
+    return formats;
+}
+
+}  // namespace
+
+bool WriteFormat::IsFlat() const { return IsOneOf(extension, {"obj", "ply", "stl"}); }
+
+bool WriteFormat::HoldsCamerasAndLights() const { return !IsFlat() && !IsGltf(); }
+
+bool WriteFormat::IsGltf() const { return IsOneOf(extension, {"gltf", "glb"}); }
+
+bool WriteFormat::IsObj() const { return extension == "obj"; }
+
+std::optional<WriteFormat> FindWriteFormat(const std::filesystem::path& file)
+{
+    std::string extension = file.extension().string();
+    if (extension.empty())
+        return std::nullopt;
+    extension.erase(0, 1);
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+
+    const std::map<std::string, WriteFormat> formats = FormatsByExtension();
+    const auto found = formats.find(extension);
+    return found == formats.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::vector<WriteFormat> ListWriteFormats()
+{
+    std::vector<WriteFormat> list;
+    for (const auto& [extension, format] : FormatsByExtension())
+        list.push_back(format);
+    return list;
+}
+
+std::vector<std::string> ListReadExtensions()
+{
+    const Assimp::Importer importer;
+    aiString patterns;
+    importer.GetExtensionList(patterns);
+
+    std::set<std::string> extensions;
+    std::istringstream stream(patterns.C_Str());
+    for (std::string pattern; std::getline(stream, pattern, ';');)
+        extensions.insert(pattern.substr(pattern.find('.') + 1));  // "*.obj"
+    return {extensions.begin(), extensions.end()};
+}
+
+}  // namespace Sceneprep

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <importing/plugin/SceneContainer.h>
+
+#include <vector>
+
+namespace Sceneprep
+{
+
+/// The nodes that can be reached from the scene's root, parents before children, siblings in the order of their list;
+/// the first is the root. Empty when the scene has no root.
+struct NodeWalk
+{
+    std::vector<int> order;
+    std::vector<int> parent;  ///< [nodes] index of the parent; -1 for the root and for nodes that are not reached
+};
+
+/// Walks without recursion, so that depth does not matter. A node is visited once, under the first parent that lists
+/// it, so a cycle ends the walk.
+/// @throws std::out_of_range when a child list leads outside the node library.
+NodeWalk WalkFromRoot(Importing::SceneContainer& scene);
+
+/// @return for each reached node [nodes] its placement in the frame of the root; the root's own local matrix is not
+///         part of it. Identity for nodes that are not reached.
+std::vector<D3DXMATRIX> MatricesInRootFrame(Importing::SceneContainer& scene, const NodeWalk& walk);
+
+/// @return whether the matrix turns a left hand into a right one.
+bool IsMirroring(const D3DXMATRIX& matrix);
+
+D3DXMATRIX Product(const D3DXMATRIX& first, const D3DXMATRIX& second);
+
+}  // namespace Sceneprep

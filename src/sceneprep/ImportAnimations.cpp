@@ -1,0 +1,121 @@
+#include <sceneprep/ImportAnimations.h>
+
+#include <fmt/format.h>
+#include <importing/base/CheckedAccess.h>
+#include <sceneprep/Conversions.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+/// For files that do not say how long a tick is.
+constexpr double kUsualTicksPerSecond = 25;
+
+aiVector3D Between(const aiVector3D& a, const aiVector3D& b, float part) { return a + (b - a) * part; }
+
+aiQuaternion Between(const aiQuaternion& a, const aiQuaternion& b, float part)
+{
+    aiQuaternion result;
+    aiQuaternion::Interpolate(result, a, b, part);
+    return result.Normalize();
+}
+
+/// The value of one channel at a time; before its first and behind its last key it stands still.
+template <typename SourceKey, typename Value>
+Value ValueAt(const SourceKey* keys, unsigned count, double time, const Value& withoutKeys)
+{
+    if (count == 0)
+        return withoutKeys;
+    const SourceKey* end = keys + count;
+    const SourceKey* next =
+        std::lower_bound(keys, end, time, [](const SourceKey& key, double t) { return key.mTime < t; });
+    if (next == keys)
+        return keys->mValue;
+    if (next == end)
+        return keys[count - 1].mValue;
+    const SourceKey& previous = next[-1];
+    const double span = next->mTime - previous.mTime;
+    const double part = span > 0 ? (time - previous.mTime) / span : 1;
+    return Between(previous.mValue, next->mValue, static_cast<float>(part));
+}
+
+template <typename SourceKey>
+void AddTimes(const SourceKey* keys, unsigned count, std::vector<double>& times)
+{
+    for (unsigned i = 0; i < count; ++i)
+        times.push_back(keys[i].mTime);
+}
+
+std::vector<double> MergedTimes(const aiNodeAnim& channel)
+{
+    std::vector<double> times;
+    AddTimes(channel.mPositionKeys, channel.mNumPositionKeys, times);
+    AddTimes(channel.mRotationKeys, channel.mNumRotationKeys, times);
+    AddTimes(channel.mScalingKeys, channel.mNumScalingKeys, times);
+    std::sort(times.begin(), times.end());
+    times.erase(std::unique(times.begin(), times.end()), times.end());
+    return times;
+}
+
+std::uint32_t ToTicks(double time, double sourceTicksPerSecond)
+{
+    const double ticks = std::round(time / sourceTicksPerSecond * kTicksPerSecond);
+    return static_cast<std::uint32_t>(
+        std::clamp(ticks, 0.0, static_cast<double>(std::numeric_limits<std::uint32_t>::max())));
+}
+
+std::vector<Importing::Key> ConvertChannel(const aiNodeAnim& channel, double ticksPerSecond)
+{
+    std::vector<Importing::Key> keys;
+    for (const double time : MergedTimes(channel))
+    {
+        const std::uint32_t ticks = ToTicks(time, ticksPerSecond);
+        if (!keys.empty() && keys.back().GetTime() == ticks)
+            continue;
+        Importing::Key key;
+        key.SetTime(ticks);
+        key.SetPosition(ToVector(ValueAt(channel.mPositionKeys, channel.mNumPositionKeys, time, aiVector3D())));
+        key.SetRotation(ToQuaternion(ValueAt(channel.mRotationKeys, channel.mNumRotationKeys, time, aiQuaternion())));
+        key.SetScale(ToVector(ValueAt(channel.mScalingKeys, channel.mNumScalingKeys, time, aiVector3D(1, 1, 1))));
+        keys.push_back(key);
+    }
+    return keys;
+}
+
+}  // namespace
+
+std::vector<std::string> ImportAnimations(const aiScene& source, const NodeNames& nodes,
+                                          Importing::SceneContainer& scene)
+{
+    std::size_t leftOut = 0;
+    for (unsigned a = 0; a < source.mNumAnimations; ++a)
+    {
+        const aiAnimation& animation = *source.mAnimations[a];
+        const double ticksPerSecond = animation.mTicksPerSecond > 0 ? animation.mTicksPerSecond : kUsualTicksPerSecond;
+        for (unsigned c = 0; c < animation.mNumChannels; ++c)
+        {
+            const aiNodeAnim& channel = *animation.mChannels[c];
+            const auto found = nodes.find(channel.mNodeName.C_Str());
+            if (found == nodes.end())
+                continue;
+            Importing::Node& node = Importing::At(scene.NodeLibrary, found->second);
+            std::vector<Importing::Key> keys = ConvertChannel(channel, ticksPerSecond);
+            if (node.GetAnimationID() >= 0)
+                ++leftOut;
+            else if (!keys.empty())
+                node.SetAnimationID(scene.AddAnimationToLibrary(std::move(keys), true));
+        }
+    }
+    if (leftOut == 0)
+        return {};
+    return {fmt::format("a node keeps one animation: further movements are left out ({})", leftOut)};
+}
+
+}  // namespace Sceneprep

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <assimp/scene.h>
+#include <importing/plugin/SceneContainer.h>
+#include <sceneprep/ImportObjects.h>
+
+#include <string>
+#include <vector>
+
+namespace Sceneprep
+{
+
+/// Times of keys are in these ticks: a whole number of them fits a frame at 24, 25, 30, 50 and 60 frames a second.
+inline constexpr double kTicksPerSecond = 4800;
+
+/// Brings the animations of nodes into the scene: keys at every time at which position, rotation or scale has one, the
+/// other two interpolated. A node that several animations move keeps the first one.
+/// @return what is left out, one line each.
+std::vector<std::string> ImportAnimations(const aiScene& source, const NodeNames& nodes,
+                                          Importing::SceneContainer& scene);
+
+}  // namespace Sceneprep

@@ -1,0 +1,129 @@
+#include <sceneprep/ImportMaterials.h>
+
+#include <assimp/material.h>
+#include <sceneprep/Conversions.h>
+#include <sceneprep/MapTypes.h>
+
+#include <algorithm>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+using Importing::Map;
+using Importing::Material;
+
+D3DXCOLOR ColorOr(const aiMaterial& source, const char* key, unsigned type, unsigned index, const D3DXCOLOR& otherwise)
+{
+    aiColor4D color;
+    if (source.Get(key, type, index, color) != aiReturn_SUCCESS)
+        return otherwise;
+    return {color.r, color.g, color.b, 1.0F};
+}
+
+float OpacityOf(const aiMaterial& source)
+{
+    float opacity = 1;
+    if (source.Get(AI_MATKEY_OPACITY, opacity) == aiReturn_SUCCESS)
+        return opacity;
+    aiColor4D diffuse;
+    return source.Get(AI_MATKEY_COLOR_DIFFUSE, diffuse) == aiReturn_SUCCESS ? diffuse.a : 1.0F;
+}
+
+Material ConvertMaterial(const aiMaterial& source)
+{
+    Material material;
+    aiString name;
+    if (source.Get(AI_MATKEY_NAME, name) == aiReturn_SUCCESS)
+        material.SetName(name.C_Str());
+    const D3DXCOLOR base = ColorOr(source, AI_MATKEY_BASE_COLOR, material.GetDiffuse());
+    material.SetDiffuse(ColorOr(source, AI_MATKEY_COLOR_DIFFUSE, base));
+    material.SetSpecular(ColorOr(source, AI_MATKEY_COLOR_SPECULAR, material.GetSpecular()));
+    material.SetEmissive(ColorOr(source, AI_MATKEY_COLOR_EMISSIVE, material.GetEmissive()));
+    float power = 0;
+    if (source.Get(AI_MATKEY_SHININESS, power) == aiReturn_SUCCESS)
+        material.SetSpecularPower(power);
+    material.SetOpacity(OpacityOf(source));
+    return material;
+}
+
+/// Physically based formats name one texture twice, as base colour and as diffuse colour.
+bool RepeatsDiffuse(std::vector<Map>& maps, Map& map)
+{
+    return map.GetType() == "base-color" && std::any_of(maps.begin(), maps.end(), [&map](Map& other) {
+               return other.GetType() == "diffuse" && other.GetTextureID() == map.GetTextureID() &&
+                      other.GetUVSetIndex() == map.GetUVSetIndex();
+           });
+}
+
+}  // namespace
+
+MaterialImporter::MaterialImporter(const aiScene& source, Importing::SceneContainer& scene, Textures& textures)
+    : source_(source), scene_(scene), textures_(textures)
+{}
+
+void MaterialImporter::Apply(unsigned sourceMaterial, Importing::Surface& surface)
+{
+    if (sourceMaterial >= source_.mNumMaterials)
+        return;
+    auto found = imported_.find(sourceMaterial);
+    if (found == imported_.end())
+        found = imported_.emplace(sourceMaterial, Import(*source_.mMaterials[sourceMaterial])).first;
+    surface.SetMaterialID(found->second.material);
+    surface.MapList = found->second.maps;
+}
+
+MaterialImporter::Imported MaterialImporter::Import(const aiMaterial& source)
+{
+    Material material = ConvertMaterial(source);
+    return {scene_.AddMaterialToLibrary(material, true), ImportMaps(source)};
+}
+
+std::vector<Map> MaterialImporter::ImportMaps(const aiMaterial& source)
+{
+    std::vector<Map> maps;
+    for (const MapType& type : kMapTypes)
+    {
+        for (unsigned i = 0; i < source.GetTextureCount(type.texture); ++i)
+        {
+            aiString file;
+            unsigned uvSet = 0;
+            ai_real amount = 1;
+            if (source.GetTexture(type.texture, i, &file, nullptr, &uvSet, &amount) != aiReturn_SUCCESS)
+                continue;
+            Map map;
+            map.SetTextureID(scene_.AddTextureToLibrary(file.C_Str(), true));
+            map.SetType(type.name);
+            map.SetUVSetIndex(uvSet);
+            map.SetAmount(amount);
+            textures_.spelling.emplace(scene_.TextureLibrary[static_cast<std::size_t>(map.GetTextureID())],
+                                       file.C_Str());
+            if (!RepeatsDiffuse(maps, map))
+                maps.push_back(map);
+        }
+    }
+    return maps;
+}
+
+std::vector<EmbeddedTexture> ImportEmbeddedTextures(const aiScene& source)
+{
+    std::vector<EmbeddedTexture> textures;
+    for (unsigned i = 0; i < source.mNumTextures; ++i)
+    {
+        const aiTexture& picture = *source.mTextures[i];
+        const std::size_t bytes = picture.mHeight == 0
+                                      ? picture.mWidth
+                                      : sizeof(aiTexel) * picture.mWidth * static_cast<std::size_t>(picture.mHeight);
+        const auto* first = reinterpret_cast<const unsigned char*>(picture.pcData);
+        textures.push_back({.fileName = picture.mFilename.C_Str(),
+                            .formatHint = picture.achFormatHint,
+                            .width = picture.mWidth,
+                            .height = picture.mHeight,
+                            .content = {first, first + bytes}});
+    }
+    return textures;
+}
+
+}  // namespace Sceneprep

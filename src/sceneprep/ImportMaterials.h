@@ -1,0 +1,44 @@
+#pragma once
+
+#include <assimp/scene.h>
+#include <importing/plugin/SceneContainer.h>
+#include <sceneprep/Textures.h>
+
+#include <map>
+#include <vector>
+
+namespace Sceneprep
+{
+
+/// Brings materials and texture layers into a scene as meshes ask for them; what no mesh uses stays out.
+///
+/// Materials and textures of equal content are joined. A material's opacity carries its whole transparency; the alpha
+/// of its diffuse colour is 1.
+class MaterialImporter
+{
+public:
+    MaterialImporter(const aiScene& source, Importing::SceneContainer& scene, Textures& textures);
+
+    /// Gives the surface the material and the layers of a material of the file.
+    void Apply(unsigned sourceMaterial, Importing::Surface& surface);
+
+private:
+    struct Imported
+    {
+        int material = -1;
+        std::vector<Importing::Map> maps;
+    };
+
+    Imported Import(const aiMaterial& material);
+    std::vector<Importing::Map> ImportMaps(const aiMaterial& material);
+
+    const aiScene& source_;
+    Importing::SceneContainer& scene_;
+    Textures& textures_;
+    std::map<unsigned, Imported> imported_;
+};
+
+/// Keeps the pictures that lie in the file.
+std::vector<EmbeddedTexture> ImportEmbeddedTextures(const aiScene& source);
+
+}  // namespace Sceneprep

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <importing/plugin/SceneContainer.h>
+#include <sceneprep/Progress.h>
+#include <sceneprep/Textures.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace Sceneprep
+{
+
+struct ImportOptions
+{
+    /// Gives every mesh reference of a node its own copy of the mesh. Operations that work matrices into meshes, as
+    /// flattening does, need it; otherwise meshes that nodes share stay shared.
+    bool separateGeometries = false;
+};
+
+/// What a model file holds beside the scene.
+struct ImportedModel
+{
+    Textures textures;
+    std::vector<std::string> notes;  ///< what was left out, one line each
+};
+
+/// Looks at a model file's name without reading it, before work begins.
+/// @throws ToolError when there is no such file or its ending is not known.
+void CheckReadable(const std::filesystem::path& file);
+
+/// Reads a model file into an empty scene.
+///
+/// Nodes come with their local matrices (parents before children, the root first), meshes as triangles with normals
+/// and every UV set, one surface for each mesh reference of a node, materials and textures that surfaces use, cameras,
+/// lights, and the animations of nodes. A mesh without normals gets them from Geometry::ComputeNormals(). Points and
+/// lines, skins and vertex colours are left out.
+///
+/// @throws ToolError when there is no such file, its format is not known, or it cannot be read.
+ImportedModel ImportModel(const std::filesystem::path& file, const ImportOptions& options,
+                          Importing::SceneContainer& scene, Progress& progress);
+
+}  // namespace Sceneprep

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <importing/plugin/SceneContainer.h>
+
+#include <filesystem>
+#include <memory>
+
+namespace Sceneprep
+{
+
+/// The plug-in, loaded at run time through its two entry points, as the host engine does it.
+class PluginLibrary
+{
+public:
+    /// Loads the library and checks that it contributes the channel type SceneContainer: the name, and both
+    /// identifiers.
+    /// @throws ToolError when it cannot be loaded, lacks an entry point or contributes something else.
+    explicit PluginLibrary(const std::filesystem::path& file);
+
+    /// Unloads the library. The scenes that it created must be gone.
+    ~PluginLibrary();
+    PluginLibrary(const PluginLibrary&) = delete;
+    PluginLibrary& operator=(const PluginLibrary&) = delete;
+
+    /// @return a new, empty scene; it goes through its virtual destructor.
+    /// @throws ToolError when the plug-in has no memory for one.
+    std::unique_ptr<Importing::SceneContainer> CreateScene() const;
+
+    /// @return the plug-in beside this program, or else in the library folders next to the program's folder.
+    /// @throws ToolError when it is in none of them.
+    static std::filesystem::path FindDefault();
+
+private:
+    using CreateChannel = Vyk_Channel* (*)();
+
+    void* EntryPoint(const char* name) const;
+    void CheckType() const;
+
+    std::filesystem::path file_;
+    std::unique_ptr<void, int (*)(void*)> handle_;
+    CreateChannel createChannel_ = nullptr;
+};
+
+}  // namespace Sceneprep

@@ -1,0 +1,21 @@
+#include <sceneprep/ChildProcess.h>
+#include <sceneprep/Commands.h>
+#include <sceneprep/Options.h>
+
+#include <iostream>
+
+int main(int argc, char** argv)
+{
+    using namespace Sceneprep;
+
+    const ParsedCommandLine parsed = ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
+    if (!parsed.options)
+    {
+        std::cout << parsed.output;
+        if (!parsed.error.empty())
+            std::cerr << parsed.error << '\n';
+        return parsed.exitStatus;
+    }
+    return RunInChildProcess(SubjectOf(*parsed.options), std::cerr,
+                             [&parsed] { return RunCommand(*parsed.options, std::cout, std::cerr); });
+}

@@ -1,0 +1,97 @@
+#include <sceneprep/Commands.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sceneprep/Error.h>
+#include <sceneprep/TestFiles.h>
+
+#include <sstream>
+
+namespace
+{
+
+using namespace Sceneprep;
+using namespace SceneprepTests;
+using testing::HasSubstr;
+
+class CommandsTest : public testing::Test
+{
+protected:
+    CommandsTest() { options_.plugin = SCENEPREP_PLUGIN; }
+
+    int Run() { return RunCommand(options_, out_, errors_); }
+
+    TemporaryFolder folder_;
+    Options options_;
+    std::ostringstream out_;
+    std::ostringstream errors_;
+};
+
+TEST_F(CommandsTest, PreparePrintsBothTablesAndWritesTheOutput)
+{
+    options_.command = Command::Prepare;
+    options_.prepare = {.input = WriteSmallObj(folder_), .output = folder_ / "flat.glb", .flatten = true};
+    EXPECT_EQ(Run(), kDone) << errors_.str();
+    EXPECT_THAT(out_.str(), HasSubstr("                  before       after\n"));
+    EXPECT_THAT(out_.str(), HasSubstr("triangles              3           3\n"));
+    EXPECT_THAT(out_.str(), HasSubstr("\nFlatten "));
+    EXPECT_THAT(out_.str(), HasSubstr("  Flatten node finished : "));
+    EXPECT_THAT(errors_.str(), HasSubstr("note: only triangles are kept: points and lines are left out (1)\n"));
+    EXPECT_EQ(ReadText(folder_ / "flat.glb").substr(0, 4), "glTF");
+}
+
+TEST_F(CommandsTest, WithoutFlattenTheHierarchyStays)
+{
+    options_.command = Command::Prepare;
+    options_.prepare = {.input = WriteSmallObj(folder_), .output = folder_ / "same.glb"};
+    EXPECT_EQ(Run(), kDone) << errors_.str();
+    EXPECT_THAT(out_.str(), HasSubstr("nodes                  4           4\n"));
+    EXPECT_THAT(out_.str(), Not(HasSubstr("Flatten")));
+}
+
+TEST_F(CommandsTest, InspectPrintsCountsAndTree)
+{
+    options_.command = Command::Inspect;
+    options_.inspect = {.input = WriteSmallObj(folder_), .json = false, .tree = true};
+    EXPECT_EQ(Run(), kDone) << errors_.str();
+    EXPECT_THAT(out_.str(), HasSubstr("materials              2\n"));
+    EXPECT_THAT(out_.str(), HasSubstr("\n  Square (1 surface)\n"));
+}
+
+TEST_F(CommandsTest, AMissingInputIsOneLineAndNothingElse)
+{
+    options_.command = Command::Inspect;
+    options_.inspect.input = "no/such.obj";
+    EXPECT_EQ(Run(), kUnusable);
+    EXPECT_EQ(errors_.str(), "sceneprep: cannot read no/such.obj: there is no such file; check the path\n");
+    EXPECT_EQ(out_.str(), "");
+}
+
+TEST_F(CommandsTest, AMissingOutputFolderIsToldBeforeTheWork)
+{
+    options_.command = Command::Prepare;
+    options_.prepare = {.input = WriteSmallObj(folder_), .output = folder_ / "no/such.obj"};
+    EXPECT_EQ(Run(), kUnusable);
+    EXPECT_EQ(errors_.str(), "sceneprep: cannot write " + (folder_ / "no/such.obj").string() + ": there is no folder " +
+                                 (folder_ / "no").string() + "; create it first\n");
+}
+
+TEST_F(CommandsTest, FormatsNeedNoPlugin)
+{
+    options_.command = Command::Formats;
+    options_.plugin = "no/such.so";
+    EXPECT_EQ(Run(), kDone);
+    EXPECT_THAT(out_.str(), HasSubstr("  .glb "));
+}
+
+TEST_F(CommandsTest, TheSubjectIsTheInput)
+{
+    options_.prepare.input = "a.obj";
+    options_.inspect.input = "b.obj";
+    options_.command = Command::Prepare;
+    EXPECT_EQ(SubjectOf(options_), "a.obj");
+    options_.command = Command::Inspect;
+    EXPECT_EQ(SubjectOf(options_), "b.obj");
+}
+
+}  // namespace

@@ -1,0 +1,130 @@
+#include <sceneprep/ExportScene.h>
+
+#include <gtest/gtest.h>
+#include <support/SceneText.h>
+
+#include <set>
+
+namespace
+{
+
+using namespace Sceneprep;
+using Importing::SceneContainer;
+using Support::Scene;
+
+std::unique_ptr<aiScene> Build(SceneContainer& scene, const char* file = "a.dae")
+{
+    return BuildExportScene(scene, {}, *FindWriteFormat(file));
+}
+
+/// Names and mesh counts, as "Root(A1 B1(C0))".
+std::string Shape(const aiNode& node)
+{
+    std::string text = node.mName.C_Str() + std::to_string(node.mNumMeshes);
+    for (unsigned c = 0; c < node.mNumChildren; ++c)
+    {
+        text += c == 0 ? '(' : ' ';
+        text += Shape(*node.mChildren[c]);
+    }
+    if (node.mNumChildren > 0)
+        text += ')';
+    return text;
+}
+
+TEST(ExportScene, KeepsTheHierarchyWithOneMeshANode)
+{
+    SceneContainer scene = Scene("Root( A[a]( B ) C[b c] ) | Lost[d]");
+    const auto target = Build(scene);
+    EXPECT_EQ(Shape(*target->mRootNode), "Root0(A1(B0) C0(b1 c1))");
+    EXPECT_EQ(target->mNumMeshes, 3U);
+}
+
+TEST(ExportScene, MatricesAreTurnedIntoColumnVectorForm)
+{
+    SceneContainer scene = Scene("Root( A@1,2,3 )");
+    const aiMatrix4x4& matrix = Build(scene)->mRootNode->mChildren[0]->mTransformation;
+    EXPECT_EQ(matrix.a4, 1);
+    EXPECT_EQ(matrix.b4, 2);
+    EXPECT_EQ(matrix.c4, 3);
+    EXPECT_EQ(matrix.d1, 0);
+}
+
+TEST(ExportScene, SurfacesOfOneMeshAndMaterialShareAMesh)
+{
+    SceneContainer scene = Scene("Root( A[a=m:c] B[b=m:c] C[d=m:e] )");
+    EXPECT_EQ(Build(scene)->mNumMeshes, 2U);
+}
+
+TEST(ExportScene, EmptiedSurfacesAreLeftOut)
+{
+    SceneContainer scene = Scene("Root[a=m:c b=n:c]");
+    scene.MergeSurfaces(0, 2, -1);
+    const auto target = Build(scene);
+    EXPECT_EQ(target->mNumMeshes, 1U);
+    EXPECT_EQ(Shape(*target->mRootNode), "Root1");
+    EXPECT_EQ(target->mMeshes[0]->mNumFaces, 24U);
+}
+
+TEST(ExportScene, FlatFormatsGetEverythingInTheWorld)
+{
+    SceneContainer scene = Scene("Root@10,0,0( A@1,0,0( B[a] ) C[b] )");
+    Support::NodeNamed(scene, "C").SetLocalTransform(Support::Scaling(-1, 1, 1));
+    const std::vector<std::uint32_t> indices = Support::MeshOf(scene, "b").IndexArray;
+    const auto target = Build(scene, "a.obj");
+    EXPECT_EQ(Shape(*target->mRootNode), "Root0(a1 b1)");
+    EXPECT_TRUE(target->mRootNode->mTransformation.IsIdentity());
+    ASSERT_EQ(target->mNumMeshes, 2U);
+    const D3DXVECTOR3 first = Support::MeshOf(scene, "a").VertexArray[0].GetPosition();
+    EXPECT_EQ(target->mMeshes[0]->mVertices[0].x, first.x + 11);
+    EXPECT_EQ(target->mMeshes[1]->mVertices[0].x, 10 - first.x);
+    EXPECT_EQ(target->mMeshes[0]->mFaces[0].mIndices[1], indices[1]);
+    EXPECT_EQ(target->mMeshes[1]->mFaces[0].mIndices[1], indices[2]);  // mirrored, so turned
+}
+
+TEST(ExportScene, ALoneCameraStandsAtItsNodeAndOthersAtChildren)
+{
+    SceneContainer scene = Scene("Root( A{eye} B{left right} )");
+    const auto target = Build(scene);
+    ASSERT_EQ(target->mNumCameras, 3U);
+    EXPECT_EQ(Shape(*target->mRootNode).substr(0, 8), "Root0(A0");
+    EXPECT_STREQ(target->mCameras[0]->mName.C_Str(), "A");
+    std::set<std::string> names;
+    for (unsigned i = 0; i < 3; ++i)
+    {
+        const aiNode* node = target->mRootNode->FindNode(target->mCameras[i]->mName);
+        EXPECT_NE(node, nullptr);
+        names.insert(target->mCameras[i]->mName.C_Str());
+    }
+    EXPECT_EQ(names.size(), 3U);
+}
+
+TEST(ExportScene, FormatsWithoutLightsGetNone)
+{
+    SceneContainer scene = Scene("Root( A<sun> )");
+    EXPECT_EQ(Build(scene, "a.dae")->mNumLights, 1U);
+    EXPECT_EQ(Build(scene, "a.glb")->mNumLights, 0U);
+}
+
+TEST(ExportScene, MovingNodesGetNamesOfTheirOwn)
+{
+    SceneContainer scene = Scene("Root( A* B* C )");
+    for (std::size_t i = 1; i < 4; ++i)
+        scene.NodeLibrary[i].SetName("Same");
+    const auto target = Build(scene);
+    ASSERT_EQ(target->mNumAnimations, 1U);
+    ASSERT_EQ(target->mAnimations[0]->mNumChannels, 2U);
+    EXPECT_STREQ(target->mAnimations[0]->mChannels[0]->mNodeName.C_Str(), "Same_2");
+    EXPECT_STREQ(target->mAnimations[0]->mChannels[1]->mNodeName.C_Str(), "Same_3");
+    EXPECT_EQ(Shape(*target->mRootNode), "Root0(Same_20 Same_30 Same0)");
+}
+
+TEST(ExportScene, AnEmptySceneIsARootAlone)
+{
+    SceneContainer scene;
+    const auto target = Build(scene);
+    EXPECT_EQ(target->mRootNode->mNumChildren, 0U);
+    EXPECT_EQ(target->mNumMeshes, 0U);
+    EXPECT_NE(target->mFlags & AI_SCENE_FLAGS_INCOMPLETE, 0U);
+}
+
+}  // namespace

@@ -1,0 +1,121 @@
+#include <sceneprep/FlattenSteps.h>
+
+#include <gtest/gtest.h>
+#include <sceneprep/WorldMeasure.h>
+#include <support/SceneText.h>
+
+#include <sstream>
+
+namespace
+{
+
+using namespace Sceneprep;
+using Importing::SceneContainer;
+using SceneprepTests::ExpectSameWorld;
+using SceneprepTests::Measure;
+using Support::Scene;
+using Support::ToText;
+
+void RunFlatten(SceneContainer& scene, bool ignoreAnimation)
+{
+    Pipeline pipeline;
+    AddFlattenSteps(pipeline, {.minSurfaces = 2, .maxVertices = -1, .ignoreAnimation = ignoreAnimation});
+    std::ostringstream out;
+    Progress progress(out, false);
+    pipeline.Run(scene, progress);
+}
+
+TEST(FlattenSteps, NothingRemainsOfAStaticHierarchyButTheRoot)
+{
+    SceneContainer scene = Scene("Root@5,0,0( P@1,0,0( Q( R@0,1,0( S[a=m:c] ) ) ) T[b=n:c] )");
+    const auto before = Measure(scene);
+    RunFlatten(scene, false);
+    EXPECT_EQ(ToText(scene), "Root[a]");
+    EXPECT_EQ(scene.NodeLibrary.size(), 1U);
+    ExpectSameWorld(Measure(scene), before);
+}
+
+TEST(FlattenSteps, AnimatedNodesKeepTheirPlaceInTheWorld)
+{
+    SceneContainer scene = Scene("Root@5,0,0( P@1,0,0( Q@0,3,0( X@0,0,1*( Y[a] ) Z[b] ) ) )");
+    const auto before = Measure(scene);
+    RunFlatten(scene, false);
+    EXPECT_EQ(ToText(scene), "Root[b]( Q( X*( Y[a] ) ) )");
+    ExpectSameWorld(Measure(scene), before);
+}
+
+TEST(FlattenSteps, AnimatedSiblingsShareAnAnchorAndChildrenOfTheRootNeedNone)
+{
+    SceneContainer scene = Scene("Root( A*[a] P@1,0,0( B*[b] C D*[d] ) )");
+    AnchorAnimatedNodes(scene);
+    EXPECT_EQ(scene.NodeLibrary.size(), 7U);
+    const Importing::Node& anchor = scene.NodeLibrary.back();
+    EXPECT_EQ(anchor.ChildList.size(), 2U);
+    EXPECT_EQ(anchor.GetAnimationID(), static_cast<int>(scene.AnimationLibrary.size()));
+    ReleaseAnchors(scene);
+    EXPECT_EQ(ToText(scene), "Root( A*[a] P( C ) P( B*[b] D*[d] ) )");
+}
+
+TEST(FlattenSteps, IgnoredAnimationCollapsesEverything)
+{
+    SceneContainer scene = Scene("Root( P@1,0,0( X@0,0,1*( Y[a] ) ) )");
+    const auto before = Measure(scene);
+    RunFlatten(scene, true);
+    EXPECT_EQ(ToText(scene), "Root[a]");
+    ExpectSameWorld(Measure(scene), before);
+}
+
+TEST(FlattenSteps, FacesOfMirroredNodesLookTheSameWayAfterwards)
+{
+    SceneContainer scene = Scene("Root( P( A[a] ) B[b] )");
+    Support::NodeNamed(scene, "P").SetLocalTransform(Support::Scaling(1, -1, 1));
+    const auto before = Measure(scene);
+    RunFlatten(scene, false);
+    EXPECT_EQ(scene.NodeLibrary.size(), 1U);
+    ExpectSameWorld(Measure(scene), before);  // the signed volume tells the sides of faces apart
+    EXPECT_GT(before.volume, 1.9);
+}
+
+TEST(FlattenSteps, FacesBelowAnimatedNodesAreLeftAlone)
+{
+    SceneContainer scene = Scene("Root( P*( A[a] ) )");
+    Support::NodeNamed(scene, "P").SetLocalTransform(Support::Scaling(1, -1, 1));
+    const auto indices = scene.GeometryLibrary[0].IndexArray;
+    TurnMirroredFaces(scene, false);
+    EXPECT_EQ(scene.GeometryLibrary[0].IndexArray, indices);
+    TurnMirroredFaces(scene, true);
+    EXPECT_NE(scene.GeometryLibrary[0].IndexArray, indices);
+}
+
+TEST(FlattenSteps, UnreachableNodesGoAndTheOthersKeepTheirOrder)
+{
+    SceneContainer scene = Scene("Root( A( B ) C ) | Lost( Lost2 )");
+    std::swap(scene.NodeLibrary[0], scene.NodeLibrary[4]);  // the root stands behind a lost node
+    scene.SetRootNodeIndex(4);
+    DropUnreachableNodes(scene);
+    EXPECT_EQ(scene.NodeLibrary.size(), 4U);
+    EXPECT_EQ(scene.GetRootNodeIndex(), 3);
+    EXPECT_EQ(ToText(scene), "Root( A( B ) C )");
+}
+
+TEST(FlattenSteps, AnEmptySceneStaysEmpty)
+{
+    SceneContainer scene;
+    RunFlatten(scene, false);
+    EXPECT_TRUE(scene.NodeLibrary.empty());
+    EXPECT_EQ(scene.GetRootNodeIndex(), -1);
+}
+
+TEST(FlattenSteps, StepsStandInTheirOrder)
+{
+    Pipeline all;
+    AddFlattenSteps(all, {});
+    EXPECT_EQ(all.StepNames(), (std::vector<std::string>{"Anchor animated nodes", "Turn mirrored faces", "Flatten",
+                                                         "Release anchors", "Drop unreachable nodes"}));
+    Pipeline fewer;
+    AddFlattenSteps(fewer, {.minSurfaces = 2, .maxVertices = -1, .ignoreAnimation = true});
+    EXPECT_EQ(fewer.StepNames(),
+              (std::vector<std::string>{"Turn mirrored faces", "Flatten", "Drop unreachable nodes"}));
+}
+
+}  // namespace

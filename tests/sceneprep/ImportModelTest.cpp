@@ -1,0 +1,166 @@
+#include <sceneprep/ImportModel.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sceneprep/Error.h>
+#include <sceneprep/SceneStats.h>
+#include <sceneprep/TestFiles.h>
+#include <sceneprep/WorldMeasure.h>
+#include <support/SceneText.h>
+
+#include <sstream>
+
+namespace
+{
+
+using namespace Sceneprep;
+using namespace SceneprepTests;
+using Importing::SceneContainer;
+using testing::HasSubstr;
+
+class ImportModelTest : public testing::Test
+{
+protected:
+    ImportedModel Import(const std::filesystem::path& file, bool separateGeometries = false)
+    {
+        std::ostringstream out;
+        Progress progress(out, false);
+        return ImportModel(file, {.separateGeometries = separateGeometries}, scene_, progress);
+    }
+
+    std::string ImportError(const std::filesystem::path& file)
+    {
+        try
+        {
+            Import(file);
+        }
+        catch (const ToolError& error)
+        {
+            return error.what();
+        }
+        return "no error";
+    }
+
+    Importing::Geometry& GeometryOf(const std::string& node) { return Support::MeshOf(scene_, SurfaceOf(node)); }
+
+    std::string SurfaceOf(const std::string& node)
+    {
+        return scene_.SurfaceLibrary.at(static_cast<std::size_t>(Support::NodeNamed(scene_, node).SurfaceList.at(0)))
+            .GetName();
+    }
+
+    TemporaryFolder folder_;
+    SceneContainer scene_;
+};
+
+/// One triangle whose mesh two nodes list, the second one moved by a matrix and holding a child that is moved too.
+std::string SharedMeshGltf()
+{
+    return R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],
+"nodes":[{"name":"Top","children":[1,2]},{"name":"Left","mesh":0},
+{"name":"Right","mesh":0,"children":[3],"matrix":[0,1,0,0,-1,0,0,0,0,0,1,0,10,20,30,1]},
+{"name":"Child","mesh":0,"translation":[1,0,0]}],
+"meshes":[{"name":"Tri","primitives":[{"attributes":{"POSITION":0}}]}],
+"accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3","min":[0,0,0],"max":[1,1,0]}],
+"bufferViews":[{"buffer":0,"byteLength":36}],
+"buffers":[{"byteLength":36,"uri":"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}]})";
+}
+
+TEST_F(ImportModelTest, TrianglesNormalsAndUVsOfASmallModel)
+{
+    const ImportedModel model = Import(WriteSmallObj(folder_));
+    EXPECT_EQ(scene_.GetName(), "small");
+    EXPECT_EQ(scene_.GetRootNodeIndex(), 0);
+    EXPECT_EQ(CountScene(scene_).triangles, 3U);
+    Importing::Geometry& square = GeometryOf("Square");
+    EXPECT_EQ(square.IndexArray.size(), 6U);
+    EXPECT_EQ(square.GetPolySize(), 3U);
+    for (Importing::Vertex& vertex : square.VertexArray)
+    {
+        EXPECT_EQ(vertex.GetNormal(), D3DXVECTOR3(0, 0, 1));
+        ASSERT_EQ(vertex.GetTexCoordCount(), 1U);
+        EXPECT_EQ(vertex.GetTexCoord(0).x, vertex.GetPosition().x);
+        EXPECT_EQ(vertex.GetTexCoord(0).y, vertex.GetPosition().y);
+    }
+}
+
+TEST_F(ImportModelTest, PointsAndLinesAreDroppedAndTold)
+{
+    const ImportedModel model = Import(WriteSmallObj(folder_));
+    EXPECT_TRUE(Support::NodeNamed(scene_, "Wire").SurfaceList.empty());
+    EXPECT_EQ(model.notes, (std::vector<std::string>{"only triangles are kept: points and lines are left out (1)"}));
+}
+
+TEST_F(ImportModelTest, SurfacesGetTheirMaterialsAndMaps)
+{
+    const ImportedModel model = Import(WriteSmallObj(folder_));
+    Importing::Surface& square = Support::SurfaceNamed(scene_, SurfaceOf("Square"));
+    Importing::Material& red = scene_.MaterialLibrary.at(static_cast<std::size_t>(square.GetMaterialID()));
+    EXPECT_EQ(red.GetName(), "Red");
+    EXPECT_EQ(red.GetDiffuse(), D3DXCOLOR(1, 0, 0, 1));
+    EXPECT_EQ(red.GetOpacity(), 0.5F);
+    EXPECT_EQ(square.GetMap("diffuse", 0), 0);
+    EXPECT_EQ(scene_.TextureLibrary, (std::vector<std::string>{"wood.png"}));
+    EXPECT_EQ(model.textures.spelling.at("wood.png"), "Wood.PNG");
+}
+
+TEST_F(ImportModelTest, SharedMeshesStayShared)
+{
+    Import(folder_.Write("shared.gltf", SharedMeshGltf()));
+    EXPECT_EQ(scene_.SurfaceLibrary.size(), 3U);
+    EXPECT_EQ(scene_.GeometryLibrary.size(), 1U);
+    EXPECT_EQ(scene_.GetGeometryInstanceCount(0), 3);
+}
+
+TEST_F(ImportModelTest, OrEveryReferenceGetsItsOwn)
+{
+    Import(folder_.Write("shared.gltf", SharedMeshGltf()), true);
+    EXPECT_EQ(scene_.SurfaceLibrary.size(), 3U);
+    ASSERT_EQ(scene_.GeometryLibrary.size(), 3U);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(scene_.GetGeometryInstanceCount(i), 1);
+    EXPECT_EQ(scene_.GeometryLibrary[2].VertexArray.size(), 3U);
+}
+
+TEST_F(ImportModelTest, MatricesAreTurnedIntoRowVectorForm)
+{
+    Import(folder_.Write("shared.gltf", SharedMeshGltf()));
+    EXPECT_EQ(Support::ToText(scene_), "Top( Left[Tri] Right[Tri]( Child[Tri] ) )");
+    const D3DXMATRIX right = Support::NodeNamed(scene_, "Right").GetLocalTransform().GetMatrix();
+    EXPECT_EQ(right._41, 10);
+    EXPECT_EQ(right._43, 30);
+    EXPECT_EQ(right._12, 1);
+    EXPECT_EQ(right._21, -1);
+    // The child's (1, 0, 0) is turned to (0, 1, 0) by its parent.
+    const D3DXMATRIX child = scene_.CalculateGlobalTM(Support::NodeIndex(scene_, "Child"));
+    EXPECT_EQ(child._41, 10);
+    EXPECT_EQ(child._42, 21);
+}
+
+TEST_F(ImportModelTest, UnusableFilesAreToldInOneLine)
+{
+    EXPECT_EQ(ImportError(folder_ / "none.obj"),
+              "cannot read " + (folder_ / "none.obj").string() + ": there is no such file; check the path");
+    EXPECT_EQ(ImportError(folder_.Path()),
+              "cannot read " + folder_.Path().string() + ": it is not a file; name a model file");
+    const std::string unknown = folder_.Write("model.zzz", "").string();
+    EXPECT_EQ(ImportError(unknown),
+              "cannot read " + unknown + ": '.zzz' is no known kind of model; 'sceneprep formats' lists them");
+    const std::string broken = ImportError(folder_.Write("broken.gltf", "{ this is\nnot glTF"));
+    EXPECT_THAT(broken, testing::StartsWith("cannot read " + (folder_ / "broken.gltf").string() + ": "));
+    EXPECT_THAT(broken, testing::EndsWith("; repair the file or convert it to another format"));
+    EXPECT_THAT(broken, Not(HasSubstr("\n")));
+}
+
+TEST_F(ImportModelTest, TheBundledSceneHasWhatItIsFor)
+{
+    Import(std::filesystem::path(SCENEPREP_EXAMPLES) / "workshop.gltf");
+    const SceneStats stats = CountScene(scene_);
+    EXPECT_GT(stats.nodes, 1500U);
+    EXPECT_GT(stats.surfaces, stats.geometries);
+    EXPECT_GT(stats.materials, 3U);
+    EXPECT_GE(stats.cameras, 1U);
+    EXPECT_GE(stats.lights, 2U);
+}
+
+}  // namespace

@@ -1,0 +1,68 @@
+#include <sceneprep/Pipeline.h>
+
+#include <brindle/ShowDebugMessage.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <stdexcept>
+#include <thread>
+
+namespace
+{
+
+using namespace Sceneprep;
+using Importing::SceneContainer;
+
+TEST(Pipeline, RunsItsStepsInOrderOnTheScene)
+{
+    Pipeline pipeline;
+    pipeline.Add("first", [](SceneContainer& scene) { scene.SetName(scene.GetName() + "1"); });
+    pipeline.Add("second", [](SceneContainer& scene) { scene.SetName(scene.GetName() + "2"); });
+    EXPECT_EQ(pipeline.StepNames(), (std::vector<std::string>{"first", "second"}));
+
+    SceneContainer scene;
+    std::ostringstream out;
+    Progress progress(out, false);
+    const std::vector<StepResult> results = pipeline.Run(scene, progress);
+    EXPECT_EQ(scene.GetName(), "12");
+    ASSERT_EQ(results.size(), 2U);
+    EXPECT_EQ(results[1].name, "second");
+    EXPECT_EQ(out.str(), "first ...\nsecond ...\n");
+}
+
+TEST(Pipeline, TimesEachStep)
+{
+    std::ostringstream out;
+    Progress progress(out, false);
+    const StepResult result =
+        RunStep("wait", progress, [] { std::this_thread::sleep_for(std::chrono::milliseconds(20)); });
+    EXPECT_GE(result.milliseconds, 20);
+    EXPECT_LT(result.milliseconds, 20000);
+}
+
+TEST(Pipeline, AddsUpMessagesByTextInOrderOfAppearance)
+{
+    std::ostringstream out;
+    Progress progress(out, false);
+    const StepResult result = RunStep("talk", progress, [] {
+        ShowDebugMessage("b", 1);
+        ShowDebugMessage("a", 10);
+        ShowDebugMessage("b", 2);
+    });
+    ASSERT_EQ(result.messages.size(), 2U);
+    EXPECT_EQ(result.messages[0].text, "b");
+    EXPECT_EQ(result.messages[0].count, 2);
+    EXPECT_EQ(result.messages[0].sum, 3);
+    EXPECT_EQ(result.messages[1].text, "a");
+    EXPECT_EQ(result.messages[1].sum, 10);
+}
+
+TEST(Pipeline, StopsListeningAlsoWhenAStepThrows)
+{
+    std::ostringstream out;
+    Progress progress(out, false);
+    EXPECT_THROW(RunStep("fail", progress, [] { throw std::runtime_error("no"); }), std::runtime_error);
+    ShowDebugMessage("nobody listens", 1);  // would write into what is gone
+}
+
+}  // namespace

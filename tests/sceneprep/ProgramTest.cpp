@@ -1,0 +1,94 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sceneprep/TestFiles.h>
+#include <nlohmann/json.hpp>
+
+// The program as it is built, run as a user runs it.
+
+namespace
+{
+
+using namespace SceneprepTests;
+using testing::HasSubstr;
+
+std::string Workshop() { return std::string(SCENEPREP_EXAMPLES) + "/workshop.gltf"; }
+
+TEST(Program, PreparesTheBundledScene)
+{
+    const TemporaryFolder folder;
+    const ProgramRun run = RunProgram("prepare " + Workshop() + " --flatten -o " + (folder / "flat.glb").string());
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_THAT(run.output, HasSubstr("before       after\n"));
+    EXPECT_THAT(run.output, HasSubstr("Flatten node finished : "));
+    EXPECT_THAT(run.errors, testing::StartsWith("Import ...\n"));
+    EXPECT_EQ(ReadText(folder / "flat.glb").substr(0, 4), "glTF");
+
+    const ProgramRun inspection = RunProgram("inspect --json " + (folder / "flat.glb").string());
+    EXPECT_EQ(inspection.status, 0) << inspection.errors;
+    const auto flat = nlohmann::json::parse(inspection.output)["counts"];
+    const auto original = nlohmann::json::parse(RunProgram("inspect --json " + Workshop()).output)["counts"];
+    EXPECT_LT(flat["nodes"], 100);  // a node for each surface, and the animated part
+    EXPECT_GT(original["nodes"], 1500);
+    EXPECT_EQ(flat["materials"], original["materials"]);
+}
+
+TEST(Program, AnUnusableInputExitsWithOne)
+{
+    const ProgramRun run = RunProgram("inspect /no/such.obj");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(run.errors, "sceneprep: cannot read /no/such.obj: there is no such file; check the path\n");
+}
+
+TEST(Program, ABrokenInputExitsWithOneAndWritesNothing)
+{
+    const TemporaryFolder folder;
+    const std::string broken = folder.Write("broken.glb", "no glTF at all").string();
+    const ProgramRun run = RunProgram("prepare " + broken + " -o " + (folder / "out.glb").string());
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.errors, HasSubstr("sceneprep: cannot read " + broken + ": "));
+    EXPECT_EQ(folder.CountEntries(), 1U);
+}
+
+TEST(Program, AnotherPluginCanBeNamed)
+{
+    EXPECT_EQ(RunProgram("inspect " + Workshop() + " --plugin " SCENEPREP_PLUGIN).status, 0);
+    const ProgramRun run =
+        RunProgram("inspect " + Workshop() + " --plugin " SCENEPREP_FAKE_PLUGINS "/libFakeOtherName.so");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.errors, HasSubstr("contributes the channel type 'SomethingElse'"));
+}
+
+TEST(Program, BadUsageExitsWithTwo)
+{
+    for (const char* arguments : {"", "bogus", "prepare", "prepare in.obj", "prepare in.obj -o out.zzz",
+                                  "inspect in.obj --flatten", "prepare in.obj -o out.glb --max-vertices 3"})
+    {
+        const ProgramRun run = RunProgram(arguments);
+        EXPECT_EQ(run.status, 2) << arguments;
+        EXPECT_EQ(run.output, "") << arguments;
+        EXPECT_THAT(run.errors, testing::MatchesRegex("sceneprep: [^\n]+ --help'\n")) << arguments;
+    }
+}
+
+TEST(Program, HelpAndVersionAndFormatsExitWithZero)
+{
+    for (const char* arguments :
+         {"--help", "prepare --help", "inspect --help", "formats --help", "--version", "formats"})
+    {
+        const ProgramRun run = RunProgram(arguments);
+        EXPECT_EQ(run.status, 0) << arguments;
+        EXPECT_EQ(run.errors, "") << arguments;
+        EXPECT_NE(run.output, "") << arguments;
+    }
+}
+
+TEST(Program, PrintsTheTree)
+{
+    const TemporaryFolder folder;
+    const ProgramRun run = RunProgram("inspect --tree " + WriteSmallObj(folder).string());
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_THAT(run.output, HasSubstr("\n  Corner (1 surface)\n"));
+}
+
+}  // namespace

@@ -45,7 +45,7 @@ void AppendGeometries(SceneContainer& scene, const SceneContainer& other, const 
 void AppendNodes(SceneContainer& scene, const SceneContainer& other, const Bases& bases)
 {
     AppendCopies(scene.NodeLibrary, other.NodeLibrary);
-    scene.NodeLibrary.push_back(Node());
+    scene.NodeLibrary.emplace_back();
     for (std::size_t i = 0; i < other.NodeLibrary.size(); ++i)
     {
         Node& node = At(scene.NodeLibrary, bases.node + static_cast<int>(i));

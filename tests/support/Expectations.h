@@ -33,6 +33,7 @@ void ExpectThrow(Action action, const std::string& text)
 template <typename Action>
 void ExpectBadIndex(Importing::SceneContainer& scene, Action action)
 {
+    // The action changes the scene if anything goes wrong. NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const Importing::SceneContainer before(scene);
     ExpectThrow<std::out_of_range>(action, "invalid vector<T> subscript");
     EXPECT_TRUE(SameScene(scene, before));
@@ -42,6 +43,7 @@ void ExpectBadIndex(Importing::SceneContainer& scene, Action action)
 template <typename Action>
 void ExpectCycle(Importing::SceneContainer& scene, Action action)
 {
+    // The action changes the scene if anything goes wrong. NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const Importing::SceneContainer before(scene);
     ExpectThrow<std::runtime_error>(action, "cycle in the node hierarchy");
     EXPECT_TRUE(SameScene(scene, before));

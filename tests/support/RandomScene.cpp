@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <numeric>
 #include <string>
 #include <utility>
@@ -64,7 +65,8 @@ Geometry RandomMesh(Dice& dice, const RandomSceneOptions& options)
     mesh.SetName(RandomName(dice));
     // One face after another comes first, so that the first triangle differs; with some of its vertices gone a mesh
     // counts fewer of them.
-    std::rotate(mesh.IndexArray.begin(), mesh.IndexArray.begin() + 6 * dice.Below(6), mesh.IndexArray.end());
+    const std::ptrdiff_t face = dice.Below(6);
+    std::rotate(mesh.IndexArray.begin(), mesh.IndexArray.begin() + 6 * face, mesh.IndexArray.end());
     if (dice.OneIn(3))
     {
         mesh.VertexArray.resize(static_cast<std::size_t>(dice.Between(3, 7)));

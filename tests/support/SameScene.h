@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <sstream>
@@ -81,7 +84,10 @@ private:
     static bool Same(const Value& a, const Value& b)
     {
         if constexpr (std::is_trivially_copyable_v<Value>)
-            return std::memcmp(&a, &b, sizeof(Value)) == 0;
+        {
+            using Bytes = std::array<unsigned char, sizeof(Value)>;
+            return std::bit_cast<Bytes>(a) == std::bit_cast<Bytes>(b);
+        }
         else
             return a == b;
     }

@@ -36,7 +36,7 @@ public:
         }
         if (!scene_.NodeLibrary.empty())
             scene_.SetRootNodeIndex(0);
-        return std::move(scene_);
+        return scene_;
     }
 
 private:

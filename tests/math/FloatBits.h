@@ -26,7 +26,8 @@ template <typename Value>
 auto Floats(const Value& value)
 {
     static_assert(std::is_trivially_copyable_v<Value> && sizeof(Value) % sizeof(float) == 0);
-    std::array<float, sizeof(Value) / sizeof(float)> floats;
+    constexpr std::size_t kCount = sizeof(Value) / sizeof(float);  // NOLINT(bugprone-sizeof-expression)
+    std::array<float, kCount> floats;
     std::memcpy(floats.data(), &value, sizeof(Value));
     return floats;
 }

@@ -105,6 +105,7 @@ TEST(Digest, DistinctRunsOfFourBytesHaveDistinctDigests)
 TEST(Digest, EveryInputBitChangesHalfOfTheOutputBits)
 {
     constexpr int kSamples = 4096;
+    constexpr int kHalf = kSamples / 2;
     std::mt19937 random(2);
     for (unsigned bit = 0; bit < 32; ++bit)
     {
@@ -118,7 +119,7 @@ TEST(Digest, EveryInputBitChangesHalfOfTheOutputBits)
         }
         // Half of 4096, give or take eight standard deviations.
         for (unsigned out = 0; out < 32; ++out)
-            EXPECT_NEAR(flips[out], kSamples / 2, 256) << "input bit " << bit << ", output bit " << out;
+            EXPECT_NEAR(flips[out], kHalf, 256) << "input bit " << bit << ", output bit " << out;
     }
 }
 

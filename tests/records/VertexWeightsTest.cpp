@@ -74,7 +74,7 @@ TEST(VertexWeights, SlotBeyondTheFourthThrows)
 TEST(VertexWeights, CopiesCarryAllSlots)
 {
     const VertexWeights original = Filled();
-    const VertexWeights copy(original);
+    const VertexWeights copy(original);  // NOLINT(performance-unnecessary-copy-initialization)
     EXPECT_TRUE(copy == original);
     VertexWeights assigned;
     EXPECT_EQ(&(assigned = original), &assigned);

@@ -42,7 +42,8 @@ TEST(ExportScene, KeepsTheHierarchyWithOneMeshANode)
 TEST(ExportScene, MatricesAreTurnedIntoColumnVectorForm)
 {
     SceneContainer scene = Scene("Root( A@1,2,3 )");
-    const aiMatrix4x4& matrix = Build(scene)->mRootNode->mChildren[0]->mTransformation;
+    const auto target = Build(scene);
+    const aiMatrix4x4& matrix = target->mRootNode->mChildren[0]->mTransformation;
     EXPECT_EQ(matrix.a4, 1);
     EXPECT_EQ(matrix.b4, 2);
     EXPECT_EQ(matrix.c4, 3);

@@ -113,8 +113,8 @@ TEST_F(HashObjectTest, MovesCarryTheHashAndLeaveNone)
     record.GetHash();
     Record moved(std::move(record));
     EXPECT_EQ(moved.GetStoredHash(), 7U);
-    EXPECT_EQ(record.GetStoredHash(),
-              0U);  // NOLINT(bugprone-use-after-move): its content is no longer that of the hash
+    // Its content is no longer that of the hash.
+    EXPECT_EQ(record.GetStoredHash(), 0U);  // NOLINT(bugprone-use-after-move)
     Record assigned(9);
     assigned.GetHash();
     assigned = std::move(moved);

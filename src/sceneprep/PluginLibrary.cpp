@@ -87,7 +87,7 @@ std::filesystem::path PluginLibrary::FindDefault()
     const std::filesystem::path folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
     for (const char* place : {".", "../lib", SCENEPREP_LIBRARY_FOLDER})
     {
-        const std::filesystem::path candidate = (folder / place / kFileName).lexically_normal();
+        std::filesystem::path candidate = (folder / place / kFileName).lexically_normal();
         if (std::filesystem::exists(candidate))
             return candidate;
     }

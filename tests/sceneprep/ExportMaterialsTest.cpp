@@ -23,7 +23,7 @@ protected:
         glass.SetOpacity(0.5F);
         scene_.MaterialLibrary.push_back(glass);
         scene_.MaterialLibrary.push_back(glass);
-        scene_.TextureLibrary.push_back("wood.png");
+        scene_.TextureLibrary.emplace_back("wood.png");
         textures_.spelling["wood.png"] = "Wood.PNG";
     }
 

@@ -29,7 +29,7 @@ aiAnimation* MakeAnimation(double ticksPerSecond, const char* node = "A")
     return animation;
 }
 
-std::unique_ptr<aiScene> SceneWith(std::vector<aiAnimation*> animations)
+std::unique_ptr<aiScene> SceneWith(const std::vector<aiAnimation*>& animations)
 {
     auto source = std::make_unique<aiScene>();
     source->mAnimations = new aiAnimation*[animations.size()];

@@ -34,7 +34,8 @@ TEST(PluginLibrary, CreatesEmptyScenes)
 {
     const PluginLibrary plugin(SCENEPREP_PLUGIN);
     const std::unique_ptr<Importing::SceneContainer> scene = plugin.CreateScene();
-    EXPECT_EQ(typeid(*scene), typeid(Importing::SceneContainer));
+    const Importing::SceneContainer& created = *scene;
+    EXPECT_EQ(typeid(created), typeid(Importing::SceneContainer));
     EXPECT_STREQ(scene->GetChannelName(), "SceneContainer");
     EXPECT_EQ(scene->GetRootNodeIndex(), -1);
     EXPECT_NE(plugin.CreateScene().get(), scene.get());

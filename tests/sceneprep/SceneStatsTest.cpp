@@ -19,7 +19,7 @@ TEST(SceneStats, AnEmptySceneHoldsNothing)
 TEST(SceneStats, CountsWhatIsThere)
 {
     SceneContainer scene = Scene("Root( A*[a=m:c b=m:d]{eye} B[e=n:c]<sun moon> )");
-    scene.TextureLibrary.push_back("wood.png");
+    scene.TextureLibrary.emplace_back("wood.png");
     const SceneStats stats = CountScene(scene);
     EXPECT_EQ(stats, (SceneStats{.nodes = 3,
                                  .surfaces = 3,

@@ -241,7 +241,7 @@ public:
     /// Deliberate: one spare default node follows the copied nodes.
     /// @return 0; -1 with nothing changed when other is null.
     /// @throws std::out_of_range with both containers unchanged, when a material or texture index of the other is
-    ///         outside its library, or this container's root node index is beyond its nodes.
+    ///         outside its library, or this container's root node index designates no node after the appending.
     virtual int AppendSC(SceneContainer* other);
     /// @}
 

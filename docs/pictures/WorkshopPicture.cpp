@@ -1,0 +1,74 @@
+#include <pictures/WorkshopPicture.h>
+
+#include <pictures/Layout.h>
+#include <pictures/SceneDrawing.h>
+#include <sceneprep/FlattenSteps.h>
+#include <sceneprep/ImportModel.h>
+#include <sceneprep/Report.h>
+
+#include <sstream>
+#include <string>
+
+namespace Pictures
+{
+namespace
+{
+
+using Importing::SceneContainer;
+
+constexpr int kWidth = 798;
+constexpr int kHeight = 670;
+
+void Flatten(SceneContainer& scene, Sceneprep::Progress& progress)
+{
+    Sceneprep::Pipeline pipeline;
+    Sceneprep::AddFlattenSteps(pipeline, Sceneprep::FlattenOptions{});
+    pipeline.Run(scene, progress);
+}
+
+Image DrawStreet(SceneContainer& scene, const SurfaceStyle& styleOf)
+{
+    const Camera camera({46, 34, 44}, {1.5F, 1, -8}, 33);
+    Stage stage(camera, kWidth, kHeight);
+    AddScene(stage, scene, styleOf);
+    stage.DrawMeshes();
+    return stage.Canvas().Finish();
+}
+
+MeshStyle InColorOfMaterial(SceneContainer& scene, int surface)
+{
+    const int material = scene.SurfaceLibrary.at(static_cast<std::size_t>(surface)).GetMaterialID();
+    const D3DXCOLOR diffuse = scene.MaterialLibrary.at(static_cast<std::size_t>(material)).GetDiffuse();
+    return Painted(Mix({diffuse.r, diffuse.g, diffuse.b}, kStone, 0.12F));
+}
+
+std::string Caption(const char* when, const Sceneprep::SceneStats& stats)
+{
+    return when + std::to_string(stats.nodes) + " nodes, " + std::to_string(stats.surfaces) + " surfaces";
+}
+
+}  // namespace
+
+Image DrawWorkshop(const std::filesystem::path& sceneFile, std::ostream& counts)
+{
+    std::ostringstream unheard;
+    Sceneprep::Progress progress(unheard, false);
+    SceneContainer scene;
+    Sceneprep::ImportOptions options;
+    options.separateGeometries = true;
+    Sceneprep::ImportModel(sceneFile, options, scene, progress);
+
+    const Sceneprep::SceneStats before = Sceneprep::CountScene(scene);
+    Panel left{DrawStreet(scene, [](int, std::size_t listing) { return Painted(DistinctColor(listing)); }),
+               Caption("before: ", before)};
+
+    Flatten(scene, progress);
+    const Sceneprep::SceneStats after = Sceneprep::CountScene(scene);
+    Panel right{DrawStreet(scene, [&scene](int surface, std::size_t) { return InColorOfMaterial(scene, surface); }),
+                Caption("after: ", after)};
+
+    counts << Sceneprep::ComparisonTable(before, after);
+    return SideBySide(left, right);
+}
+
+}  // namespace Pictures

@@ -94,7 +94,7 @@ SceneContainer MakeFirs()
 Image FlattenedFirs(SceneContainer& scene)
 {
     scene.FlatHierarchy(0, Transform::Indentity, 0, Transform::Indentity, 2, -1, true);
-    const Camera camera({-2.2F, 3.4F, 8.2F}, {0.05F, 1.1F, 0}, 28);
+    const Camera camera({-2.4F, 3.7F, 8.9F}, {0.05F, 1.1F, 0}, 28);
     constexpr std::array<Color, 3> kGreens = {kSage, kTeal, kSand};
     return ScenePanel(camera, scene, [&](int surface, std::size_t) {
         return Flat(kGreens.at(static_cast<std::size_t>(surface)), false);
@@ -143,7 +143,7 @@ void WriteOffsets(Image& image, const Camera& camera, SceneContainer& scene)
 
 Image BlocksPanel(SceneContainer& scene)
 {
-    const Camera camera({-3.6F, 5.6F, 7.6F}, {0.2F, 0.35F, 0.1F}, 28);
+    const Camera camera({-3.8F, 6.0F, 8.2F}, {0.45F, 0.35F, 0.1F}, 28);
     Image image = ScenePanel(camera, scene, [&scene](int surface, std::size_t) {
         const int offset = scene.SurfaceLibrary.at(static_cast<std::size_t>(surface)).GetCollisionOffset();
         return Flat(kColors.at(static_cast<std::size_t>(offset)), false);

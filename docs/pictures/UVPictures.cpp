@@ -15,7 +15,7 @@ namespace
 using Importing::Geometry;
 
 const Camera kFromTheSide({-4.6F, 4.2F, 8.6F}, {0.05F, 0.72F, 0}, 26);
-const Camera kFromAbove({-1.2F, 9.4F, 2.6F}, {0.05F, 0.5F, 0}, 26);
+const Camera kFromAbove({-1.6F, 12.6F, 3.5F}, {0.05F, 0.5F, 0}, 26);
 
 float Fraction(float value) { return value - std::floor(value); }
 
@@ -23,7 +23,10 @@ float Fraction(float value) { return value - std::floor(value); }
 Color Chequer(const Corner& point)
 {
     constexpr float kFields = 5;
-    const auto [u, v] = point.uv;
+    // Sides that lie exactly on the edge of a field would be speckled by rounding.
+    constexpr float kNudge = 0.001F;
+    const float u = point.uv.x + kNudge;
+    const float v = point.uv.y + kNudge;
     const bool light = std::fmod(std::fabs(std::floor(u * kFields) + std::floor(v * kFields)), 2.0F) < 0.5F;
     if (light)
         return FromHex(0xF6EFE0);

@@ -53,6 +53,17 @@ TEST(Box, ExtendingNeverShrinks)
     EXPECT_TRUE(SameBitsOrNaN(box.max, D3DXVECTOR3(9, 2, 9)));
 }
 
+TEST(Box, APointExtendsWhatItLiesBeyond)
+{
+    Box box = {D3DXVECTOR3(0, 0, 0), D3DXVECTOR3(1, 1, 1)};
+    Extend(box, D3DXVECTOR3(-1, 2, 0.5F));
+    EXPECT_TRUE(SameBitsOrNaN(box.min, D3DXVECTOR3(-1, 0, 0)));
+    EXPECT_TRUE(SameBitsOrNaN(box.max, D3DXVECTOR3(1, 2, 1)));
+    Extend(box, D3DXVECTOR3(kNaN, -0.0F, 3));
+    EXPECT_TRUE(SameBitsOrNaN(box.min, D3DXVECTOR3(-1, 0, 0)));
+    EXPECT_TRUE(SameBitsOrNaN(box.max, D3DXVECTOR3(1, 2, 3)));
+}
+
 TEST(Box, CornersAreCarriedByTheMatrix)
 {
     // A quarter turn about z, x to y, and a translation.

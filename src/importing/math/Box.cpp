@@ -4,19 +4,6 @@
 
 namespace Importing
 {
-namespace
-{
-
-void Extend(float& min, float& max, float value)
-{
-    if (value < min)
-        min = value;
-    if (value > max)
-        max = value;
-}
-
-}  // namespace
-
 Box EmptyBox()
 {
     constexpr float kLargest = std::numeric_limits<float>::max();
@@ -37,9 +24,7 @@ void Extend(Box& box, const Box& localBox, const D3DXMATRIX& matrix)
     for (D3DXVECTOR3 corner : Corners(localBox))
     {
         D3DXVec3TransformCoord(&corner, &corner, &matrix);
-        Extend(box.min.x, box.max.x, corner.x);
-        Extend(box.min.y, box.max.y, corner.y);
-        Extend(box.min.z, box.max.z, corner.z);
+        Extend(box, corner);
     }
 }
 

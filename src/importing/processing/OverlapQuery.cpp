@@ -1,9 +1,9 @@
 #include <importing/processing/OverlapQuery.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <limits>
-#include <numeric>
 #include <utility>
 
 namespace Importing
@@ -11,123 +11,195 @@ namespace Importing
 namespace
 {
 
-constexpr std::uint32_t kLeafSize = 4;
+constexpr std::size_t kBitsAMark = 64;
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
-/// A coordinate that is no number separates nothing, so it counts as beyond all others.
+/// The minimum on each axis, then the maximum on each; a coordinate that is no number is beyond all others.
+using Sides = std::array<float, 6>;
+
+struct Item
+{
+    Sides sides;
+    std::uint32_t number;
+};
+using ItemIterator = std::vector<Item>::iterator;
+
 float NumberOr(float value, float beyond) { return std::isnan(value) ? beyond : value; }
 
-void Include(Box& bounds, const Box& box)
+Sides SidesOf(const Box& box)
 {
-    constexpr float kInfinity = std::numeric_limits<float>::infinity();
-    bounds.min.x = std::min(bounds.min.x, NumberOr(box.min.x, -kInfinity));
-    bounds.min.y = std::min(bounds.min.y, NumberOr(box.min.y, -kInfinity));
-    bounds.min.z = std::min(bounds.min.z, NumberOr(box.min.z, -kInfinity));
-    bounds.max.x = std::max(bounds.max.x, NumberOr(box.max.x, kInfinity));
-    bounds.max.y = std::max(bounds.max.y, NumberOr(box.max.y, kInfinity));
-    bounds.max.z = std::max(bounds.max.z, NumberOr(box.max.z, kInfinity));
+    return {NumberOr(box.min.x, -kInfinity), NumberOr(box.min.y, -kInfinity), NumberOr(box.min.z, -kInfinity),
+            NumberOr(box.max.x, kInfinity),  NumberOr(box.max.y, kInfinity),  NumberOr(box.max.z, kInfinity)};
 }
 
-/// Twice the centre of a box along an axis; 0 where it has none, as from -infinity to infinity.
-float CenterKey(float min, float max)
+/// The side that varies most; infinities of one sign do not vary.
+std::size_t WidestSide(ItemIterator begin, ItemIterator end)
 {
-    const float sum = min + max;
-    return NumberOr(sum, 0.0F);
-}
-
-float CenterKey(const Box& box, int axis)
-{
-    switch (axis)
+    Sides low = begin->sides;
+    Sides high = begin->sides;
+    for (ItemIterator item = begin; item != end; ++item)
     {
-        case 0:
-            return CenterKey(box.min.x, box.max.x);
-        case 1:
-            return CenterKey(box.min.y, box.max.y);
-        default:
-            return CenterKey(box.min.z, box.max.z);
+        for (std::size_t side = 0; side < low.size(); ++side)
+        {
+            low[side] = std::min(low[side], item->sides[side]);
+            high[side] = std::max(high[side], item->sides[side]);
+        }
     }
+
+    std::size_t widest = 0;
+    float width = 0.0F;
+    for (std::size_t side = 0; side < low.size(); ++side)
+    {
+        const float candidate = high[side] - low[side];
+        if (candidate > width)
+        {
+            width = candidate;
+            widest = side;
+        }
+    }
+    return widest;
+}
+
+/// Parts the items in two, again and again, along the side that varies most, so that what lies close together comes to
+/// stand together. Each part but the last fills whole blocks. Recursion is as deep as the logarithm of their number.
+void Arrange(ItemIterator begin, ItemIterator end, std::ptrdiff_t width)
+{
+    const std::ptrdiff_t count = end - begin;
+    if (count <= width)
+        return;
+    std::ptrdiff_t blockSize = width;
+    while (blockSize * width < count)
+        blockSize *= width;
+    const std::ptrdiff_t blocks = (count + blockSize - 1) / blockSize;
+    const ItemIterator middle = begin + blocks / 2 * blockSize;
+
+    const std::size_t side = WidestSide(begin, end);
+    std::nth_element(begin, middle, end,
+                     [side](const Item& a, const Item& b) { return a.sides[side] < b.sides[side]; });
+    Arrange(begin, middle, width);
+    Arrange(middle, end, width);
+}
+
+/// A whole number for each float, in the same order; both zeros have the same.
+std::int32_t Rank(float value)
+{
+    const auto bits = std::bit_cast<std::int32_t>(value + 0.0F);
+    return bits < 0 ? bits ^ std::numeric_limits<std::int32_t>::max() : bits;
+}
+
+/// Places without a box rank beyond infinity, so nothing overlaps them.
+template <typename Block>
+Block EmptyBlock()
+{
+    Block block;
+    for (auto& side : block)
+        side.fill(std::numeric_limits<std::int32_t>::max());
+    return block;
 }
 
 }  // namespace
 
-OverlapQuery::OverlapQuery(std::vector<Box> boxes) : boxes_(std::move(boxes)), order_(boxes_.size())
+OverlapQuery::OverlapQuery(const std::vector<Box>& boxes) : marks_(boxes.size() / kBitsAMark + 1)
 {
-    std::iota(order_.begin(), order_.end(), 0U);
-    nodes_.reserve(boxes_.size());
-    if (!boxes_.empty())
-        Build(0, static_cast<std::uint32_t>(boxes_.size()));
-}
+    std::vector<Item> items;
+    items.reserve(boxes.size());
+    for (const Box& box : boxes)
+        items.push_back({SidesOf(box), static_cast<std::uint32_t>(items.size())});
+    Arrange(items.begin(), items.end(), kWidth);
 
-/// Recursion is as deep as the logarithm of the number of boxes, since every split is one in halves.
-std::uint32_t OverlapQuery::Build(std::uint32_t begin, std::uint32_t end)
-{
-    const auto node = static_cast<std::uint32_t>(nodes_.size());
-    nodes_.push_back({BoundsOf(begin, end), begin, end, 0});
-    if (end - begin > kLeafSize)
+    Level lowest((items.size() + kWidth - 1) / kWidth, EmptyBlock<Block>());
+    numbers_.reserve(items.size());
+    for (const Item& item : items)
     {
-        const std::uint32_t middle = begin + (end - begin) / 2;
-        SplitInHalves(begin, middle, end);
-        Build(begin, middle);
-        const std::uint32_t second = Build(middle, end);
-        nodes_[node].secondChild = second;
-    }
-    return node;
-}
-
-Box OverlapQuery::BoundsOf(std::uint32_t begin, std::uint32_t end) const
-{
-    constexpr float kInfinity = std::numeric_limits<float>::infinity();
-    Box bounds{D3DXVECTOR3(kInfinity, kInfinity, kInfinity), D3DXVECTOR3(-kInfinity, -kInfinity, -kInfinity)};
-    for (std::uint32_t i = begin; i < end; ++i)
-        Include(bounds, boxes_[order_[i]]);
-    return bounds;
-}
-
-/// Along the axis on which the centres lie furthest apart.
-void OverlapQuery::SplitInHalves(std::uint32_t begin, std::uint32_t middle, std::uint32_t end)
-{
-    int widest = 0;
-    float width = -1.0F;
-    for (int axis = 0; axis < 3; ++axis)
-    {
-        const auto [least, greatest] = std::minmax_element(
-            order_.begin() + begin, order_.begin() + end,
-            [&](std::uint32_t a, std::uint32_t b) { return CenterKey(boxes_[a], axis) < CenterKey(boxes_[b], axis); });
-        const float extent = CenterKey(boxes_[*greatest], axis) - CenterKey(boxes_[*least], axis);
-        if (extent > width)
+        Block& block = lowest[numbers_.size() / kWidth];
+        for (std::size_t side = 0; side < kSides; ++side)
         {
-            width = extent;
-            widest = axis;
+            const std::int32_t rank = Rank(item.sides[side]);
+            block[side][numbers_.size() % kWidth] = side < kSides / 2 ? rank : ~rank;
         }
+        numbers_.push_back(item.number);
     }
-    std::nth_element(
-        order_.begin() + begin, order_.begin() + middle, order_.begin() + end,
-        [&](std::uint32_t a, std::uint32_t b) { return CenterKey(boxes_[a], widest) < CenterKey(boxes_[b], widest); });
+    levels_.push_back(std::move(lowest));
+    while (levels_.back().size() > 1)
+        levels_.push_back(LevelAbove(levels_.back()));
+}
+
+OverlapQuery::Level OverlapQuery::LevelAbove(const Level& level)
+{
+    Level above((level.size() + kWidth - 1) / kWidth, EmptyBlock<Block>());
+    for (std::size_t block = 0; block < level.size(); ++block)
+        for (std::size_t side = 0; side < kSides; ++side)
+            above[block / kWidth][side][block % kWidth] =
+                *std::min_element(level[block][side].begin(), level[block][side].end());
+    return above;
+}
+
+OverlapQuery::Limits OverlapQuery::LimitsOf(const Box& box)
+{
+    const Sides sides = SidesOf(box);
+    return {Rank(sides[3]), Rank(sides[4]), Rank(sides[5]), ~Rank(sides[0]), ~Rank(sides[1]), ~Rank(sides[2])};
+}
+
+/// One bit for each place of the block that stays within the limits. All comparisons are made, in whole numbers, so
+/// that compilers make those of several places at once.
+std::uint32_t OverlapQuery::Overlapping(const Block& block, const Limits& limits)
+{
+    std::array<std::int32_t, kWidth> isSeparated;
+    for (std::size_t place = 0; place < kWidth; ++place)
+    {
+        const auto isBeyond = [&](std::size_t side) { return block[side][place] > limits[side] ? -1 : 0; };
+        isSeparated[place] = isBeyond(0) | isBeyond(1) | isBeyond(2) | isBeyond(3) | isBeyond(4) | isBeyond(5);
+    }
+
+    std::uint32_t overlapping = 0;
+    for (std::uint32_t place = 0; place < kWidth; ++place)
+        overlapping |= ~static_cast<std::uint32_t>(isSeparated[place]) & (1U << place);
+    return overlapping;
 }
 
 void OverlapQuery::Find(const Box& box, std::vector<std::uint32_t>& found)
 {
     found.clear();
-    if (nodes_.empty())
+    if (numbers_.empty())
         return;
-    pending_.assign(1, 0);
+    const Limits limits = LimitsOf(box);
+    pending_.assign(1, {static_cast<std::uint32_t>(levels_.size() - 1), 0});
     while (!pending_.empty())
     {
-        const std::uint32_t index = pending_.back();
-        const Tree& node = nodes_[index];
+        const Place place = pending_.back();
         pending_.pop_back();
-        if (!Overlap(box, node.bounds))
-            continue;
-        if (node.secondChild != 0)
+        std::uint32_t overlapping = Overlapping(levels_[place.level][place.block], limits);
+        for (; overlapping != 0; overlapping &= overlapping - 1)
         {
-            pending_.push_back(node.secondChild);
-            pending_.push_back(index + 1);
-            continue;
+            const auto lowest = static_cast<std::uint32_t>(std::countr_zero(overlapping));
+            const std::uint32_t below = place.block * kWidth + lowest;
+            if (place.level > 0)
+                pending_.push_back({place.level - 1, below});
+            else
+                found.push_back(numbers_[below]);
         }
-        for (std::uint32_t i = node.begin; i < node.end; ++i)
-            if (Overlap(box, boxes_[order_[i]]))
-                found.push_back(order_[i]);
     }
-    std::sort(found.begin(), found.end());
+    SortAscending(found);
+}
+
+/// Few are sorted; many are marked and read off in order.
+void OverlapQuery::SortAscending(std::vector<std::uint32_t>& found)
+{
+    if (found.size() < marks_.size())
+    {
+        std::sort(found.begin(), found.end());
+        return;
+    }
+    for (const std::uint32_t number : found)
+        marks_[number / kBitsAMark] |= std::uint64_t{1} << (number % kBitsAMark);
+    found.clear();
+    for (std::size_t word = 0; word < marks_.size(); ++word)
+    {
+        for (std::uint64_t bits = marks_[word]; bits != 0; bits &= bits - 1)
+            found.push_back(static_cast<std::uint32_t>(word * kBitsAMark) +
+                            static_cast<std::uint32_t>(std::countr_zero(bits)));
+        marks_[word] = 0;
+    }
 }
 
 }  // namespace Importing

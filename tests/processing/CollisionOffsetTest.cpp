@@ -154,28 +154,29 @@ TEST(CollisionOffset, AddsNothingToTheHashes)
     EXPECT_EQ(SurfaceNamed(scene, "b").GetHash(), hash);
 }
 
-TEST(CollisionOffset, ABadIndexThrows)
+TEST(CollisionOffset, ABadIndexChangesNothing)
 {
     SceneContainer good = Scene("Root[a b]( A[c] )");
+    good.SurfaceLibrary[0].SetCollisionOffset(7);
     SceneContainer missing(good);
     missing.SurfaceLibrary[2].SetGeometryID(-1);
-    Support::ExpectThrow<std::out_of_range>([&] { missing.CalculateSurfaceCollisionOffset(); },
-                                            "invalid vector<T> subscript");
+    Support::ExpectBadIndex(missing, [&] { missing.CalculateSurfaceCollisionOffset(); });
     for (const int surface : {-1, 3})
     {
         SceneContainer scene(good);
         scene.NodeLibrary[1].SurfaceList.push_back(surface);
-        Support::ExpectThrow<std::out_of_range>([&] { scene.CalculateSurfaceCollisionOffset(); },
-                                                "invalid vector<T> subscript");
+        Support::ExpectBadIndex(scene, [&] { scene.CalculateSurfaceCollisionOffset(); });
+        Support::DerivedContainer derived(scene);
+        Support::ExpectBadIndex(derived, [&] { derived.CalculateSurfaceCollisionOffset(); });
     }
 }
 
-TEST(CollisionOffset, ACycleThrows)
+TEST(CollisionOffset, ACycleChangesNothing)
 {
     SceneContainer scene = Scene("Root[a]( P[b] )");
     scene.NodeLibrary[1].ChildList.push_back(0);
-    Support::ExpectThrow<std::runtime_error>([&] { scene.CalculateSurfaceCollisionOffset(); },
-                                             "cycle in the node hierarchy");
+    scene.SurfaceLibrary[0].SetCollisionOffset(7);
+    Support::ExpectCycle(scene, [&] { scene.CalculateSurfaceCollisionOffset(); });
 }
 
 TEST(CollisionOffset, ManySparseSurfacesAndAMillionLevelsAreDoneInTime)
@@ -202,6 +203,35 @@ TEST(CollisionOffsetOverrides, TheWorldMatrixOfANodeIsAskedForOnce)
     EXPECT_EQ(scene.Calls({"CalculateGlobalTM", "FindParentNode"}),
               "CalculateGlobalTM(1) FindParentNode(1) CalculateGlobalTM(0) FindParentNode(0) "
               "CalculateGlobalTM(2) FindParentNode(2) CalculateGlobalTM(0) FindParentNode(0)");
+}
+
+TEST(CollisionOffsetOverrides, NodesAreMetAsTheFirstSurfaceAndThenAsThoseThatItIsComparedWith)
+{
+    // Where a node lists nothing but the first surface, the first surface is not compared there.
+    Support::RecordingContainer scene(Scene("A[a] | B[a] | C[b] | D[a] | E[a c] | F"));
+    scene.CalculateSurfaceCollisionOffset();
+    EXPECT_EQ(scene.Calls({"CalculateGlobalTM"}),
+              "CalculateGlobalTM(0) CalculateGlobalTM(2) CalculateGlobalTM(4) "
+              "CalculateGlobalTM(1) CalculateGlobalTM(3)");
+}
+
+TEST(CollisionOffsetOverrides, AllOffsetsAreResetBeforeAWorldMatrixIsAskedFor)
+{
+    class Watcher : public Support::DerivedContainer
+    {
+    public:
+        using DerivedContainer::DerivedContainer;
+        D3DXMATRIX CalculateGlobalTM(int index) override
+        {
+            for (const Surface& surface : SurfaceLibrary)
+                EXPECT_EQ(surface.GetCollisionOffset(), 0);
+            return DerivedContainer::CalculateGlobalTM(index);
+        }
+    };
+    Watcher scene(Scene("Root[a]( A@50,0,0[b] )"));
+    for (Surface& surface : scene.SurfaceLibrary)
+        surface.SetCollisionOffset(7);
+    EXPECT_EQ(OffsetsOf(scene), (Offsets{0, 0}));
 }
 
 TEST(CollisionOffsetOverrides, AnOverriddenWorldMatrixCounts)

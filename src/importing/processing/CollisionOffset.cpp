@@ -1,5 +1,6 @@
 #include <importing/base/CheckedAccess.h>
 #include <importing/math/Box.h>
+#include <importing/plugin/PlainContainer.h>
 #include <importing/plugin/SceneContainer.h>
 #include <importing/processing/OverlapQuery.h>
 #include <importing/processing/WorldMatrices.h>
@@ -17,85 +18,102 @@ namespace
 struct Listing
 {
     std::int32_t surface;
-    Box worldBox;
+    std::int32_t geometry;
+    std::int32_t node;
 };
 
-/// In visiting order: by nodes, then by their lists.
-class ListingCollector
+/// In visiting order: by nodes, then by their lists. Checks what they refer to.
+std::vector<Listing> ListingsOf(const SceneContainer& scene)
 {
-public:
-    explicit ListingCollector(SceneContainer& scene)
-        : scene_(scene), worldMatrices_(scene), localBoxes_(scene.GeometryLibrary.size())
-    {}
-
-    std::vector<Listing> Collect()
+    std::vector<Listing> listings;
+    for (std::size_t node = 0; node < scene.NodeLibrary.size(); ++node)
     {
-        std::vector<Listing> listings;
-        for (std::size_t node = 0; node < scene_.NodeLibrary.size(); ++node)
-            for (const std::int32_t surface : scene_.NodeLibrary[node].SurfaceList)
-                listings.push_back({surface, WorldBox(surface, static_cast<int>(node))});
-        return listings;
-    }
-
-private:
-    Box WorldBox(std::int32_t surface, int node)
-    {
-        const Box& local = LocalBox(At(scene_.SurfaceLibrary, surface).GetGeometryID());
-        Box world = EmptyBox();
-        Extend(world, local, worldMatrices_.Of(node));
-        return world;
-    }
-
-    const Box& LocalBox(int geometry)
-    {
-        std::optional<Box>& box = At(localBoxes_, geometry);
-        if (!box)
+        for (const std::int32_t surface : scene.NodeLibrary[node].SurfaceList)
         {
-            box.emplace();
-            At(scene_.GeometryLibrary, geometry).GetBoundingBox(box->min, box->max);
+            const int geometry = At(scene.SurfaceLibrary, surface).GetGeometryID();
+            CheckIndex(geometry, scene.GeometryLibrary.size());
+            listings.push_back({surface, geometry, static_cast<std::int32_t>(node)});
         }
-        return *box;
     }
-
-    SceneContainer& scene_;
-    WorldMatrices worldMatrices_;
-    std::vector<std::optional<Box>> localBoxes_;
-};
-
-std::vector<Box> BoxesOf(const std::vector<Listing>& listings)
-{
-    std::vector<Box> boxes;
-    boxes.reserve(listings.size());
-    for (const Listing& listing : listings)
-        boxes.push_back(listing.worldBox);
-    return boxes;
+    return listings;
 }
 
-/// Raises the other surface where it shares the current one's offset; offsets are read at this moment.
-void RaiseIfEqual(SceneContainer& scene, std::int32_t current, std::int32_t other)
+/// Asks for the matrices in the order in which the pass over all pairs meets the nodes: for the first listing, for all
+/// that it is compared with, and last for those where its own surface is listed again.
+void AskForMatrices(WorldMatrices& matrices, const std::vector<Listing>& listings)
 {
-    Surface& raised = At(scene.SurfaceLibrary, other);
-    if (current != other && At(scene.SurfaceLibrary, current).GetCollisionOffset() == raised.GetCollisionOffset())
-        raised.SetCollisionOffset(raised.GetCollisionOffset() + 1);
+    if (listings.empty())
+        return;
+    const Listing& first = listings.front();
+    matrices.Of(first.node);
+    for (const Listing& listing : listings)
+        if (listing.surface != first.surface)
+            matrices.Of(listing.node);
+    for (const Listing& listing : listings)
+        matrices.Of(listing.node);
+}
+
+std::vector<Box> WorldBoxes(SceneContainer& scene, const std::vector<Listing>& listings)
+{
+    WorldMatrices matrices(scene);
+    AskForMatrices(matrices, listings);
+
+    std::vector<std::optional<Box>> localBoxes(scene.GeometryLibrary.size());
+    std::vector<Box> worldBoxes;
+    worldBoxes.reserve(listings.size());
+    for (const Listing& listing : listings)
+    {
+        std::optional<Box>& local = At(localBoxes, listing.geometry);
+        if (!local)
+        {
+            local.emplace();
+            At(scene.GeometryLibrary, listing.geometry).GetBoundingBox(local->min, local->max);
+        }
+        worldBoxes.push_back(EmptyBox());
+        Extend(worldBoxes.back(), *local, matrices.Of(listing.node));
+    }
+    return worldBoxes;
+}
+
+void SetOffsets(SceneContainer& scene, const std::vector<int>& offsets)
+{
+    for (std::size_t surface = 0; surface < offsets.size(); ++surface)
+        At(scene.SurfaceLibrary, surface).SetCollisionOffset(offsets[surface]);
+}
+
+/// Of each overlapping pair with equal offsets, read at this moment, the other surface is raised.
+void RaiseOverlapping(std::vector<int>& offsets, const std::vector<Listing>& listings, const std::vector<Box>& boxes)
+{
+    OverlapQuery query(boxes);
+    std::vector<std::uint32_t> overlapping;
+    for (std::size_t i = 0; i < listings.size(); ++i)
+    {
+        query.Find(boxes[i], overlapping);
+        const std::int32_t current = listings[i].surface;
+        const int offset = offsets[static_cast<std::size_t>(current)];
+        for (const std::uint32_t candidate : overlapping)
+        {
+            const std::int32_t other = listings[candidate].surface;
+            int& raised = offsets[static_cast<std::size_t>(other)];
+            if (other != current && raised == offset)
+                ++raised;
+        }
+    }
 }
 
 }  // namespace
 
 int SceneContainer::CalculateSurfaceCollisionOffset()
 {
-    const std::vector<Listing> listings = ListingCollector(*this).Collect();
+    const std::vector<Listing> listings = ListingsOf(*this);
+    std::vector<int> offsets(SurfaceLibrary.size(), 0);
+    // An override that is asked for a matrix finds the offsets reset. In a plain container nothing changes until a
+    // cycle has been ruled out.
+    if (!IsPlain(*this))
+        SetOffsets(*this, offsets);
 
-    for (Surface& surface : SurfaceLibrary)
-        surface.SetCollisionOffset(0);
-
-    OverlapQuery query(BoxesOf(listings));
-    std::vector<std::uint32_t> overlapping;
-    for (const Listing& current : listings)
-    {
-        query.Find(current.worldBox, overlapping);
-        for (const std::uint32_t other : overlapping)
-            RaiseIfEqual(*this, current.surface, listings[other].surface);
-    }
+    RaiseOverlapping(offsets, listings, WorldBoxes(*this, listings));
+    SetOffsets(*this, offsets);
     return 0;
 }
 

@@ -317,10 +317,26 @@ TEST(AppendSCOverrides, EveryUseOfAMaterialOrTextureIsAnAddition)
     }
     Support::RecordingContainer scene(Scene("A"));
     scene.AppendSC(&other);
-    EXPECT_EQ(scene.Calls({"AddMaterialToLibrary", "AddTextureToLibrary", "SetRootNodeIndex", "AddGeometryToLibrary",
-                           "AddSurfaceToLibrary", "AddAnimationToLibrary"}),
+    EXPECT_EQ(scene.Calls({"AddMaterialToLibrary", "AddTextureToLibrary", "GetRootNodeIndex", "SetRootNodeIndex",
+                           "AddGeometryToLibrary", "AddSurfaceToLibrary", "AddAnimationToLibrary"}),
               R"(AddMaterialToLibrary("red",true) AddTextureToLibrary("wood.png",true) )"
-              R"(AddMaterialToLibrary("red",true) AddTextureToLibrary("wood.png",true) SetRootNodeIndex(3))");
+              R"(AddMaterialToLibrary("red",true) AddTextureToLibrary("wood.png",true) )"
+              R"(GetRootNodeIndex() SetRootNodeIndex(3))");
+}
+
+TEST(AppendSCOverrides, TheRootIsAskedForWhenAllElseIsAppended)
+{
+    class Late : public Support::DerivedContainer
+    {
+    public:
+        using DerivedContainer::DerivedContainer;
+        int GetRootNodeIndex() const override { return static_cast<int>(NodeLibrary.size()) - 2; }
+    };
+    SceneContainer other = Scene("B");
+    Late scene(Scene("A"));
+    scene.SetRootNodeIndex(99);
+    EXPECT_EQ(scene.AppendSC(&other), 0);
+    EXPECT_EQ(scene.NodeLibrary.back().ChildList, (Indices{1, 1}));
 }
 
 TEST(AppendSCOverrides, AMergeResultKeepsItsRootIndex)

@@ -3,6 +3,7 @@
 #include <importing/plugin/SceneContainer.h>
 #include <importing/plugin/TextureName.h>
 
+#include <algorithm>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -51,11 +52,23 @@ void CheckReferences(const SceneContainer& other)
     }
 }
 
-/// The root is looked up when the nodes have been appended, the spare one included.
-void CheckRoot(int root, const SceneContainer& scene, const SceneContainer& other)
+/// The root's note is looked up when the nodes have been appended, the spare one included. That is when an override is
+/// asked for the root; before, only when the stored one cannot be it.
+void CheckRoot(const SceneContainer& scene, const SceneContainer& other)
 {
-    if (root >= 0)
-        CheckIndex(root, scene.NodeLibrary.size() + other.NodeLibrary.size() + 1);
+    const std::size_t nodes = scene.NodeLibrary.size() + other.NodeLibrary.size() + 1;
+    const auto isUsable = [nodes](int root) { return root < 0 || IsValidIndex(root, nodes); };
+    if (!isUsable(scene.SceneContainer::GetRootNodeIndex()) && !isUsable(scene.GetRootNodeIndex()))
+        ThrowBadSubscript();
+}
+
+/// Makes room at one go. A library that has to move doubles, so that many small scenes can follow one another.
+template <typename Record>
+void ReserveMore(std::vector<Record>& library, std::size_t count)
+{
+    const std::size_t needed = library.size() + count;
+    if (library.capacity() < needed)
+        library.reserve(std::max(needed, 2 * library.size()));
 }
 
 template <typename Record>
@@ -82,6 +95,8 @@ void AppendGeometries(SceneContainer& scene, const SceneContainer& other, const 
 /// One default node follows the copies; it counts, so the indices of later nodes depend on it.
 void AppendNodes(SceneContainer& scene, const SceneContainer& other, const Bases& bases)
 {
+    constexpr std::size_t kSpareAndRoot = 2;
+    ReserveMore(scene.NodeLibrary, other.NodeLibrary.size() + kSpareAndRoot);
     AppendCopies(scene.NodeLibrary, other.NodeLibrary);
     for (std::size_t i = static_cast<std::size_t>(bases.node); i < scene.NodeLibrary.size(); ++i)
     {
@@ -218,8 +233,9 @@ bool IsMergeResult(SceneContainer& scene, int root)
 
 /// A scene that is the result of a merge takes the other's root as a further child; any other gets a new root. A merge
 /// result does so also when the other scene has no root: it then lists the node before the appended ones.
-void JoinRoots(SceneContainer& scene, int root, const SceneContainer& other, const Bases& bases)
+void JoinRoots(SceneContainer& scene, const SceneContainer& other, const Bases& bases)
 {
+    const int root = scene.GetRootNodeIndex();
     const int otherRoot = other.GetRootNodeIndex();
     if (IsMergeResult(scene, root))
     {
@@ -250,8 +266,7 @@ int SceneContainer::AppendSC(SceneContainer* other)
         return SceneContainer::AppendSC(&copy);
     }
     CheckReferences(*other);
-    const int root = GetRootNodeIndex();
-    CheckRoot(root, *this, *other);
+    CheckRoot(*this, *other);
 
     const Bases bases = BasesOf(*this);
     AppendGeometries(*this, *other, bases);
@@ -260,7 +275,7 @@ int SceneContainer::AppendSC(SceneContainer* other)
     AppendCopies(AnimationLibrary, other->AnimationLibrary);
     AppendCopies(CameraLibrary, other->CameraLibrary);
     AppendCopies(LightLibrary, other->LightLibrary);
-    JoinRoots(*this, root, *other, bases);
+    JoinRoots(*this, *other, bases);
     return 0;
 }
 

@@ -1,6 +1,7 @@
 #include <importing/plugin/Disambiguate.h>
 
 #include <cstdint>
+#include <string_view>
 #include <unordered_map>
 
 namespace Importing
@@ -8,9 +9,9 @@ namespace Importing
 namespace
 {
 
-using Occurrences = std::unordered_map<std::string, std::uint32_t>;
+using Occurrences = std::unordered_map<std::string_view, std::uint32_t>;
 
-bool IsTaken(const Occurrences& left, const std::string& name)
+bool IsTaken(const Occurrences& left, std::string_view name)
 {
     const auto entry = left.find(name);
     return entry != left.end() && entry->second != 0;
@@ -30,13 +31,19 @@ std::string FirstFree(const Occurrences& left, const std::string& candidate)
 std::vector<Renaming> FindRenamings(const std::vector<std::string>& names)
 {
     Occurrences left;
+    left.reserve(names.size());
+    std::vector<std::uint32_t*> countOf;
+    countOf.reserve(names.size());
     for (const std::string& name : names)
-        ++left[name];
+    {
+        countOf.push_back(&left[name]);
+        ++*countOf.back();
+    }
 
     std::vector<Renaming> renamings;
     for (std::size_t i = 0; i < names.size(); ++i)
     {
-        std::uint32_t& count = left[names[i]];
+        std::uint32_t& count = *countOf[i];
         if (count <= 1)
             continue;
         --count;

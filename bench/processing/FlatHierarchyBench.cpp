@@ -1,26 +1,14 @@
 #include <importing/plugin/SceneContainer.h>
 #include <support/BenchScenes.h>
+#include <support/FreedMemory.h>
 
 #include <benchmark/benchmark.h>
-
-#if defined(__GLIBC__)
-#include <malloc.h>
-#endif
 
 namespace
 {
 
 using Importing::SceneContainer;
 using Importing::Transform;
-
-/// Gives freed memory back to the system. A scene is flattened once in a process, so the pages of the merged meshes are
-/// touched for the first time; without this, small scenes would reuse the pages of the run before and large ones not.
-void ForgetFreedMemory()
-{
-#if defined(__GLIBC__)
-    malloc_trim(0);
-#endif
-}
 
 /// Flattens and merges one box a node; building the scene and destroying the result are not counted.
 void FlatHierarchy(benchmark::State& state, Shape shape)

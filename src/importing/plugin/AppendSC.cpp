@@ -77,19 +77,38 @@ void AppendCopies(std::vector<Record>& library, const std::vector<Record>& other
     library.insert(library.end(), others.begin(), others.end());
 }
 
+/// Adjusts each copy as soon as it is made, while it is at hand.
+template <typename Record, typename Adjust>
+void AppendCopies(std::vector<Record>& library, const std::vector<Record>& others, Adjust adjust)
+{
+    ReserveMore(library, others.size());
+    for (const Record& record : others)
+    {
+        library.push_back(record);
+        adjust(library.back());
+    }
+}
+
 void Shift(std::vector<std::int32_t>& indices, std::int32_t base)
 {
     for (std::int32_t& index : indices)
         index += base;
 }
 
+/// Shifts the animation of a node or a joint, if it has one.
+template <typename Animated>
+void ShiftAnimation(Animated& record, std::int32_t base)
+{
+    if (record.GetAnimationID() >= 0)
+        record.SetAnimationID(record.GetAnimationID() + base);
+}
+
 void AppendGeometries(SceneContainer& scene, const SceneContainer& other, const Bases& bases)
 {
-    AppendCopies(scene.GeometryLibrary, other.GeometryLibrary);
-    for (std::size_t i = static_cast<std::size_t>(bases.geometry); i < scene.GeometryLibrary.size(); ++i)
-        for (Joint& joint : scene.GeometryLibrary[i].JointArray)
-            if (joint.GetAnimationID() >= 0)
-                joint.SetAnimationID(joint.GetAnimationID() + bases.animation);
+    AppendCopies(scene.GeometryLibrary, other.GeometryLibrary, [&bases](Geometry& copy) {
+        for (Joint& joint : copy.JointArray)
+            ShiftAnimation(joint, bases.animation);
+    });
 }
 
 /// One default node follows the copies; it counts, so the indices of later nodes depend on it.
@@ -97,17 +116,13 @@ void AppendNodes(SceneContainer& scene, const SceneContainer& other, const Bases
 {
     constexpr std::size_t kSpareAndRoot = 2;
     ReserveMore(scene.NodeLibrary, other.NodeLibrary.size() + kSpareAndRoot);
-    AppendCopies(scene.NodeLibrary, other.NodeLibrary);
-    for (std::size_t i = static_cast<std::size_t>(bases.node); i < scene.NodeLibrary.size(); ++i)
-    {
-        Node& node = scene.NodeLibrary[i];
-        if (node.GetAnimationID() >= 0)
-            node.SetAnimationID(node.GetAnimationID() + bases.animation);
-        Shift(node.ChildList, bases.node);
-        Shift(node.SurfaceList, bases.surface);
-        Shift(node.CameraList, bases.camera);
-        Shift(node.LightList, bases.light);
-    }
+    AppendCopies(scene.NodeLibrary, other.NodeLibrary, [&bases](Node& copy) {
+        ShiftAnimation(copy, bases.animation);
+        Shift(copy.ChildList, bases.node);
+        Shift(copy.SurfaceList, bases.surface);
+        Shift(copy.CameraList, bases.camera);
+        Shift(copy.LightList, bases.light);
+    });
     scene.NodeLibrary.emplace_back();
 }
 

@@ -235,10 +235,10 @@ public:
 
     /// @name Appending: plugin/AppendSC.cpp
     /// @{
-    /// Appends a copy of another scene and joins the two hierarchies under one root node named "Root". Materials and
-    /// textures that the other's surfaces use are de-duplicated, unused ones left behind. Appending a container to
-    /// itself appends what it held on entry.
-    /// Deliberate: one spare default node follows the copied nodes.
+    /// Appends a copy of another scene and joins the two hierarchies under one root node named "Root", or under that of
+    /// an earlier merge (deliberate: it lists the node before the copies when the other has no root). Materials and
+    /// textures in use are de-duplicated, others left behind. To itself a container appends what it held on entry.
+    /// Deliberate: one spare default node follows the copied nodes; a -1 in a node's list is shifted like any index.
     /// @return 0; -1 with nothing changed when other is null.
     /// @throws std::out_of_range with both containers unchanged, when a material or texture index of the other is
     ///         outside its library, or this container's root node index designates no node after the appending.

@@ -18,10 +18,11 @@ D3DXVECTOR3 GridPlace(std::int64_t index, std::int64_t count)
     std::int64_t edge = 1;
     while (edge * edge * edge < count)
         ++edge;
+    const std::int64_t x = index % edge;
+    const std::int64_t y = index / edge % edge;
+    const std::int64_t z = index / edge / edge;
     constexpr float kStep = 2.0F;
-    return D3DXVECTOR3(static_cast<float>(index % edge), static_cast<float>(index / edge % edge),
-                       static_cast<float>(index / edge / edge)) *
-           kStep;
+    return D3DXVECTOR3(static_cast<float>(x), static_cast<float>(y), static_cast<float>(z)) * kStep;
 }
 
 /// Neighbours in the world are none in the scene: the stride, a prime, leads to every place once.

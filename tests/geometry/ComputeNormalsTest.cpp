@@ -256,6 +256,26 @@ TEST(ComputeNormals, FaceThatIsNoNumberSplitsLaterCorners)
     EXPECT_TRUE(SameFloats(NormalOf(mesh, 0), D3DXVECTOR3(0, 0, 1)));
 }
 
+TEST(ComputeNormals, FaceWithAnInfiniteCornerSplitsLaterCorners)
+{
+    const float infinity = std::numeric_limits<float>::infinity();
+    const Geometry mesh = WithNormals(MeshOf({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {infinity, 0, 0}}, {0, 1, 2, 0, 1, 3}));
+    EXPECT_EQ(mesh.IndexArray, (Indices{0, 1, 2, 4, 5, 3}));
+    EXPECT_TRUE(std::isnan(NormalOf(mesh, 3).z));
+    EXPECT_TRUE(SameFloats(NormalOf(mesh, 1), D3DXVECTOR3(0, 0, 1)));
+}
+
+TEST(ComputeNormals, GrowingWhileSplittingKeepsWhatVerticesOwn)
+{
+    Geometry mesh = Cube8();
+    for (Vertex& vertex : mesh.VertexArray)
+        vertex.AddWeight(3, 0.5F);
+    mesh.VertexArray.shrink_to_fit();
+    mesh = WithNormals(mesh);
+    for (Vertex& vertex : mesh.VertexArray)
+        EXPECT_EQ(vertex.GetWeight(0), Vertex::Weight(3, 0.5F));
+}
+
 TEST(ComputeNormals, KeepsTheMeshesOwnHashAndInvalidatesThoseOfTheVertices)
 {
     Geometry mesh = Wedge(40);

@@ -140,6 +140,24 @@ TEST_P(EveryMapping, AsksForTheBoxOnceThroughTheTable)
     EXPECT_EQ(empty.GetCalls(), 1);
 }
 
+TEST_P(EveryMapping, WeightsAndSetsBeyondThoseInPlaceStay)
+{
+    for (const int set : {0, 2, 3, 6})
+    {
+        Geometry mesh = Box24();
+        for (Vertex& vertex : mesh.VertexArray)
+        {
+            vertex.AddWeight(3, 0.5F);
+            vertex.SetTexCoord(D3DXVECTOR2(5, 6), 4);
+        }
+        Geometry expected = mesh;
+        Generate(mesh, set, false);
+        for (std::size_t i = 0; i < mesh.VertexArray.size(); ++i)
+            expected.VertexArray[i].SetTexCoord(UV(mesh, i, set), static_cast<std::uint64_t>(set));
+        EXPECT_TRUE(SameGeometry(mesh, expected)) << "set " << set;
+    }
+}
+
 TEST_P(EveryMapping, IsLikeTheModel)
 {
     for (std::uint32_t seed = 1; seed <= kRandomMeshes; ++seed)
@@ -276,6 +294,14 @@ TEST(GenerateUVsCubic, MeasuresFromTheMinimumOfTheBoxInWorldUnitsToo)
 TEST(GenerateUVsCubic, ZeroNormalGivesNoNumberForU)
 {
     Geometry mesh = Probe({{0, 0, 0}});
+    mesh.GenerateUVsCubic(0, false);
+    EXPECT_TRUE(std::isnan(UV(mesh, 0).x));
+    EXPECT_TRUE(SameFloats(UV(mesh, 0).y, -0.25F));
+}
+
+TEST(GenerateUVsCubic, InfiniteNormalGivesNoNumberForU)
+{
+    Geometry mesh = Probe({{0, kInfinity, 0}});
     mesh.GenerateUVsCubic(0, false);
     EXPECT_TRUE(std::isnan(UV(mesh, 0).x));
     EXPECT_TRUE(SameFloats(UV(mesh, 0).y, -0.25F));

@@ -174,6 +174,14 @@ TEST(UnifyNormals, NormalsThatAreNoNumbersAreLeftAlone)
     ExpectUntouched(Triangle(D3DXVECTOR3(0, 0, std::numeric_limits<float>::quiet_NaN())), 0, UnifyNormals);
 }
 
+TEST(UnifyNormals, InfiniteNormalIsTurnedLikeAnyOther)
+{
+    const float infinity = std::numeric_limits<float>::infinity();
+    Geometry mesh = TriangleOf(D3DXVECTOR3(0, 0, -infinity), kUp, kUp);
+    mesh.UnifyNormals(false);
+    EXPECT_TRUE(SameFloats(mesh.VertexArray[0].GetNormal(), D3DXVECTOR3(-0.0F, -0.0F, infinity)));
+}
+
 TEST(UnifyNormals, LastDisagreeingTriangleDecidesOverASharedVertex)
 {
     Geometry mesh = Triangle(kUp);
@@ -297,6 +305,20 @@ TEST(FixFaceCulling, NormalThatIsNoNumberIsNotAgainst)
 {
     const D3DXVECTOR3 nan(std::numeric_limits<float>::quiet_NaN(), 0, -1);
     ExpectUntouched(TriangleOf(kDown, nan, kDown), 0, FixFaceCulling);
+}
+
+TEST(FixFaceCulling, InfiniteNormalCountsLikeAnyOther)
+{
+    const float infinity = std::numeric_limits<float>::infinity();
+    Geometry mesh = TriangleOf(kDown, D3DXVECTOR3(0, 0, -infinity), kDown);
+    mesh.FixFaceCulling(false);
+    EXPECT_EQ(mesh.IndexArray, (Indices{0, 2, 1}));
+}
+
+TEST(FixFaceCulling, MeshWithoutFacesIsLeftAlone)
+{
+    ExpectUntouched(Geometry(), 0, FixFaceCulling);
+    ExpectUntouched(MeshOf({}, {99, 99}), 0, FixFaceCulling);
 }
 
 TEST(FixFaceCulling, EveryTriangleIsJudgedAlone)

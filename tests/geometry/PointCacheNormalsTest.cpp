@@ -7,6 +7,8 @@
 #include <support/Meshes.h>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace
 {
@@ -163,6 +165,15 @@ TEST(PointCacheNormals, DegenerateFaceGivesZeroUntilAnotherFaceIsBlendedIn)
     EXPECT_TRUE(SameFloats(mesh.PointCacheNormals[0], D3DXVECTOR3(0, 0, 1)));
 }
 
+TEST(PointCacheNormals, NormalThatIsNoNumberStaysSo)
+{
+    Geometry mesh = MeshOf(std::vector<D3DXVECTOR3>(4, {0, 0, 0}), {0, 1, 3, 0, 1, 2});
+    AddFrame(mesh, MeshOf({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {std::numeric_limits<float>::quiet_NaN(), 0, 0}}, {}));
+    mesh.ComputePointCacheNormals();
+    EXPECT_TRUE(std::isnan(mesh.PointCacheNormals[0].z));
+    EXPECT_TRUE(SameFloats(mesh.PointCacheNormals[2], D3DXVECTOR3(0, 0, 1)));
+}
+
 TEST(PointCacheNormals, KeepsAllHashesAndVertices)
 {
     Geometry mesh = Hashed(WedgeWithFrames({0, 30}));
@@ -181,6 +192,14 @@ TEST(PointCacheNormals, NormalsShorterThanTheFramesAreRefused)
         mesh.PointCacheNormals.resize(length);
         ExpectBadSubscript(Hashed(mesh), &Geometry::ComputePointCacheNormals);
     }
+}
+
+TEST(PointCacheNormals, NormalsShorterThanTheFramesAreRefusedWithoutFacesToo)
+{
+    Geometry mesh = WedgeWithFrames({0, 30});
+    mesh.IndexArray.clear();
+    mesh.PointCacheNormals.resize(7);
+    ExpectBadSubscript(Hashed(mesh), &Geometry::ComputePointCacheNormals);
 }
 
 TEST(PointCacheNormals, NormalsNeedNotCoverAnIncompleteFrame)

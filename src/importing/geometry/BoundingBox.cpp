@@ -15,7 +15,7 @@ int Geometry::GetBoundingBox(D3DXVECTOR3& min, D3DXVECTOR3& max) const
     Box bounds{D3DXVECTOR3(kLargest, kLargest, kLargest),
                D3DXVECTOR3(kSmallestPositive, kSmallestPositive, kSmallestPositive)};
     for (const Vertex& vertex : VertexArray)
-        Extend(bounds, ForReading(vertex).GetPosition());
+        Extend(bounds, ForReading(vertex).Vertex::GetPosition());
     min = bounds.min;
     max = bounds.max;
     return 0;

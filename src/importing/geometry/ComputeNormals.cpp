@@ -12,7 +12,8 @@ namespace
 /// Cosine of the sharpest bend, about 36.87 degrees, over which faces are still blended (0x3F4CCCCD).
 constexpr float kSmoothingThreshold = 0.8F;
 
-/// Gives corners their normals, face by face.
+/// Gives corners their normals, face by face. Vertices are asked by qualified calls, which take their place in the loop
+/// in line: an element of the array is a Vertex and nothing derived from it.
 class NormalSmoother
 {
 public:
@@ -30,7 +31,7 @@ public:
 private:
     D3DXVECTOR3 FaceNormal(std::size_t firstCorner)
     {
-        const auto position = [this](std::size_t corner) { return vertices_[indices_[corner]].GetPosition(); };
+        const auto position = [this](std::size_t corner) { return vertices_[indices_[corner]].Vertex::GetPosition(); };
         return TriangleNormal(position(firstCorner), position(firstCorner + 1), position(firstCorner + 2));
     }
 
@@ -40,16 +41,16 @@ private:
         Vertex& vertex = vertices_[index];
         if (!visited_[index])
         {
-            vertex.SetNormal(faceNormal);
+            vertex.Vertex::SetNormal(faceNormal);
             visited_[index] = true;
             return;
         }
 
-        const D3DXVECTOR3 running = vertex.GetNormal();
+        const D3DXVECTOR3 running = vertex.Vertex::GetNormal();
         if (Dot(faceNormal, running) > kSmoothingThreshold)
         {
-            vertex.SetNormal(faceNormal + running);
-            vertex.NormalizeNormal();
+            vertex.Vertex::SetNormal(faceNormal + running);
+            vertex.Vertex::NormalizeNormal();
         }
         else
         {

@@ -71,14 +71,15 @@ private:
     D3DXVECTOR2 last_{0, 0};
 };
 
-/// Writes what the mapping makes of position and normal into one UV set of every vertex.
+/// Writes what the mapping makes of position and normal into one UV set of every vertex. The calls are qualified, which
+/// puts them in line: an element of the array is a Vertex and nothing derived from it.
 template <typename Mapping>
 int WriteUVs(std::vector<Vertex>& vertices, int set, Mapping mapping)
 {
     // A negative set becomes an index that no vertex accepts; the first vertex throws before anything has changed.
     const auto index = static_cast<std::uint64_t>(static_cast<std::int64_t>(set));
     for (Vertex& vertex : vertices)
-        vertex.SetTexCoord(mapping(vertex.GetPosition(), vertex.GetNormal()), index);
+        vertex.Vertex::SetTexCoord(mapping(vertex.Vertex::GetPosition(), vertex.Vertex::GetNormal()), index);
     return 0;
 }
 
@@ -87,7 +88,7 @@ int WriteUVs(std::vector<Vertex>& vertices, int set, Mapping mapping)
 int Geometry::GenerateUVsPlanarX(int set, bool worldUnits)
 {
     const Frame f = FrameOf(*this, worldUnits);
-    return WriteUVs(VertexArray, set, [&f](const D3DXVECTOR3& p, const D3DXVECTOR3&) {
+    return WriteUVs(VertexArray, set, [f](const D3DXVECTOR3& p, const D3DXVECTOR3&) {
         return D3DXVECTOR2(Planar(p.z, f.divisor.z, f.center.z), Planar(p.y, f.divisor.y, f.center.y));
     });
 }
@@ -95,7 +96,7 @@ int Geometry::GenerateUVsPlanarX(int set, bool worldUnits)
 int Geometry::GenerateUVsPlanarY(int set, bool worldUnits)
 {
     const Frame f = FrameOf(*this, worldUnits);
-    return WriteUVs(VertexArray, set, [&f](const D3DXVECTOR3& p, const D3DXVECTOR3&) {
+    return WriteUVs(VertexArray, set, [f](const D3DXVECTOR3& p, const D3DXVECTOR3&) {
         return D3DXVECTOR2(Planar(p.x, f.divisor.x, f.center.x), Planar(p.z, f.divisor.z, f.center.z));
     });
 }
@@ -103,7 +104,7 @@ int Geometry::GenerateUVsPlanarY(int set, bool worldUnits)
 int Geometry::GenerateUVsPlanarZ(int set, bool worldUnits)
 {
     const Frame f = FrameOf(*this, worldUnits);
-    return WriteUVs(VertexArray, set, [&f](const D3DXVECTOR3& p, const D3DXVECTOR3&) {
+    return WriteUVs(VertexArray, set, [f](const D3DXVECTOR3& p, const D3DXVECTOR3&) {
         return D3DXVECTOR2(Planar(p.x, f.divisor.x, f.center.x), Planar(p.y, f.divisor.y, f.center.y));
     });
 }
@@ -116,7 +117,7 @@ int Geometry::GenerateUVsCubic(int set, bool worldUnits)
 int Geometry::GenerateUVsCylindrical(int set, bool worldUnits)
 {
     const Frame f = FrameOf(*this, worldUnits);
-    return WriteUVs(VertexArray, set, [&f](const D3DXVECTOR3& p, const D3DXVECTOR3& normal) {
+    return WriteUVs(VertexArray, set, [f](const D3DXVECTOR3& p, const D3DXVECTOR3& normal) {
         return D3DXVECTOR2(TurnAboutY(normal), -((p.y / f.divisor.y - 0.5F) - f.center.y));
     });
 }

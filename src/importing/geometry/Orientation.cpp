@@ -13,8 +13,8 @@ namespace
 /// Along the face's geometric normal; read anew for each face, since earlier faces may have been turned.
 D3DXVECTOR3 FaceCross(std::vector<Vertex>& vertices, const std::uint32_t* corners)
 {
-    return TriangleCross(vertices[corners[0]].GetPosition(), vertices[corners[1]].GetPosition(),
-                         vertices[corners[2]].GetPosition());
+    return TriangleCross(vertices[corners[0]].Vertex::GetPosition(), vertices[corners[1]].Vertex::GetPosition(),
+                         vertices[corners[2]].Vertex::GetPosition());
 }
 
 /// Never true for a perpendicular normal, a degenerate face or a NaN.
@@ -60,9 +60,9 @@ int Geometry::UnifyNormals(bool suppress)
         for (std::size_t c = 0; c < kTriangle; ++c)
         {
             Vertex& vertex = VertexArray[corners[c]];
-            const D3DXVECTOR3 normal = vertex.GetNormal();
+            const D3DXVECTOR3 normal = vertex.Vertex::GetNormal();
             if (PointsAgainst(normal, faceNormal))
-                vertex.SetNormal(-normal);
+                vertex.Vertex::SetNormal(-normal);
         }
     }
     return 0;
@@ -81,7 +81,7 @@ int Geometry::FixFaceCulling(bool suppress)
         std::uint32_t* corners = IndexArray.data() + kTriangle * face;
         const D3DXVECTOR3 faceNormal = FaceCross(VertexArray, corners);
         const auto isAgainst = [&](std::uint32_t index) {
-            return PointsAgainst(VertexArray[index].GetNormal(), faceNormal);
+            return PointsAgainst(VertexArray[index].Vertex::GetNormal(), faceNormal);
         };
         if (isAgainst(corners[0]) && isAgainst(corners[1]) && isAgainst(corners[2]))
             std::swap(corners[1], corners[2]);

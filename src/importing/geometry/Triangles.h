@@ -1,6 +1,8 @@
 #pragma once
 
+#include <importing/base/CheckedAccess.h>
 #include <importing/math/D3DXMath.h>
+#include <importing/math/Products.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -13,15 +15,28 @@ namespace Importing
 inline constexpr std::uint64_t kTriangle = 3;
 
 /// Number of whole triangles in an index array; one or two trailing indices belong to none.
-std::size_t TriangleCount(const std::vector<std::uint32_t>& indices);
+inline std::size_t TriangleCount(const std::vector<std::uint32_t>& indices) { return indices.size() / kTriangle; }
 
 /// @throws std::out_of_range when an index of a whole triangle does not designate one of vertexCount vertices.
-void CheckTriangles(const std::vector<std::uint32_t>& indices, std::size_t vertexCount);
+inline void CheckTriangles(const std::vector<std::uint32_t>& indices, std::size_t vertexCount)
+{
+    const std::size_t used = TriangleCount(indices) * kTriangle;
+    for (std::size_t i = 0; i < used; ++i)
+        CheckIndex(indices[i], vertexCount);
+}
 
 /// The cross product (p1 - p0) x (p2 - p0): along the normal of the triangle, twice its area long.
-D3DXVECTOR3 TriangleCross(const D3DXVECTOR3& p0, const D3DXVECTOR3& p1, const D3DXVECTOR3& p2);
+inline D3DXVECTOR3 TriangleCross(const D3DXVECTOR3& p0, const D3DXVECTOR3& p1, const D3DXVECTOR3& p2)
+{
+    return Cross(p1 - p0, p2 - p0);
+}
 
 /// The unit normal of a triangle; (0, 0, 0) when it has no area.
-D3DXVECTOR3 TriangleNormal(const D3DXVECTOR3& p0, const D3DXVECTOR3& p1, const D3DXVECTOR3& p2);
+inline D3DXVECTOR3 TriangleNormal(const D3DXVECTOR3& p0, const D3DXVECTOR3& p1, const D3DXVECTOR3& p2)
+{
+    D3DXVECTOR3 normal = TriangleCross(p0, p1, p2);
+    D3DXVec3Normalize(&normal, &normal);
+    return normal;
+}
 
 }  // namespace Importing

@@ -166,12 +166,6 @@ void Vertex::SetNormal(const float* normal)
     SetHashInvalid();
 }
 
-void Vertex::SetNormal(const D3DXVECTOR3& normal)
-{
-    normal_ = normal;
-    SetHashInvalid();
-}
-
 D3DXVECTOR2 Vertex::GetTexCoord(int index)
 {
     CheckIndex(index, TexCoordCount());
@@ -179,12 +173,6 @@ D3DXVECTOR2 Vertex::GetTexCoord(int index)
 }
 
 std::uint64_t Vertex::GetTexCoordCount() const { return TexCoordCount(); }
-
-void Vertex::SetTexCoord(const D3DXVECTOR2& texCoord, std::uint64_t index)
-{
-    GrownTexCoord(index) = texCoord;
-    SetHashInvalid();
-}
 
 void Vertex::TransformTexCoord(const D3DXMATRIX& matrix, std::uint64_t index)
 {
@@ -216,12 +204,6 @@ void Vertex::InverseZ()
 void Vertex::InverseNormal()
 {
     normal_ = -normal_;
-    SetHashInvalid();
-}
-
-void Vertex::NormalizeNormal()
-{
-    D3DXVec3Normalize(&normal_, &normal_);
     SetHashInvalid();
 }
 

@@ -71,11 +71,19 @@ public:
 
     virtual D3DXVECTOR3 GetNormal() { return normal_; }
 #if defined(_MSC_VER)
-    virtual void SetNormal(const D3DXVECTOR3& normal);
+    virtual void SetNormal(const D3DXVECTOR3& normal)
+    {
+        normal_ = normal;
+        SetHashInvalid();
+    }
     virtual void SetNormal(const float* normal);
 #else
     virtual void SetNormal(const float* normal);
-    virtual void SetNormal(const D3DXVECTOR3& normal);
+    virtual void SetNormal(const D3DXVECTOR3& normal)
+    {
+        normal_ = normal;
+        SetHashInvalid();
+    }
 #endif
 
     /// @throws std::out_of_range when there is no UV set at index.
@@ -83,7 +91,14 @@ public:
     virtual std::uint64_t GetTexCoordCount() const;
     /// Sets UV set index; sets that are missing below it are added as (0, 0).
     /// @throws std::length_error "vector<T> too long", with nothing changed, when no sequence can be that long.
-    virtual void SetTexCoord(const D3DXVECTOR2& texCoord, std::uint64_t index);
+    virtual void SetTexCoord(const D3DXVECTOR2& texCoord, std::uint64_t index)
+    {
+        if (index < InlineTexCoords && index < inlineCount_ && !HasBlock())
+            attributes_.texCoords[index] = texCoord;
+        else
+            GrownTexCoord(index) = texCoord;
+        SetHashInvalid();
+    }
 
     /// Carries the position by one matrix and the normal by another, both as points: with translation and division by
     /// w (deliberate; a normal matrix has neither). The normal is not renormalised.
@@ -103,7 +118,11 @@ public:
     /// Negates z of position and normal; 0 becomes -0.
     virtual void InverseZ();
     virtual void InverseNormal();
-    virtual void NormalizeNormal();
+    virtual void NormalizeNormal()
+    {
+        D3DXVec3Normalize(&normal_, &normal_);
+        SetHashInvalid();
+    }
 
     /// @return the weight at index, or (0, 0) when there is none: unlike GetTexCoord it does not throw.
     virtual Weight GetWeight(std::uint64_t index);

@@ -51,19 +51,29 @@ bool DifferInYZ(const Vertex& a, const Vertex& b)
     return p.y != q.y || p.z != q.z;
 }
 
+Vertex Plain(const D3DXVECTOR3& position) { return position; }
+
+Vertex WithWeights(const D3DXVECTOR3& position)
+{
+    Vertex vertex(position);
+    vertex.AddWeight(3, 0.25F);
+    vertex.AddWeight(5, 0.75F);
+    return vertex;
+}
+
 /// Finds two vertices of one hash that differ as asked, among many candidates: the birthdays of some 100,000 vertices
 /// fall on 4,294,967,296 days.
-template <typename MakeCandidate, typename Differ>
-std::pair<Vertex, Vertex> FindCollision(MakeCandidate makeCandidate, Differ differ)
+template <typename MakePosition, typename Differ>
+std::pair<Vertex, Vertex> FindCollision(MakePosition makePosition, Differ differ, Vertex (*dress)(const D3DXVECTOR3&))
 {
     constexpr std::uint32_t kMostCandidates = 2'000'000;
     std::unordered_map<std::uint32_t, D3DXVECTOR3> seen;
     Random random(1);
     for (std::uint32_t i = 0; i < kMostCandidates; ++i)
     {
-        Vertex candidate(makeCandidate(random));
+        Vertex candidate = dress(makePosition(random));
         const auto [found, isNew] = seen.emplace(candidate.GetHash(), candidate.GetPosition());
-        Vertex earlier(found->second);
+        Vertex earlier = dress(found->second);
         if (!isNew && differ(earlier, candidate) && earlier.GetHash() == candidate.GetHash())
             return {earlier, candidate};
     }
@@ -79,7 +89,7 @@ D3DXVECTOR3 AnyPosition(Random& random)
 
 const std::pair<Vertex, Vertex>& Colliding()
 {
-    static const std::pair<Vertex, Vertex> pair = FindCollision(AnyPosition, DifferInX);
+    static const std::pair<Vertex, Vertex> pair = FindCollision(AnyPosition, DifferInX, Plain);
     return pair;
 }
 
@@ -90,7 +100,7 @@ const std::pair<Vertex, Vertex>& CollidingWithEqualX()
         any.x = 1;
         return any;
     };
-    static const std::pair<Vertex, Vertex> pair = FindCollision(position, DifferInYZ);
+    static const std::pair<Vertex, Vertex> pair = FindCollision(position, DifferInYZ, Plain);
     return pair;
 }
 
@@ -337,6 +347,20 @@ TEST(Optimize, CollidingVerticesUsedAlternatelyMayFillTheMesh)
     mesh = Welded(mesh);
     EXPECT_EQ(mesh.IndexArray, (Indices{0, 1, 2, 3}));
     EXPECT_EQ(mesh.VertexArray.size(), 4U);
+}
+
+TEST(Optimize, VertexThatSurvivesTwiceKeepsEverythingBothTimes)
+{
+    const auto [a, b] = FindCollision(AnyPosition, DifferInX, WithWeights);
+    Geometry mesh;
+    mesh.VertexArray = {a, b, b, b};
+    mesh.IndexArray = {0, 1, 0, 0};
+    mesh = Welded(mesh);
+    EXPECT_EQ(mesh.IndexArray, (Indices{0, 1, 2, 2}));
+    ASSERT_EQ(mesh.VertexArray.size(), 3U);
+    EXPECT_TRUE(SameVertex(mesh.VertexArray[0], a));
+    EXPECT_TRUE(SameVertex(mesh.VertexArray[1], b));
+    EXPECT_TRUE(SameVertex(mesh.VertexArray[2], a));
 }
 
 TEST(Optimize, CollidingVerticesUsedAlternatelyBeyondTheMeshAreRefused)

@@ -1,59 +1,26 @@
 #include <importing/base/CheckedAccess.h>
 #include <importing/geometry/Geometry.h>
+#include <importing/geometry/HashNumbers.h>
 #include <importing/math/NearlyEqual.h>
 
-#include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <utility>
+#include <vector>
 
 namespace Importing
 {
 namespace
 {
 
-/// Maps vertex hashes to vertex numbers: open addressing with linear probing, at most half full.
-class HashTable
-{
-public:
-    explicit HashTable(std::size_t count) : slots_(std::bit_ceil(2 * count + 2), Slot{0, kFree}) {}
-
-    /// @return where the number of this hash is kept, kFree where the hash is new.
-    std::uint32_t& operator[](std::uint32_t hash)
-    {
-        const std::size_t mask = slots_.size() - 1;
-        std::size_t i = Spread(hash) & mask;
-        while (slots_[i].number != kFree && slots_[i].hash != hash)
-            i = (i + 1) & mask;
-        slots_[i].hash = hash;
-        return slots_[i].number;
-    }
-
-    static constexpr std::uint32_t kFree = 0xFFFFFFFFU;
-
-private:
-    struct Slot
-    {
-        std::uint32_t hash;
-        std::uint32_t number;
-    };
-
-    /// Content hashes end in the position's z alone; the upper bits of a product depend on all bits of the hash.
-    static std::size_t Spread(std::uint32_t hash)
-    {
-        return static_cast<std::size_t>((hash * 0x9E3779B97F4A7C15ULL) >> 32U);
-    }
-
-    std::vector<Slot> slots_;
-};
-
 /// The quick test. Stops at the first hash that it meets again, so hashes of later vertices stay uncomputed.
 bool HasDuplicates(std::vector<Vertex>& vertices)
 {
-    HashTable seen(vertices.size());
+    HashNumbers seen(vertices.size());
     for (Vertex& vertex : vertices)
     {
         std::uint32_t& number = seen[vertex.GetHash()];
-        if (number != HashTable::kFree)
+        if (number != kNoNumber)
             return true;
         number = 0;
     }
@@ -64,40 +31,66 @@ bool HasDuplicates(std::vector<Vertex>& vertices)
 class VertexWelder
 {
 public:
-    explicit VertexWelder(std::vector<Vertex>& vertices) : vertices_(vertices), latest_(vertices.size()) {}
+    explicit VertexWelder(std::vector<Vertex>& vertices)
+        : vertices_(vertices), known_(vertices.size(), kNoNumber), latest_(vertices.size())
+    {}
 
     /// @return the number of the survivor that stands for a vertex.
     /// @throws std::out_of_range when there would be more survivors than vertices: different vertices of one hash,
     ///         used alternately, replace one another over and over.
-    std::uint32_t Survivor(std::uint32_t index)
+    std::uint32_t SurvivorOf(std::uint32_t index)
     {
-        Vertex& vertex = vertices_[index];
-        std::uint32_t& number = latest_[vertex.GetHash()];
-        const bool isKnown = number != HashTable::kFree &&
-                             NearlyEqual(vertices_[survivors_[number]].GetPosition().x, vertex.GetPosition().x);
-        if (!isKnown)
-        {
-            CheckIndex(survivors_.size(), vertices_.size());
-            number = static_cast<std::uint32_t>(survivors_.size());
-            survivors_.push_back(index);
-        }
-        return number;
+        std::uint32_t& known = known_[index];
+        if (known == kNoNumber || survivors_[known].isReplaced)
+            known = Find(index);
+        return known;
     }
 
-    /// Copies: with colliding hashes a vertex may survive more than once.
-    std::vector<Vertex> Survivors() const
+    /// The vertices are left without what the survivors took over.
+    std::vector<Vertex> TakeSurvivors()
     {
         std::vector<Vertex> welded;
         welded.reserve(survivors_.size());
-        for (const std::uint32_t index : survivors_)
-            welded.push_back(vertices_[index]);
+        for (const Survivor& survivor : survivors_)
+        {
+            // Without a replacement no vertex survives twice.
+            if (anyReplaced_)
+                welded.push_back(vertices_[survivor.vertex]);
+            else
+                welded.push_back(std::move(vertices_[survivor.vertex]));
+        }
         return welded;
     }
 
 private:
+    struct Survivor
+    {
+        std::uint32_t vertex;
+        float x;          ///< of its position
+        bool isReplaced;  ///< whether another survivor took its hash since
+    };
+
+    std::uint32_t Find(std::uint32_t index)
+    {
+        Vertex& vertex = vertices_[index];
+        const float x = vertex.Vertex::GetPosition().x;
+        std::uint32_t& latest = latest_[vertex.GetHash()];
+        if (latest != kNoNumber && NearlyEqual(survivors_[latest].x, x))
+            return latest;
+
+        CheckIndex(survivors_.size(), vertices_.size());
+        if (latest != kNoNumber)
+            survivors_[latest].isReplaced = anyReplaced_ = true;
+        latest = static_cast<std::uint32_t>(survivors_.size());
+        survivors_.push_back({index, x, false});
+        return latest;
+    }
+
     std::vector<Vertex>& vertices_;
-    HashTable latest_;                      ///< hash -> the survivor that took it last
-    std::vector<std::uint32_t> survivors_;  ///< survivor -> vertex
+    std::vector<std::uint32_t> known_;  ///< vertex -> its survivor, kNoNumber before its first use
+    HashNumbers latest_;                ///< hash -> the survivor that took it last
+    std::vector<Survivor> survivors_;
+    bool anyReplaced_ = false;
 };
 
 }  // namespace
@@ -112,9 +105,9 @@ int Geometry::Optimize()
     std::vector<std::uint32_t> indices;
     indices.reserve(IndexArray.size());
     for (const std::uint32_t index : IndexArray)
-        indices.push_back(welder.Survivor(index));
+        indices.push_back(welder.SurvivorOf(index));
 
-    VertexArray = welder.Survivors();
+    VertexArray = welder.TakeSurvivors();
     IndexArray = std::move(indices);
     SetHashInvalid();
     return 0;

@@ -16,7 +16,7 @@ namespace
 using namespace Importing;
 using Support::SameBitsOrNaN;
 
-constexpr D3DXMATRIX kIdentity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
+const D3DXMATRIX kIdentity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
 constexpr float kLargest = std::numeric_limits<float>::max();
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 

@@ -22,19 +22,16 @@ using Support::SameBitsOrNaN;
 
 constexpr float kInf = std::numeric_limits<float>::infinity();
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
-constexpr D3DXMATRIX kIdentity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
-constexpr D3DXMATRIX kCounted(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16);
+const D3DXMATRIX kIdentity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
+const D3DXMATRIX kCounted(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16);
 
 /// A matrix of a 3x3 part.
-constexpr D3DXMATRIX Rows(D3DXVECTOR3 x, D3DXVECTOR3 y, D3DXVECTOR3 z, D3DXVECTOR3 t = D3DXVECTOR3(0, 0, 0))
+D3DXMATRIX Rows(D3DXVECTOR3 x, D3DXVECTOR3 y, D3DXVECTOR3 z, D3DXVECTOR3 t = D3DXVECTOR3(0, 0, 0))
 {
     return {x.x, x.y, x.z, 0, y.x, y.y, y.z, 0, z.x, z.y, z.z, 0, t.x, t.y, t.z, 1};
 }
 
-constexpr D3DXMATRIX Diagonal(float x, float y, float z, float w = 1)
-{
-    return {x, 0, 0, 0, 0, y, 0, 0, 0, 0, z, 0, 0, 0, 0, w};
-}
+D3DXMATRIX Diagonal(float x, float y, float z, float w = 1) { return {x, 0, 0, 0, 0, y, 0, 0, 0, 0, z, 0, 0, 0, 0, w}; }
 
 template <typename Row>
 std::string NameOf(const testing::TestParamInfo<Row>& info)
@@ -136,7 +133,7 @@ struct CoordRow
 };
 
 /// The identity, with other fourth elements of the first row and the last.
-constexpr D3DXMATRIX WithW(float m14, float m44) { return {1, 0, 0, m14, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, m44}; }
+D3DXMATRIX WithW(float m14, float m44) { return {1, 0, 0, m14, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, m44}; }
 
 class D3DXVec3TransformCoordRows : public testing::TestWithParam<CoordRow>
 {};

@@ -22,15 +22,15 @@ using Support::SameBitsOrNaN;
 constexpr float kInf = std::numeric_limits<float>::infinity();
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float kHalfRoot = 0x1.6a09e6p-1F;  // sqrt(1/2)
-constexpr D3DXMATRIX kIdentity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
+const D3DXMATRIX kIdentity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
 
 /// A matrix of four rows, the fourth one a translation.
-constexpr D3DXMATRIX Rows(D3DXVECTOR3 x, D3DXVECTOR3 y, D3DXVECTOR3 z, D3DXVECTOR3 t = D3DXVECTOR3(0, 0, 0))
+D3DXMATRIX Rows(D3DXVECTOR3 x, D3DXVECTOR3 y, D3DXVECTOR3 z, D3DXVECTOR3 t = D3DXVECTOR3(0, 0, 0))
 {
     return {x.x, x.y, x.z, 0, y.x, y.y, y.z, 0, z.x, z.y, z.z, 0, t.x, t.y, t.z, 1};
 }
 
-constexpr D3DXMATRIX Diagonal(float x, float y, float z) { return Rows({x, 0, 0}, {0, y, 0}, {0, 0, z}); }
+D3DXMATRIX Diagonal(float x, float y, float z) { return Rows({x, 0, 0}, {0, y, 0}, {0, 0, z}); }
 
 template <typename Row>
 std::string NameOf(const testing::TestParamInfo<Row>& info)
@@ -50,9 +50,9 @@ struct DecomposeRow
     bool isDecomposed = true;
 };
 
-constexpr D3DXQUATERNION kUntouched(77, 77, 77, 77);
-constexpr D3DXQUATERNION kNoTurn(0, 0, 0, 1);
-constexpr D3DXQUATERNION kLostMirror(0, 0, 0, kHalfRoot);
+const D3DXQUATERNION kUntouched(77, 77, 77, 77);
+const D3DXQUATERNION kNoTurn(0, 0, 0, 1);
+const D3DXQUATERNION kLostMirror(0, 0, 0, kHalfRoot);
 
 class D3DXMatrixDecomposeRows : public testing::TestWithParam<DecomposeRow>
 {};

@@ -13,7 +13,7 @@ namespace
 using Importing::NormalMatrix;
 using Support::SameBitsOrNaN;
 
-constexpr D3DXMATRIX kIdentity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
+const D3DXMATRIX kIdentity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
 
 TEST(NormalMatrix, IdentityStaysTheIdentity) { EXPECT_TRUE(SameBitsOrNaN(NormalMatrix(kIdentity), kIdentity)); }
 

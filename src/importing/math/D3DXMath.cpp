@@ -3,7 +3,7 @@
 namespace
 {
 
-constexpr D3DXMATRIX kIdentity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
+D3DXMATRIX Identity() { return {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}; }
 
 D3DXMATRIX Product(const D3DXMATRIX& a, const D3DXMATRIX& b)
 {
@@ -45,11 +45,13 @@ D3DXMATRIX Transposed(const D3DXMATRIX& a)
 
 }  // namespace
 
+#if !defined(IMPORTING_PLATFORM_MATH)
 D3DXMATRIX* D3DXMatrixIdentity(D3DXMATRIX* out)
 {
-    *out = kIdentity;
+    *out = Identity();
     return out;
 }
+#endif
 
 D3DXMATRIX* D3DXMatrixMultiply(D3DXMATRIX* out, const D3DXMATRIX* a, const D3DXMATRIX* b)
 {
@@ -93,7 +95,7 @@ D3DXMATRIX* D3DXMatrixTransformation(D3DXMATRIX* out, const D3DXVECTOR3* scaling
                                      const D3DXVECTOR3* translation)
 {
     // Products with the identity are not left out: they turn -0 into +0 and spread a NaN over its row.
-    D3DXMATRIX result = kIdentity;
+    D3DXMATRIX result = Identity();
     const auto apply = [&result](const D3DXMATRIX& factor) { result = Product(result, factor); };
 
     if (scaling != nullptr)
@@ -116,7 +118,7 @@ D3DXMATRIX* D3DXMatrixTransformation(D3DXMATRIX* out, const D3DXVECTOR3* scaling
         if (rotationCenter != nullptr)
             apply(Translation(rotationCenter->x, rotationCenter->y, rotationCenter->z));
     }
-    apply(kIdentity);
+    apply(Identity());
     if (translation != nullptr)
         apply(Translation(translation->x, translation->y, translation->z));
 
@@ -134,7 +136,7 @@ HRESULT D3DXMatrixDecompose(D3DXVECTOR3* scale, D3DXQUATERNION* rotation, D3DXVE
     *scale = D3DXVECTOR3(sx, sy, sz);
     *translation = D3DXVECTOR3(a._41, a._42, a._43);
     if (sx == 0.0F || sy == 0.0F || sz == 0.0F)
-        return static_cast<HRESULT>(D3DERR_INVALIDCALL);
+        return static_cast<HRESULT>(Importing::kInvalidCall);
 
     const D3DXMATRIX normalized(a._11 / sx, a._12 / sx, a._13 / sx, 0, a._21 / sy, a._22 / sy, a._23 / sy, 0,
                                 a._31 / sz, a._32 / sz, a._33 / sz, 0, 0, 0, 0, 1);

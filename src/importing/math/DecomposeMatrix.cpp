@@ -22,7 +22,7 @@ std::uint32_t DecomposeMatrix(D3DXVECTOR3& scale, D3DXQUATERNION& rotation, D3DX
 {
     scale = D3DXVECTOR3(RowLength(matrix.m[0]), RowLength(matrix.m[1]), RowLength(matrix.m[2]));
     if (scale.x == 0.0F || scale.y == 0.0F || scale.z == 0.0F)
-        return D3DERR_INVALIDCALL;
+        return kInvalidCall;
 
     if (Determinant3x3(matrix) < 0.0F)
         scale.x = -scale.x;

@@ -3,12 +3,18 @@ include(CMakePackageConfigHelpers)
 
 set(IMPORTING_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/SceneContainer)
 
-install(TARGETS SceneContainer Brindle EXPORT SceneContainerTargets
+set(libraries SceneContainer)
+set(headers ${PROJECT_SOURCE_DIR}/src/importing)
+if(NOT IMPORTING_HOST_LIBRARY)
+    list(APPEND libraries Brindle)
+    list(APPEND headers ${PROJECT_SOURCE_DIR}/src/brindle)
+endif()
+install(TARGETS ${libraries} EXPORT SceneContainerTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/importing ${PROJECT_SOURCE_DIR}/src/brindle
+install(DIRECTORY ${headers}
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
 install(EXPORT SceneContainerTargets NAMESPACE SceneContainer:: DESTINATION ${IMPORTING_CMAKE_DIR})
 

@@ -27,12 +27,6 @@ std::uint32_t DigestOf(const std::string& bytes) { return Digest(bytes.data(), b
 
 std::uint32_t DigestOf(std::uint32_t number) { return Digest(&number, sizeof(number)); }
 
-std::size_t Duplicates(std::vector<std::uint32_t> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.size() - static_cast<std::size_t>(std::unique(values.begin(), values.end()) - values.begin());
-}
-
 TEST(Digest, IsAFunctionOfTheBytesAlone)
 {
     const std::string text = "SceneContainer";
@@ -77,6 +71,12 @@ TEST(Digest, RunsOfZerosDifferByTheirLength)
 }
 
 #if !defined(_WIN32)  // there the platform's own function is used
+
+std::size_t Duplicates(std::vector<std::uint32_t> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.size() - static_cast<std::size_t>(std::unique(values.begin(), values.end()) - values.begin());
+}
 
 TEST(Digest, IsTheSameOnEveryPlatform)
 {

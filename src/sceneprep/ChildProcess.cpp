@@ -1,17 +1,15 @@
 #include <sceneprep/ChildProcess.h>
 
-#include <fmt/format.h>
-#include <sceneprep/Error.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <iostream>
 
 namespace Sceneprep
@@ -20,25 +18,61 @@ namespace Sceneprep
 namespace
 {
 
-/// Asking for more memory than the machine has then fails at once. The address sanitizer reserves far more than it
-/// uses, so there is no limit in its builds.
-void LimitMemory()
+volatile std::sig_atomic_t runningChild = 0;
+volatile std::sig_atomic_t receivedSignal = 0;
+
+extern "C" void EndChild(int signal)
+{
+    receivedSignal = signal;
+    if (runningChild > 0)
+        kill(runningChild, SIGTERM);
+}
+
+constexpr std::array<int, 2> kStopSignals = {SIGINT, SIGTERM};
+
+/// While it lives, signals that ask the program to stop reach the child instead.
+class StopSignals
+{
+public:
+    StopSignals()
+    {
+        receivedSignal = 0;
+        struct sigaction action = {};
+        action.sa_handler = EndChild;
+        for (std::size_t i = 0; i < kStopSignals.size(); ++i)
+            sigaction(kStopSignals[i], &action, &before_[i]);
+    }
+    ~StopSignals()
+    {
+        for (std::size_t i = 0; i < kStopSignals.size(); ++i)
+            sigaction(kStopSignals[i], &before_[i], nullptr);
+        runningChild = 0;
+    }
+    StopSignals(const StopSignals&) = delete;
+    StopSignals& operator=(const StopSignals&) = delete;
+
+private:
+    std::array<struct sigaction, kStopSignals.size()> before_ = {};
+};
+
+void LimitMemory(std::uint64_t bytes)
 {
 #if !defined(__SANITIZE_ADDRESS__)
-    const long pages = sysconf(_SC_PHYS_PAGES);
-    const long pageSize = sysconf(_SC_PAGESIZE);
-    if (pages <= 0 || pageSize <= 0)
+    if (bytes == 0)
         return;
-    const rlim_t bytes = static_cast<rlim_t>(pages) * static_cast<rlim_t>(pageSize);
     const rlimit limit = {bytes, bytes};
     setrlimit(RLIMIT_AS, &limit);
+#else
+    static_cast<void>(bytes);
 #endif
 }
 
-[[noreturn]] void RunAndExit(const std::function<int()>& command)
+[[noreturn]] void RunAndExit(std::uint64_t memoryLimit, const std::function<int()>& command)
 {
+    for (const int signal : kStopSignals)
+        std::signal(signal, SIG_DFL);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    LimitMemory();
+    LimitMemory(memoryLimit);
     const int status = command();
     std::cout.flush();
     std::cerr.flush();
@@ -55,24 +89,33 @@ int WaitFor(pid_t child)
 
 }  // namespace
 
-int RunInChildProcess(const std::string& subject, std::ostream& errors, const std::function<int()>& command)
+std::uint64_t DefaultMemoryLimit()
+{
+    const long pages = sysconf(_SC_PHYS_PAGES);
+    const long pageSize = sysconf(_SC_PAGESIZE);
+    if (pages <= 0 || pageSize <= 0)
+        return 0;
+    return static_cast<std::uint64_t>(pages) * static_cast<std::uint64_t>(pageSize) / 4 * 3;
+}
+
+ChildResult RunInChildProcess(std::uint64_t memoryLimit, const std::function<int()>& command)
 {
     std::cout.flush();
     std::fflush(nullptr);  // or both processes would print what is buffered
+    const StopSignals signals;
     const pid_t child = fork();
     if (child < 0)
-        return command();
+        return {.status = command()};
     if (child == 0)
-        RunAndExit(command);
+        RunAndExit(memoryLimit, command);
+    runningChild = child;
+    if (receivedSignal != 0)  // it came before there was a child to end
+        kill(child, SIGTERM);
 
     const int status = WaitFor(child);
-    if (WIFEXITED(status))
-        return WEXITSTATUS(status);
-    errors << fmt::format(
-        "sceneprep: the model library crashed on {} ({}); repair the file or convert it to another "
-        "format\n",
-        subject, strsignal(WTERMSIG(status)));
-    return kUnusable;
+    return {.status = WIFEXITED(status) ? WEXITSTATUS(status) : 0,
+            .killedBy = WIFSIGNALED(status) ? WTERMSIG(status) : 0,
+            .interruptedBy = receivedSignal};
 }
 
 }  // namespace Sceneprep

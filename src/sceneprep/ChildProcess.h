@@ -1,17 +1,28 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
-#include <ostream>
-#include <string>
 
 namespace Sceneprep
 {
 
-/// Runs a command in a process of its own, so that a model that brings the model library down, or makes it ask for
-/// more memory than the machine has, ends in a message instead of a crash.
+/// How a process ended.
+struct ChildResult
+{
+    int status = 0;         ///< what the command returned, where no signal ended it
+    int killedBy = 0;       ///< the signal that ended it, or 0
+    int interruptedBy = 0;  ///< SIGINT or SIGTERM where this process was asked to stop meanwhile, or 0
+};
+
+/// @return three quarters of the machine's memory, in bytes; 0 when that cannot be found out.
+std::uint64_t DefaultMemoryLimit();
+
+/// Runs a command in a process of its own, so that a model that brings the model library down, or makes it ask for too
+/// much memory, does no harm here. SIGINT and SIGTERM end the child; this process goes on, to clean up.
 ///
-/// @param subject  what the command works on, for the message
-/// @return the command's result; kUnusable, with one line on `errors`, when the process was killed by a signal.
-int RunInChildProcess(const std::string& subject, std::ostream& errors, const std::function<int()>& command);
+/// Where no process can be made the command runs in this one.
+/// @param memoryLimit  in bytes; asking for more fails in the child. 0 sets no limit. Not in builds with the address
+///                     sanitizer, which reserves far more than it uses
+ChildResult RunInChildProcess(std::uint64_t memoryLimit, const std::function<int()>& command);
 
 }  // namespace Sceneprep

@@ -2,12 +2,13 @@
 
 #include <fmt/format.h>
 #include <sceneprep/Error.h>
-#include <sceneprep/ExportModel.h>
-#include <sceneprep/FlattenSteps.h>
 #include <sceneprep/ImportModel.h>
+#include <sceneprep/Isolation.h>
 #include <sceneprep/PluginLibrary.h>
+#include <sceneprep/Prepare.h>
 #include <sceneprep/Report.h>
 #include <sceneprep/SceneTree.h>
+#include <sceneprep/WorkState.h>
 #include <unistd.h>
 
 #include <iostream>
@@ -29,90 +30,56 @@ Progress MakeProgress(std::ostream& errors)
     return Progress(errors, &errors == &std::cerr && isatty(STDERR_FILENO) != 0);
 }
 
-ImportedModel ImportTimed(const std::filesystem::path& input, const ImportOptions& options,
-                          Importing::SceneContainer& scene, Progress& progress, std::vector<StepResult>& steps)
-{
-    ImportedModel model;
-    steps.push_back(RunStep("Import", progress, [&] { model = ImportModel(input, options, scene, progress); }));
-    for (const std::string& note : model.notes)
-        progress.Note(note);
-    return model;
-}
-
-void Prepare(const Options& options, std::ostream& out, Progress& progress)
-{
-    const PrepareOptions& prepare = options.prepare;
-    CheckReadable(prepare.input);
-    CheckWritable(prepare.output);
-    const PluginLibrary plugin = LoadPlugin(options);
-    const std::unique_ptr<Importing::SceneContainer> scene = plugin.CreateScene();
-    std::vector<StepResult> steps;
-
-    const ImportOptions importOptions = {.separateGeometries = prepare.flatten};
-    const ImportedModel model = ImportTimed(prepare.input, importOptions, *scene, progress, steps);
-    const SceneStats before = CountScene(*scene);
-
-    Pipeline pipeline;
-    if (prepare.flatten)
-        AddFlattenSteps(pipeline, {prepare.minSurfaces, prepare.maxVertices, prepare.ignoreAnimation});
-    for (StepResult& step : pipeline.Run(*scene, progress))
-        steps.push_back(std::move(step));
-
-    std::vector<std::string> notes;
-    steps.push_back(
-        RunStep("Export", progress, [&] { notes = ExportModel(*scene, model.textures, prepare.output, progress); }));
-    for (const std::string& note : notes)
-        progress.Note(note);
-    progress.Clear();
-
-    out << ComparisonTable(before, CountScene(*scene)) << '\n' << TimesTable(steps);
-}
-
 void Inspect(const Options& options, std::ostream& out, Progress& progress)
 {
     const InspectOptions& inspect = options.inspect;
     CheckReadable(inspect.input);
     const PluginLibrary plugin = LoadPlugin(options);
     const std::unique_ptr<Importing::SceneContainer> scene = plugin.CreateScene();
-    std::vector<StepResult> steps;
-    ImportTimed(inspect.input, {}, *scene, progress, steps);
+    WorkState::Enter(WorkState::Phase::Reading, inspect.input);
+    ImportedModel model;
+    RunStep("Import", progress, [&] { model = ImportModel(inspect.input, {}, *scene, progress); });
+    for (const std::string& note : model.notes)
+        progress.Note(note);
     progress.Clear();
 
-    const SceneStats stats = CountScene(*scene);
     if (inspect.json)
     {
-        out << InspectionJson(inspect.input, stats, *scene, inspect.tree);
+        out << InspectionJson(inspect.input, *scene, inspect.tree);
         return;
     }
-    out << StatsTable(stats);
+    out << StatsTable(CountScene(*scene)) << WorldTable({Measure(*scene)});
     if (inspect.tree)
         out << '\n' << TreeText(*scene);
 }
 
-void Dispatch(const Options& options, std::ostream& out, Progress& progress)
+int Dispatch(const Options& options, std::ostream& out, std::ostream& errors, Progress& progress)
 {
     switch (options.command)
     {
         case Command::Prepare:
-            return Prepare(options, out, progress);
+            return Prepare(options.prepare, LoadPlugin(options), out, errors, progress);
         case Command::Inspect:
-            return Inspect(options, out, progress);
+            Inspect(options, out, progress);
+            break;
         case Command::Formats:
             out << FormatsText();
-            return;
+            break;
     }
+    return kDone;
 }
 
 }  // namespace
 
 int RunCommand(const Options& options, std::ostream& out, std::ostream& errors)
 {
+    WorkState::Enter(WorkState::Phase::Starting, SubjectOf(options));
+    std::ostream nowhere(nullptr);
     std::string problem;
     try
     {
-        Progress progress = MakeProgress(errors);
-        Dispatch(options, out, progress);
-        return kDone;
+        Progress progress = options.quiet ? Progress(nowhere, false) : MakeProgress(errors);
+        return Dispatch(options, out, errors, progress);
     }
     catch (const ToolError& error)
     {
@@ -120,12 +87,11 @@ int RunCommand(const Options& options, std::ostream& out, std::ostream& errors)
     }
     catch (const std::bad_alloc&)
     {
-        problem = fmt::format("{} needs more memory than there is; use a smaller model", SubjectOf(options));
+        problem = OutOfMemoryText(options);
     }
     catch (const std::exception& error)
     {
-        problem =
-            fmt::format("{} cannot be processed ({}); check the model", SubjectOf(options), OneLine(error.what()));
+        problem = fmt::format("{} went wrong ({}); check the model", WorkState::Describe(), OneLine(error.what()));
     }
     errors << "sceneprep: " << problem << '\n';
     return kUnusable;
@@ -136,7 +102,7 @@ std::string SubjectOf(const Options& options)
     switch (options.command)
     {
         case Command::Prepare:
-            return options.prepare.input.string();
+            return options.prepare.inputs.empty() ? "" : options.prepare.inputs.front().string();
         case Command::Inspect:
             return options.inspect.input.string();
         case Command::Formats:

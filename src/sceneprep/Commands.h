@@ -12,7 +12,7 @@ namespace Sceneprep
 /// @return the exit status.
 int RunCommand(const Options& options, std::ostream& out, std::ostream& errors);
 
-/// @return what a command works on: the name of its input.
+/// @return what a command works on: the name of its first input.
 std::string SubjectOf(const Options& options);
 
 }  // namespace Sceneprep

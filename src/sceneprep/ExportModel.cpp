@@ -1,13 +1,18 @@
 #include <sceneprep/ExportModel.h>
 
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <sceneprep/Error.h>
 #include <sceneprep/ExportScene.h>
 #include <sceneprep/Formats.h>
+#include <sceneprep/GltfExtras.h>
 #include <sceneprep/ModelProgress.h>
+#include <sceneprep/WorkState.h>
+#include <unistd.h>
 #include <assimp/Exporter.hpp>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 
@@ -30,11 +35,13 @@ public:
             throw ToolError(fmt::format("cannot write into {}: {}; choose another folder", parent.string(),
                                         OneLine(std::strerror(errno))));
         path_ = name;
+        WorkState::SetTemporaryFolder(path_);
     }
     ~TemporaryFolder()
     {
         std::error_code ignored;
         fs::remove_all(path_, ignored);
+        WorkState::SetTemporaryFolder({});
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -66,9 +73,42 @@ void Write(const aiScene& scene, const WriteFormat& format, const fs::path& file
     }
 }
 
+/// Brings a file's content to the disk before its name appears.
+void Sync(const fs::path& file)
+{
+    const int descriptor = open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0 || fsync(descriptor) != 0)
+        throw ToolError(fmt::format("cannot write {}: {}; choose another folder", file.filename().string(),
+                                    OneLine(std::strerror(errno))));
+    close(descriptor);
+}
+
+/// While it lives, nobody can stop the program half way.
+class Uninterrupted
+{
+public:
+    Uninterrupted()
+    {
+        sigset_t signals;
+        sigemptyset(&signals);
+        sigaddset(&signals, SIGINT);
+        sigaddset(&signals, SIGTERM);
+        sigprocmask(SIG_BLOCK, &signals, &before_);
+    }
+    ~Uninterrupted() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+    Uninterrupted(const Uninterrupted&) = delete;
+    Uninterrupted& operator=(const Uninterrupted&) = delete;
+
+private:
+    sigset_t before_ = {};
+};
+
 void MoveIntoPlace(const fs::path& from, const fs::path& file)
 {
     const fs::path folder = file.parent_path();
+    for (const fs::directory_entry& entry : fs::directory_iterator(from))
+        Sync(entry.path());
+    const Uninterrupted uninterrupted;
     try
     {
         for (const fs::directory_entry& entry : fs::directory_iterator(from))
@@ -97,6 +137,11 @@ std::vector<std::string> NotesOn(const Importing::SceneContainer& scene, const W
 void CheckWritable(const fs::path& file)
 {
     static_cast<void>(FormatOf(file));
+    CheckFolderOf(file);
+}
+
+void CheckFolderOf(const fs::path& file)
+{
     const fs::path folder = fs::absolute(file).parent_path();
     if (!fs::is_directory(folder))
         throw ToolError(
@@ -114,6 +159,8 @@ std::vector<std::string> ExportModel(Importing::SceneContainer& scene, const Tex
     const std::unique_ptr<aiScene> target = BuildExportScene(scene, textures, format);
     const TemporaryFolder temporary(absolute.parent_path());
     Write(*target, format, temporary.Path() / absolute.filename(), progress);
+    if (format.HoldsExtras())
+        AddExtras(*target, temporary.Path() / absolute.filename());
     MoveIntoPlace(temporary.Path(), absolute);
     return NotesOn(scene, format);
 }

@@ -15,10 +15,13 @@ namespace Sceneprep
 /// @throws ToolError when the ending stands for no format or there is no such folder.
 void CheckWritable(const std::filesystem::path& file);
 
+/// @throws ToolError when there is no folder for the file, or it is a folder itself.
+void CheckFolderOf(const std::filesystem::path& file);
+
 /// Writes a scene to a model file; the name's ending says the format.
 ///
 /// The file, and what some formats put beside it, is written to a temporary folder next to it and moved into place
-/// once it is whole, the file itself last; what was there is replaced.
+/// once it is whole and on the disk, the file itself last; what was there is replaced.
 ///
 /// @return what the format cannot hold, one line each.
 /// @throws ToolError when the ending stands for no format, or the file cannot be written. Then nothing has changed,

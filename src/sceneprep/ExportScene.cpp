@@ -3,11 +3,13 @@
 #include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/Conversions.h>
+#include <sceneprep/Error.h>
 #include <sceneprep/ExportMaterials.h>
 #include <sceneprep/ExportMeshes.h>
 #include <sceneprep/ExportObjects.h>
 #include <sceneprep/Hierarchy.h>
 #include <sceneprep/ImportAnimations.h>
+#include <sceneprep/SurfaceExtras.h>
 
 #include <algorithm>
 #include <map>
@@ -136,11 +138,19 @@ private:
         }
         if (shown.size() == 1)
         {
-            SetMesh(target, SharedMesh(*shown.front()));
+            ShowSurface(*shown.front(), target);
             return;
         }
         for (Surface* surface : shown)
-            SetMesh(AddChild(target, surface->GetName()), SharedMesh(*surface));
+            ShowSurface(*surface, AddChild(target, surface->GetName()));
+    }
+
+    void ShowSurface(Surface& surface, std::size_t target)
+    {
+        const unsigned mesh = SharedMesh(surface);
+        SetMesh(target, mesh);
+        if (format_.HoldsExtras())
+            SetExtras(surface, *meshes_[mesh], *nodes_[target].node);
     }
 
     unsigned SharedMesh(Surface& surface)
@@ -154,7 +164,7 @@ private:
     {
         std::unique_ptr<aiMesh> mesh = ConvertMesh(At(scene_.GeometryLibrary, surface.GetGeometryID()));
         if (mesh->mName.length == 0)
-            mesh->mName = surface.GetName();
+            mesh->mName = FileText(surface.GetName());
         mesh->mMaterialIndex = materials_.Find(surface);
         meshes_.push_back(std::move(mesh));
         return static_cast<unsigned>(meshes_.size() - 1);
@@ -194,6 +204,12 @@ private:
         return needsOwnName ? UniqueName(name, "animated") : name;
     }
 
+    std::string FileText(const std::string& name) const
+    {
+        const bool breaks = name.find_first_of("\r\n") != std::string::npos;
+        return breaks && !format_.HoldsLineBreaks() ? OneLine(name) : name;
+    }
+
     bool HasOwnName(const aiNode& node) { return node.mName.length > 0 && nameUses_[node.mName.C_Str()] == 1; }
 
     std::string UniqueName(const std::string& wanted, const char* otherwise)
@@ -208,7 +224,7 @@ private:
 
     std::size_t AddNode(const std::string& name, const aiMatrix4x4& matrix)
     {
-        auto node = std::make_unique<aiNode>(name);
+        auto node = std::make_unique<aiNode>(FileText(name));
         node->mTransformation = matrix;
         nodes_.push_back({std::move(node), {}});
         return nodes_.size() - 1;

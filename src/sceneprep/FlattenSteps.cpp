@@ -1,6 +1,7 @@
 #include <sceneprep/FlattenSteps.h>
 
 #include <importing/base/CheckedAccess.h>
+#include <sceneprep/Facing.h>
 #include <sceneprep/Hierarchy.h>
 
 #include <algorithm>
@@ -66,16 +67,6 @@ void MoveUnderAnchor(SceneContainer& scene, int parent, const std::vector<std::i
         .ChildList.push_back(static_cast<std::int32_t>(scene.NodeLibrary.size() - 1));
 }
 
-void TurnFacesOf(SceneContainer& scene, int node)
-{
-    for (const std::int32_t surface : At(scene.NodeLibrary, node).SurfaceList)
-    {
-        const int geometry = At(scene.SurfaceLibrary, surface).GetGeometryID();
-        if (geometry >= 0)
-            At(scene.GeometryLibrary, geometry).FlipFaces();
-    }
-}
-
 }  // namespace
 
 void AddFlattenSteps(Pipeline& pipeline, const FlattenOptions& options)
@@ -115,14 +106,14 @@ void TurnMirroredFaces(SceneContainer& scene, bool ignoreAnimation)
 {
     const NodeWalk walk = WalkFromRoot(scene);
     const std::vector<D3DXMATRIX> matrices = MatricesInRootFrame(scene, walk);
-    const std::vector<bool> kept =
-        ignoreAnimation ? std::vector<bool>(scene.NodeLibrary.size(), false) : FindKeptNodes(scene, walk);
+    std::vector<bool> turned(scene.NodeLibrary.size(), false);
+    const std::vector<bool> kept = ignoreAnimation ? turned : FindKeptNodes(scene, walk);
     for (const int node : walk.order)
     {
         const auto position = static_cast<std::size_t>(node);
-        if (!kept[position] && IsMirroring(matrices[position]))
-            TurnFacesOf(scene, node);
+        turned[position] = !kept[position] && IsMirroring(matrices[position]);
     }
+    TurnFacesOfNodes(scene, walk, turned);
 }
 
 void Flatten(SceneContainer& scene, const FlattenOptions& options)

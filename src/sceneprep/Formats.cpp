@@ -53,6 +53,10 @@ bool WriteFormat::HoldsCamerasAndLights() const { return !IsFlat() && !IsGltf();
 
 bool WriteFormat::IsGltf() const { return IsOneOf(extension, {"gltf", "glb"}); }
 
+bool WriteFormat::HoldsExtras() const { return IsGltf() && id.ends_with('2'); }
+
+bool WriteFormat::HoldsLineBreaks() const { return IsGltf(); }
+
 bool WriteFormat::IsObj() const { return extension == "obj"; }
 
 std::optional<WriteFormat> FindWriteFormat(const std::filesystem::path& file)

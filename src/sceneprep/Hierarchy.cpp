@@ -2,8 +2,33 @@
 
 #include <importing/base/CheckedAccess.h>
 
+#include <cmath>
+
 namespace Sceneprep
 {
+
+namespace
+{
+
+/// Of the upper 3x3 part, with its sign.
+double Cofactor(const D3DXMATRIX& m, unsigned row, unsigned column)
+{
+    const unsigned r1 = (row + 1) % 3;
+    const unsigned r2 = (row + 2) % 3;
+    const unsigned c1 = (column + 1) % 3;
+    const unsigned c2 = (column + 2) % 3;
+    return static_cast<double>(m(r1, c1)) * m(r2, c2) - static_cast<double>(m(r1, c2)) * m(r2, c1);
+}
+
+double DeterminantOf3x3(const D3DXMATRIX& m)
+{
+    double determinant = 0;
+    for (unsigned column = 0; column < 3; ++column)
+        determinant += static_cast<double>(m(0, column)) * Cofactor(m, 0, column);
+    return determinant;
+}
+
+}  // namespace
 
 NodeWalk WalkFromRoot(Importing::SceneContainer& scene)
 {
@@ -55,13 +80,43 @@ std::vector<D3DXMATRIX> MatricesInRootFrame(Importing::SceneContainer& scene, co
     return matrices;
 }
 
-bool IsMirroring(const D3DXMATRIX& m)
+std::vector<D3DXMATRIX> WorldMatricesOf(Importing::SceneContainer& scene, const NodeWalk& walk)
 {
-    const double determinant =
-        static_cast<double>(m._11) * (static_cast<double>(m._22) * m._33 - static_cast<double>(m._23) * m._32) -
-        static_cast<double>(m._12) * (static_cast<double>(m._21) * m._33 - static_cast<double>(m._23) * m._31) +
-        static_cast<double>(m._13) * (static_cast<double>(m._21) * m._32 - static_cast<double>(m._22) * m._31);
-    return determinant < 0;
+    std::vector<D3DXMATRIX> matrices = MatricesInRootFrame(scene, walk);
+    if (walk.order.empty())
+        return matrices;
+    const D3DXMATRIX root = Importing::At(scene.NodeLibrary, walk.order.front()).GetLocalTransform().GetMatrix();
+    for (const int node : walk.order)
+    {
+        D3DXMATRIX& matrix = Importing::At(matrices, node);
+        matrix = Product(matrix, root);
+    }
+    return matrices;
+}
+
+bool IsMirroring(const D3DXMATRIX& m) { return DeterminantOf3x3(m) < 0; }
+
+std::optional<D3DXMATRIX> InverseOf(const D3DXMATRIX& m)
+{
+    const double determinant = DeterminantOf3x3(m);
+    if (determinant == 0 || !std::isfinite(determinant))
+        return std::nullopt;
+
+    D3DXMATRIX inverse;
+    D3DXMatrixIdentity(&inverse);
+    for (unsigned row = 0; row < 3; ++row)
+    {
+        for (unsigned column = 0; column < 3; ++column)
+            inverse(row, column) = static_cast<float>(Cofactor(m, column, row) / determinant);
+    }
+    for (unsigned column = 0; column < 3; ++column)
+    {
+        double moved = 0;
+        for (unsigned k = 0; k < 3; ++k)
+            moved -= static_cast<double>(m(3, k)) * inverse(k, column);
+        inverse(3, column) = static_cast<float>(moved);
+    }
+    return inverse;
 }
 
 D3DXMATRIX Product(const D3DXMATRIX& first, const D3DXMATRIX& second)

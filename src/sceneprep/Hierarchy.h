@@ -2,6 +2,7 @@
 
 #include <importing/plugin/SceneContainer.h>
 
+#include <optional>
 #include <vector>
 
 namespace Sceneprep
@@ -24,8 +25,16 @@ NodeWalk WalkFromRoot(Importing::SceneContainer& scene);
 ///         part of it. Identity for nodes that are not reached.
 std::vector<D3DXMATRIX> MatricesInRootFrame(Importing::SceneContainer& scene, const NodeWalk& walk);
 
+/// @return for each reached node [nodes] its world matrix: its placement in the frame of the root, carried by the
+/// root's
+///         local matrix.
+std::vector<D3DXMATRIX> WorldMatricesOf(Importing::SceneContainer& scene, const NodeWalk& walk);
+
 /// @return whether the matrix turns a left hand into a right one.
 bool IsMirroring(const D3DXMATRIX& matrix);
+
+/// @return the matrix that undoes an affine one; nothing when it flattens.
+std::optional<D3DXMATRIX> InverseOf(const D3DXMATRIX& matrix);
 
 D3DXMATRIX Product(const D3DXMATRIX& first, const D3DXMATRIX& second);
 

@@ -11,7 +11,11 @@
 #include <sceneprep/ImportMaterials.h>
 #include <sceneprep/ImportObjects.h>
 #include <sceneprep/ModelProgress.h>
+#include <sceneprep/SurfaceExtras.h>
+#include <sceneprep/WorkState.h>
 #include <assimp/Importer.hpp>
+
+#include <new>
 
 namespace Sceneprep
 {
@@ -30,6 +34,8 @@ const aiScene& Read(const std::filesystem::path& file, Assimp::Importer& importe
     importer.SetProgressHandler(new ModelProgress(progress));  // the importer owns it
     // Sorting splits meshes that mix triangles with points and lines.
     const aiScene* scene = importer.ReadFile(file.string(), aiProcess_Triangulate | aiProcess_SortByPType);
+    if (scene == nullptr && WorkState::RanOutOfMemory())
+        throw std::bad_alloc();
     if (scene == nullptr || scene->mRootNode == nullptr)
         throw ToolError(fmt::format("cannot read {}: {}; repair the file or convert it to another format",
                                     file.string(), OneLine(importer.GetErrorString())));
@@ -78,9 +84,8 @@ void FillGeometry(const aiMesh& mesh, Geometry& geometry)
 class SceneImporter
 {
 public:
-    SceneImporter(const aiScene& source, const ImportOptions& options, SceneContainer& scene, ImportedModel& model)
-        : source_(source), options_(options), scene_(scene), materials_(source, scene, model.textures),
-          geometryOf_(source.mNumMeshes, -1)
+    SceneImporter(const aiScene& source, SceneContainer& scene, ImportedModel& model)
+        : source_(source), scene_(scene), materials_(source, scene, model.textures), geometryOf_(source.mNumMeshes, -1)
     {}
 
     NodeNames ImportNodes()
@@ -113,7 +118,7 @@ private:
         for (unsigned m = 0; m < source.mNumMeshes; ++m)
         {
             if (HoldsTriangles(*source_.mMeshes[source.mMeshes[m]]))
-                node.SurfaceList.push_back(ImportSurface(source.mMeshes[m]));
+                node.SurfaceList.push_back(ImportSurface(source, source.mMeshes[m]));
         }
         scene_.NodeLibrary.push_back(std::move(node));
 
@@ -125,13 +130,14 @@ private:
         return index;
     }
 
-    int ImportSurface(unsigned mesh)
+    int ImportSurface(const aiNode& node, unsigned mesh)
     {
         const aiMesh& source = *source_.mMeshes[mesh];
         Importing::Surface surface;
         surface.SetName(source.mName.C_Str());
         surface.SetGeometryID(GeometryFor(mesh));
         materials_.Apply(source.mMaterialIndex, surface);
+        ApplyExtras(node, surface);
         return scene_.AddSurfaceToLibrary(std::move(surface), false);
     }
 
@@ -142,17 +148,14 @@ private:
         {
             first = scene_.CreateNewGeometryInLibrary();
             FillGeometry(*source_.mMeshes[mesh], At(scene_.GeometryLibrary, first));
-            return first;
         }
-        return options_.separateGeometries ? scene_.AddGeometryToLibrary(At(scene_.GeometryLibrary, first), false)
-                                           : first;
+        return first;
     }
 
     const aiScene& source_;
-    const ImportOptions& options_;
     SceneContainer& scene_;
     MaterialImporter materials_;
-    std::vector<int> geometryOf_;  // by mesh of the file: the first geometry made of it, or -1
+    std::vector<int> geometryOf_;  // by mesh of the file: the geometry made of it, or -1
 };
 
 std::vector<std::string> NotesOnMeshes(const aiScene& source)
@@ -200,7 +203,9 @@ ImportedModel ImportModel(const std::filesystem::path& file, const ImportOptions
 
     ImportedModel model;
     scene.SetName(file.stem().string());
-    const NodeNames nodes = SceneImporter(source, options, scene, model).ImportNodes();
+    const NodeNames nodes = SceneImporter(source, scene, model).ImportNodes();
+    if (options.separateGeometries)
+        scene.ResolveGeomInstances();
     ImportCameras(source, nodes, scene);
     ImportLights(source, nodes, scene);
     model.textures.embedded = ImportEmbeddedTextures(source);

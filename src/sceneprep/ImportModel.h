@@ -13,8 +13,7 @@ namespace Sceneprep
 
 struct ImportOptions
 {
-    /// Gives every mesh reference of a node its own copy of the mesh. Operations that work matrices into meshes, as
-    /// flattening does, need it; otherwise meshes that nodes share stay shared.
+    /// Calls SceneContainer::ResolveGeomInstances() behind the import; otherwise meshes that nodes share stay shared.
     bool separateGeometries = false;
 };
 

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <sceneprep/Error.h>
 #include <sceneprep/Formats.h>
+#include <sceneprep/PrepareSteps.h>
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
@@ -13,12 +14,6 @@ namespace Sceneprep
 namespace
 {
 
-void AddPluginOption(CLI::App& command, Options& options)
-{
-    command.add_option("--plugin", options.plugin, "The plug-in to load (default: the one that came with sceneprep)")
-        ->type_name("PATH");
-}
-
 std::string CheckOutput(const std::string& output)
 {
     if (FindWriteFormat(output))
@@ -26,31 +21,110 @@ std::string CheckOutput(const std::string& output)
     return fmt::format("cannot tell a format to write from the name {}; 'sceneprep formats' lists the endings", output);
 }
 
-CLI::App* AddPrepare(CLI::App& app, Options& options)
+std::string CheckMemory(const std::string& text)
+{
+    double gigabytes = 0;
+    if (CLI::detail::lexical_cast(text, gigabytes) && gigabytes > 0 && gigabytes < 1e6)
+        return {};
+    return fmt::format("{} is no number of GiB above 0", text);
+}
+
+std::string CheckUVs(const std::string& text)
+{
+    if (ParseUVMapping(text))
+        return {};
+    return fmt::format("{} is no mapping; write {}, then if you like :SET from 0 to 7, then if you like :world", text,
+                       UVProjectionNames());
+}
+
+constexpr const char* kStepGroup = "Steps";
+constexpr const char* kCareGroup = "Care and report";
+
+void AddCommonOptions(CLI::App& command, Options& options)
+{
+    command.add_flag("--quiet", options.quiet, "Tell neither progress nor notes");
+    command
+        .add_option("--memory-limit", options.memoryLimit,
+                    "Memory that the work may take, in GiB (default: three quarters of the machine's)")
+        ->type_name("GIB")
+        ->check(CLI::Validator(CheckMemory, ""));
+    command.add_option("--plugin", options.plugin, "The plug-in to load (default: the one that came with sceneprep)")
+        ->type_name("PATH");
+}
+
+/// What a command line holds beside the options, before it is known to make sense.
+struct PrepareWords
+{
+    std::vector<std::string> uvs;
+    bool all = false;
+};
+
+void AddMeshSteps(CLI::App& command, StepOptions& steps, PrepareWords& words)
+{
+    const auto flag = [&command](const char* name, bool& target, const char* help) {
+        command.add_flag(name, target, help)->group(kStepGroup);
+    };
+    command
+        .add_flag("--all", words.all,
+                  "The recommended road: --repair-mirrors --weld --unique-names --flatten --surface-names "
+                  "--collision-offsets")
+        ->group(kStepGroup);
+    flag("--resolve-instances", steps.resolveInstances, "Give every surface a mesh of its own");
+    flag("--repair-mirrors", steps.repairMirrors, "Take mirroring out of nodes and into their meshes");
+    flag("--check-orientation", steps.checkOrientation, "Turn meshes whose first triangle faces away from its normal");
+    flag("--fix-culling", steps.fixCulling, "Turn triangles that all their normals point against");
+    flag("--weld", steps.weld, "Weld equal vertices, drop unused ones");
+    flag("--normals", steps.normals, "Compute smooth normals with hard edges");
+    flag("--unify-normals", steps.unifyNormals, "Turn normals that point against their triangle");
+    command
+        .add_option("--uvs", words.uvs,
+                    "Generate UV set SET, 0 to 7 (default: 0); MAPPING is " + UVProjectionNames() +
+                        "; :world keeps the mesh's units")
+        ->type_name("MAPPING[:SET[:world]]")
+        ->allow_extra_args(false)
+        ->check(CLI::Validator(CheckUVs, ""))
+        ->group(kStepGroup);
+}
+
+void AddSceneSteps(CLI::App& command, StepOptions& steps)
+{
+    const auto flag = [&command](const char* name, bool& target, const char* help) {
+        return command.add_flag(name, target, help)->group(kStepGroup);
+    };
+    const auto number = [&command](const char* name, int& target, const char* help) {
+        command.add_option(name, target, help)->type_name("N")->capture_default_str()->group(kStepGroup);
+    };
+    flag("--unique-names", steps.uniqueNames, "Make names of nodes, meshes, materials and surfaces distinct");
+    flag("--flatten", steps.flatten, "Collapse the hierarchy into its root and merge surfaces of one material");
+    number("--min-surfaces", steps.minSurfaces,
+           "Flattening merges where a material has at least N surfaces; 0 merges whatever the material");
+    number("--max-vertices", steps.maxVertices, "The largest mesh that merging may make; -1 sets no limit");
+    flag("--ignore-animation", steps.ignoreAnimation, "Flattening collapses animated nodes too");
+    flag("--surface-names", steps.surfaceNames, "Name surfaces after their mesh and material");
+    flag("--collision-offsets", steps.collisionOffsets, "Tell surfaces with overlapping boxes apart by a number");
+}
+
+CLI::App* AddPrepare(CLI::App& app, Options& options, PrepareWords& words)
 {
     PrepareOptions& prepare = options.prepare;
     CLI::App* command =
-        app.add_subcommand("prepare", "Import a model, run the chosen steps over it, export the result");
-    command->add_option("INPUT", prepare.input, "The model to read")->required()->type_name("");
+        app.add_subcommand("prepare", "Import models, run the chosen steps over them, export the result");
+    command->add_option("INPUT", prepare.inputs, "The model to read; further ones are appended to it")
+        ->required()
+        ->type_name("");
     command->add_option("-o,--output", prepare.output, "The model to write; its ending says the format")
         ->required()
         ->type_name("OUTPUT")
         ->check(CLI::Validator(CheckOutput, ""));
-    CLI::Option* flatten = command->add_flag("--flatten", prepare.flatten,
-                                             "Collapse the hierarchy into its root and merge surfaces of one material");
-    command
-        ->add_option("--min-surfaces", prepare.minSurfaces,
-                     "Merge where a material has at least N surfaces; 0 merges whatever the material")
-        ->type_name("N")
-        ->capture_default_str()
-        ->needs(flatten);
-    command
-        ->add_option("--max-vertices", prepare.maxVertices, "The largest mesh that merging may make; -1 sets no limit")
-        ->type_name("N")
-        ->capture_default_str()
-        ->needs(flatten);
-    command->add_flag("--ignore-animation", prepare.ignoreAnimation, "Collapse animated nodes too")->needs(flatten);
-    AddPluginOption(*command, options);
+    command->add_flag("--keep-going", prepare.keepGoing, "Leave out inputs that cannot be read; the status is then 1");
+    AddCommonOptions(*command, options);
+    AddMeshSteps(*command, prepare.steps, words);
+    AddSceneSteps(*command, prepare.steps);
+    command->add_flag("--strict", prepare.strict, "Write nothing when the result does not show the same world")
+        ->group(kCareGroup);
+    command->add_option("--json", prepare.jsonFile, "Write what was done, with before and after, to FILE")
+        ->type_name("FILE")
+        ->group(kCareGroup);
     return command;
 }
 
@@ -61,7 +135,7 @@ CLI::App* AddInspect(CLI::App& app, Options& options)
     command->add_option("INPUT", inspect.input, "The model to read")->required()->type_name("");
     command->add_flag("--json", inspect.json, "Print JSON instead of a table");
     command->add_flag("--tree", inspect.tree, "Print the node hierarchy too");
-    AddPluginOption(*command, options);
+    AddCommonOptions(*command, options);
     return command;
 }
 
@@ -72,29 +146,56 @@ std::string HelpFor(const CLI::App& app)
     return chosen.empty() ? "sceneprep --help" : fmt::format("sceneprep {} --help", chosen.front()->get_name());
 }
 
-ParsedCommandLine BadUsage(const CLI::App& app, const CLI::ParseError& error)
+ParsedCommandLine BadUsage(const CLI::App& app, const std::string& problem)
 {
     return {.options = {},
             .exitStatus = kBadUsage,
             .output = {},
-            .error = fmt::format("sceneprep: {}; see '{}'", OneLine(error.what()), HelpFor(app))};
+            .error = fmt::format("sceneprep: {}; see '{}'", OneLine(problem), HelpFor(app))};
+}
+
+/// Takes over what needs more than one option to be understood.
+/// @return what makes no sense; empty when all does.
+std::string Complete(const CLI::App& command, const PrepareWords& words, PrepareOptions& prepare)
+{
+    for (const std::string& text : words.uvs)
+    {
+        const UVMapping mapping = *ParseUVMapping(text);
+        for (const UVMapping& other : prepare.steps.uvs)
+        {
+            if (other.set == mapping.set)
+                return fmt::format("--uvs fills set {} twice; give each mapping a set of its own", mapping.set);
+        }
+        prepare.steps.uvs.push_back(mapping);
+    }
+    if (words.all)
+        ChooseRecommended(prepare.steps);
+    for (const char* detail : {"--min-surfaces", "--max-vertices", "--ignore-animation"})
+    {
+        if (command.count(detail) > 0 && !prepare.steps.flatten)
+            return fmt::format("{} requires --flatten or --all", detail);
+    }
+    if (!prepare.jsonFile.empty() && prepare.jsonFile.lexically_normal() == prepare.output.lexically_normal())
+        return "--json and --output name the same file; give each a name of its own";
+    return {};
 }
 
 }  // namespace
 
-ParsedCommandLine ParseCommandLine(const std::vector<std::string>& words)
+ParsedCommandLine ParseCommandLine(const std::vector<std::string>& arguments)
 {
     Options options;
     CLI::App app("Makes 3D scenes fit for real time.", "sceneprep");
     app.set_version_flag("--version", "sceneprep " SCENEPREP_VERSION);
     app.require_subcommand(1);
-    const CLI::App* prepare = AddPrepare(app, options);
+    PrepareWords words;
+    const CLI::App* prepare = AddPrepare(app, options, words);
     const CLI::App* inspect = AddInspect(app, options);
     app.add_subcommand("formats", "List the formats that can be read and written");
 
     try
     {
-        app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     }
     catch (const CLI::CallForHelp&)
     {
@@ -106,11 +207,15 @@ ParsedCommandLine ParseCommandLine(const std::vector<std::string>& words)
     }
     catch (const CLI::ParseError& error)
     {
-        return BadUsage(app, error);
+        return BadUsage(app, error.what());
     }
 
     if (prepare->parsed())
+    {
         options.command = Command::Prepare;
+        if (const std::string problem = Complete(*prepare, words, options.prepare); !problem.empty())
+            return BadUsage(app, problem);
+    }
     else if (inspect->parsed())
         options.command = Command::Inspect;
     return {.options = options, .exitStatus = kDone, .output = {}, .error = {}};

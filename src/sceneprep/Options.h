@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sceneprep/StepOptions.h>
+
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -11,12 +13,13 @@ namespace Sceneprep
 /// What `prepare` is asked to do.
 struct PrepareOptions
 {
-    std::filesystem::path input;
-    std::filesystem::path output;
-    bool flatten = false;
-    int minSurfaces = 2;
-    int maxVertices = -1;  ///< negative: no limit
-    bool ignoreAnimation = false;
+    std::vector<std::filesystem::path> inputs = {};  ///< the first takes the others
+    std::filesystem::path output = {};
+    StepOptions steps = {};
+    bool strict = false;                              ///< fail when the world is not the same afterwards
+    std::filesystem::path jsonFile = {};              ///< empty: none
+    bool keepGoing = false;                           ///< leave inputs out that cannot be read
+    std::vector<std::filesystem::path> leftOut = {};  ///< inputs that were left out already
 };
 
 /// What `inspect` is asked to do.
@@ -39,6 +42,8 @@ struct Options
 {
     Command command = Command::Formats;
     std::filesystem::path plugin;  ///< empty: look for it in the usual places
+    bool quiet = false;
+    double memoryLimit = 0;  ///< in GiB; 0: three quarters of the machine's memory
     PrepareOptions prepare;
     InspectOptions inspect;
 };
@@ -52,7 +57,7 @@ struct ParsedCommandLine
     std::string error;   ///< for stderr: one line, without the line break
 };
 
-/// Understands the words behind the program's name. Throws nothing; prints nothing.
-ParsedCommandLine ParseCommandLine(const std::vector<std::string>& words);
+/// Understands the arguments behind the program's name. Throws nothing; prints nothing.
+ParsedCommandLine ParseCommandLine(const std::vector<std::string>& arguments);
 
 }  // namespace Sceneprep

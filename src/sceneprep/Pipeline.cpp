@@ -48,7 +48,18 @@ StepResult RunStep(const std::string& name, Progress& progress, const std::funct
     return result;
 }
 
-void Pipeline::Add(std::string name, Step step) { steps_.push_back({std::move(name), std::move(step)}); }
+void Pipeline::Add(std::string name, Step step)
+{
+    AddCounting(std::move(name), [step = std::move(step)](Importing::SceneContainer& scene) {
+        step(scene);
+        return Changes();
+    });
+}
+
+void Pipeline::AddCounting(std::string name, CountingStep step)
+{
+    steps_.push_back({std::move(name), std::move(step)});
+}
 
 std::vector<std::string> Pipeline::StepNames() const
 {
@@ -62,7 +73,11 @@ std::vector<StepResult> Pipeline::Run(Importing::SceneContainer& scene, Progress
 {
     std::vector<StepResult> results;
     for (const NamedStep& step : steps_)
-        results.push_back(RunStep(step.name, progress, [&] { step.step(scene); }));
+    {
+        Changes changes;
+        results.push_back(RunStep(step.name, progress, [&] { changes = step.step(scene); }));
+        results.back().changes = std::move(changes);
+    }
     return results;
 }
 

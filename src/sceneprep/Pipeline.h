@@ -3,6 +3,7 @@
 #include <importing/plugin/SceneContainer.h>
 #include <sceneprep/Progress.h>
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -18,26 +19,40 @@ struct MessageTotal
     long long sum = 0;  ///< of their numbers; the plug-in's timing messages carry milliseconds
 };
 
+/// How much of one kind a step changed.
+struct Change
+{
+    std::string what;  ///< plural, as "nodes renamed"
+    std::size_t count = 0;
+
+    friend bool operator==(const Change&, const Change&) = default;
+};
+using Changes = std::vector<Change>;
+
 /// How a step went.
 struct StepResult
 {
     std::string name;
     double milliseconds = 0;
     std::vector<MessageTotal> messages;  ///< in the order in which the texts came up first
+    Changes changes;
 };
 
 /// Runs one step: announces it, times it and listens to the host's debug messages meanwhile. Afterwards messages are
 /// dropped. Exceptions of the step pass through.
 StepResult RunStep(const std::string& name, Progress& progress, const std::function<void()>& step);
 
-/// A list of named steps that work on a scene. A new step is one more Add().
+/// A list of named steps that work on a scene. A new step is one more Add() or AddCounting().
 class Pipeline
 {
 public:
     using Step = std::function<void(Importing::SceneContainer& scene)>;
+    using CountingStep = std::function<Changes(Importing::SceneContainer& scene)>;
 
     /// Appends a step.
     void Add(std::string name, Step step);
+    /// Appends a step that tells what it changed.
+    void AddCounting(std::string name, CountingStep step);
 
     /// @return the names of the steps, in order.
     std::vector<std::string> StepNames() const;
@@ -49,7 +64,7 @@ private:
     struct NamedStep
     {
         std::string name;
-        Step step;
+        CountingStep step;
     };
 
     std::vector<NamedStep> steps_;

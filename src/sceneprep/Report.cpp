@@ -2,15 +2,13 @@
 
 #include <fmt/format.h>
 #include <sceneprep/Formats.h>
-#include <nlohmann/json.hpp>
+#include <sceneprep/JsonFigures.h>
 
 namespace Sceneprep
 {
 
 namespace
 {
-
-using Json = nlohmann::ordered_json;
 
 Json NodesAsJson(Importing::SceneContainer& scene)
 {
@@ -25,6 +23,27 @@ Json NodesAsJson(Importing::SceneContainer& scene)
                          {"lights", node.LightList}});
     }
     return nodes;
+}
+
+Json SurfacesAsJson(Importing::SceneContainer& scene)
+{
+    Json surfaces = Json::array();
+    for (Importing::Surface& surface : scene.SurfaceLibrary)
+    {
+        surfaces.push_back({{"name", surface.GetName()},
+                            {"geometry", surface.GetGeometryID()},
+                            {"material", surface.GetMaterialID()},
+                            {"collisionOffset", surface.GetCollisionOffset()}});
+    }
+    return surfaces;
+}
+
+std::string FigureRow(const char* name, const std::vector<WorldMeasure>& worlds, double (*figure)(const WorldMeasure&))
+{
+    std::string row = fmt::format("{:<12}", name);
+    for (const WorldMeasure& world : worlds)
+        row += fmt::format("{:>12.6g}", figure(world));
+    return row + '\n';
 }
 
 }  // namespace
@@ -47,12 +66,30 @@ std::string StatsTable(const SceneStats& stats)
     return table;
 }
 
+std::string WorldTable(const std::vector<WorldMeasure>& worlds)
+{
+    using World = const WorldMeasure&;
+    std::string shown = fmt::format("{:<12}", "shown");
+    for (World world : worlds)
+        shown += fmt::format("{:>12}", world.triangles);
+    return shown + '\n' + FigureRow("min x", worlds, [](World world) { return world.min[0]; }) +
+           FigureRow("min y", worlds, [](World world) { return world.min[1]; }) +
+           FigureRow("min z", worlds, [](World world) { return world.min[2]; }) +
+           FigureRow("max x", worlds, [](World world) { return world.max[0]; }) +
+           FigureRow("max y", worlds, [](World world) { return world.max[1]; }) +
+           FigureRow("max z", worlds, [](World world) { return world.max[2]; }) +
+           FigureRow("area", worlds, [](World world) { return world.area; }) +
+           FigureRow("volume", worlds, [](World world) { return world.volume; });
+}
+
 std::string TimesTable(const std::vector<StepResult>& steps)
 {
     std::string table;
     for (const StepResult& step : steps)
     {
         table += fmt::format("{:<24}{:>9.1f} ms\n", step.name, step.milliseconds);
+        for (const Change& change : step.changes)
+            table += fmt::format("  {} {}\n", change.count, change.what);
         for (const MessageTotal& message : step.messages)
             table += fmt::format("  {} {} ms in {} pass{}\n", message.text, message.sum, message.count,
                                  message.count == 1 ? "" : "es");
@@ -60,19 +97,18 @@ std::string TimesTable(const std::vector<StepResult>& steps)
     return table;
 }
 
-std::string InspectionJson(const std::filesystem::path& file, const SceneStats& stats, Importing::SceneContainer& scene,
-                           bool withTree)
+std::string InspectionJson(const std::filesystem::path& file, Importing::SceneContainer& scene, bool withTree)
 {
-    Json inspection = {{"file", file.string()}, {"counts", Json::object()}};
-    for (const auto& [name, count] : stats.Rows())
-        inspection["counts"][name] = count;
+    Json inspection = {{"file", file.string()},
+                       {"counts", CountsAsJson(CountScene(scene))},
+                       {"world", WorldAsJson(Measure(scene))},
+                       {"surfaces", SurfacesAsJson(scene)}};
     if (withTree)
     {
         inspection["root"] = scene.GetRootNodeIndex();
         inspection["nodes"] = NodesAsJson(scene);
     }
-    // Names come from files and need not be UTF-8.
-    return inspection.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
+    return JsonText(inspection);
 }
 
 std::string FormatsText()

@@ -3,6 +3,7 @@
 #include <importing/plugin/SceneContainer.h>
 #include <sceneprep/Pipeline.h>
 #include <sceneprep/SceneStats.h>
+#include <sceneprep/WorldMeasure.h>
 
 #include <filesystem>
 #include <string>
@@ -17,13 +18,15 @@ std::string ComparisonTable(const SceneStats& before, const SceneStats& after);
 /// @return the counts, one a line.
 std::string StatsTable(const SceneStats& stats);
 
-/// @return the time of each step, one a line; below a step what the plug-in said meanwhile.
+/// @return what the worlds look like, one figure a line, one world a column: triangles shown, bounds, area, volume.
+std::string WorldTable(const std::vector<WorldMeasure>& worlds);
+
+/// @return the time of each step, one a line; below a step what it changed and what the plug-in said meanwhile.
 std::string TimesTable(const std::vector<StepResult>& steps);
 
-/// @return an object with the keys "file" and "counts", and with the tree "root" and "nodes": the nodes as a flat list
-///         in the order of the library, their references being indices into it.
-std::string InspectionJson(const std::filesystem::path& file, const SceneStats& stats, Importing::SceneContainer& scene,
-                           bool withTree);
+/// @return an object with the keys "file", "counts", "world" and "surfaces", and with the tree "root" and "nodes":
+///         surfaces and nodes as flat lists in the order of their libraries, their references being indices.
+std::string InspectionJson(const std::filesystem::path& file, Importing::SceneContainer& scene, bool withTree);
 
 /// @return what can be read and written.
 std::string FormatsText();

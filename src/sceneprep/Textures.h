@@ -11,11 +11,11 @@ namespace Sceneprep
 /// A picture that lies in the model file itself.
 struct EmbeddedTexture
 {
-    std::string fileName;
-    std::string formatHint;              ///< as "png"; empty where the file did not say
-    std::uint32_t width = 0;             ///< in pixels; of a compressed picture its size in bytes
-    std::uint32_t height = 0;            ///< in pixels; 0 for a compressed picture
-    std::vector<unsigned char> content;  ///< the compressed file, or four bytes a pixel
+    std::string fileName = {};
+    std::string formatHint = {};              ///< as "png"; empty where the file did not say
+    std::uint32_t width = 0;                  ///< in pixels; of a compressed picture its size in bytes
+    std::uint32_t height = 0;                 ///< in pixels; 0 for a compressed picture
+    std::vector<unsigned char> content = {};  ///< the compressed file, or four bytes a pixel
 };
 
 /// What a model file says about its textures beyond the scene's texture library.

@@ -1,5 +1,5 @@
-#include <sceneprep/ChildProcess.h>
 #include <sceneprep/Commands.h>
+#include <sceneprep/Isolation.h>
 #include <sceneprep/Options.h>
 
 #include <iostream>
@@ -16,6 +16,6 @@ int main(int argc, char** argv)
             std::cerr << parsed.error << '\n';
         return parsed.exitStatus;
     }
-    return RunInChildProcess(SubjectOf(*parsed.options), std::cerr,
-                             [&parsed] { return RunCommand(*parsed.options, std::cout, std::cerr); });
+    return RunIsolated(*parsed.options, std::cerr,
+                       [](const Options& options) { return RunCommand(options, std::cout, std::cerr); });
 }

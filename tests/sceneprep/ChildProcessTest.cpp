@@ -1,10 +1,12 @@
 #include <sceneprep/ChildProcess.h>
 
 #include <gtest/gtest.h>
-#include <sceneprep/Error.h>
+#include <unistd.h>
 
 #include <csignal>
-#include <sstream>
+#include <cstddef>
+#include <new>
+#include <vector>
 
 namespace
 {
@@ -13,45 +15,67 @@ using namespace Sceneprep;
 
 TEST(ChildProcess, HandsTheResultOn)
 {
-    std::ostringstream errors;
-    EXPECT_EQ(RunInChildProcess("model.obj", errors, [] { return 7; }), 7);
-    EXPECT_EQ(errors.str(), "");
+    const ChildResult result = RunInChildProcess(0, [] { return 7; });
+    EXPECT_EQ(result.status, 7);
+    EXPECT_EQ(result.killedBy, 0);
+    EXPECT_EQ(result.interruptedBy, 0);
 }
 
-TEST(ChildProcess, ACrashBecomesOneLine)
+TEST(ChildProcess, ACrashIsTold)
 {
-    std::ostringstream errors;
-    const auto crash = [] {
+    const ChildResult result = RunInChildProcess(0, [] {
         std::signal(SIGSEGV, SIG_DFL);
         return std::raise(SIGSEGV);
-    };
-    EXPECT_EQ(RunInChildProcess("model.obj", errors, crash), kUnusable);
-    EXPECT_EQ(
-        errors.str(),
-        "sceneprep: the model library crashed on model.obj (Segmentation fault); repair the file or convert it to "
-        "another format\n");
+    });
+    EXPECT_EQ(result.killedBy, SIGSEGV);
+    EXPECT_EQ(result.interruptedBy, 0);
 }
 
 TEST(ChildProcess, ChangesNothingHere)
 {
-    std::ostringstream errors;
     int value = 1;
-    RunInChildProcess("model.obj", errors, [&value] {
+    RunInChildProcess(0, [&value] {
         value = 2;
         return 0;
     });
     EXPECT_EQ(value, 1);
 }
 
-#if !defined(__SANITIZE_ADDRESS__)
-TEST(ChildProcess, MoreMemoryThanTheMachineHasIsRefused)
+TEST(ChildProcess, AStopRequestReachesTheChild)
 {
-    std::ostringstream errors;
-    const auto askForALot = [] {
+    const pid_t self = getpid();
+    const ChildResult result = RunInChildProcess(0, [self] {
+        kill(self, SIGTERM);
+        for (;;)
+            pause();
+        return 0;
+    });
+    EXPECT_EQ(result.killedBy, SIGTERM);
+    EXPECT_EQ(result.interruptedBy, SIGTERM);
+}
+
+TEST(ChildProcess, HandlersOfSignalsAreBackAfterwards)
+{
+    const auto before = std::signal(SIGINT, SIG_IGN);
+    RunInChildProcess(0, [] { return 0; });
+    EXPECT_EQ(std::signal(SIGINT, before), SIG_IGN);
+}
+
+TEST(ChildProcess, UsuallyThreeQuartersOfTheMemoryMayBeTaken)
+{
+    const long pages = sysconf(_SC_PHYS_PAGES);
+    const auto memory = static_cast<double>(pages) * static_cast<double>(sysconf(_SC_PAGESIZE));
+    EXPECT_NEAR(static_cast<double>(DefaultMemoryLimit()), 0.75 * memory, 8);
+}
+
+#if !defined(__SANITIZE_ADDRESS__)
+TEST(ChildProcess, MoreMemoryThanTheLimitIsRefused)
+{
+    const auto askForOneGiB = [] {
         try
         {
             std::vector<char> memory;
-            memory.reserve(std::size_t{1} << 46);
+            memory.reserve(std::size_t{1} << 30);
             return memory.capacity() > 0 ? 0 : 1;
         }
         catch (const std::bad_alloc&)
@@ -59,7 +83,8 @@ TEST(ChildProcess, MoreMemoryThanTheMachineHasIsRefused)
             return 5;
         }
     };
-    EXPECT_EQ(RunInChildProcess("model.obj", errors, askForALot), 5);
+    EXPECT_EQ(RunInChildProcess(std::uint64_t{1} << 29, askForOneGiB).status, 5);
+    EXPECT_EQ(RunInChildProcess(std::uint64_t{1} << 33, askForOneGiB).status, 0);
 }
 #endif
 

@@ -30,7 +30,9 @@ protected:
 TEST_F(CommandsTest, PreparePrintsBothTablesAndWritesTheOutput)
 {
     options_.command = Command::Prepare;
-    options_.prepare = {.input = WriteSmallObj(folder_), .output = folder_ / "flat.glb", .flatten = true};
+    options_.prepare.inputs = {WriteSmallObj(folder_)};
+    options_.prepare.output = folder_ / "flat.glb";
+    options_.prepare.steps.flatten = true;
     EXPECT_EQ(Run(), kDone) << errors_.str();
     EXPECT_THAT(out_.str(), HasSubstr("                  before       after\n"));
     EXPECT_THAT(out_.str(), HasSubstr("triangles              3           3\n"));
@@ -43,7 +45,8 @@ TEST_F(CommandsTest, PreparePrintsBothTablesAndWritesTheOutput)
 TEST_F(CommandsTest, WithoutFlattenTheHierarchyStays)
 {
     options_.command = Command::Prepare;
-    options_.prepare = {.input = WriteSmallObj(folder_), .output = folder_ / "same.glb"};
+    options_.prepare.inputs = {WriteSmallObj(folder_)};
+    options_.prepare.output = folder_ / "same.glb";
     EXPECT_EQ(Run(), kDone) << errors_.str();
     EXPECT_THAT(out_.str(), HasSubstr("nodes                  4           4\n"));
     EXPECT_THAT(out_.str(), Not(HasSubstr("Flatten")));
@@ -55,6 +58,7 @@ TEST_F(CommandsTest, InspectPrintsCountsAndTree)
     options_.inspect = {.input = WriteSmallObj(folder_), .json = false, .tree = true};
     EXPECT_EQ(Run(), kDone) << errors_.str();
     EXPECT_THAT(out_.str(), HasSubstr("materials              2\n"));
+    EXPECT_THAT(out_.str(), HasSubstr("max z                  2\n"));
     EXPECT_THAT(out_.str(), HasSubstr("\n  Square (1 surface)\n"));
 }
 
@@ -70,7 +74,8 @@ TEST_F(CommandsTest, AMissingInputIsOneLineAndNothingElse)
 TEST_F(CommandsTest, AMissingOutputFolderIsToldBeforeTheWork)
 {
     options_.command = Command::Prepare;
-    options_.prepare = {.input = WriteSmallObj(folder_), .output = folder_ / "no/such.obj"};
+    options_.prepare.inputs = {WriteSmallObj(folder_)};
+    options_.prepare.output = folder_ / "no/such.obj";
     EXPECT_EQ(Run(), kUnusable);
     EXPECT_EQ(errors_.str(), "sceneprep: cannot write " + (folder_ / "no/such.obj").string() + ": there is no folder " +
                                  (folder_ / "no").string() + "; create it first\n");
@@ -84,9 +89,23 @@ TEST_F(CommandsTest, FormatsNeedNoPlugin)
     EXPECT_THAT(out_.str(), HasSubstr("  .glb "));
 }
 
+TEST_F(CommandsTest, QuietTellsResultsAndErrorsAlone)
+{
+    options_.command = Command::Prepare;
+    options_.quiet = true;
+    options_.prepare.inputs = {WriteSmallObj(folder_)};
+    options_.prepare.output = folder_ / "same.glb";
+    EXPECT_EQ(Run(), kDone);
+    EXPECT_EQ(errors_.str(), "");
+    EXPECT_NE(out_.str(), "");
+    options_.prepare.inputs = {"no/such.obj"};
+    EXPECT_EQ(Run(), kUnusable);
+    EXPECT_NE(errors_.str(), "");
+}
+
 TEST_F(CommandsTest, TheSubjectIsTheInput)
 {
-    options_.prepare.input = "a.obj";
+    options_.prepare.inputs = {"a.obj", "c.obj"};
     options_.inspect.input = "b.obj";
     options_.command = Command::Prepare;
     EXPECT_EQ(SubjectOf(options_), "a.obj");

@@ -3,10 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sceneprep/Error.h>
+#include <sceneprep/ExpectSameWorld.h>
 #include <sceneprep/ImportModel.h>
 #include <sceneprep/SceneStats.h>
 #include <sceneprep/TestFiles.h>
-#include <sceneprep/WorldMeasure.h>
 #include <support/SceneText.h>
 
 #include <sstream>

@@ -1,7 +1,7 @@
 #include <sceneprep/FlattenSteps.h>
 
 #include <gtest/gtest.h>
-#include <sceneprep/WorldMeasure.h>
+#include <sceneprep/ExpectSameWorld.h>
 #include <support/SceneText.h>
 
 #include <sstream>

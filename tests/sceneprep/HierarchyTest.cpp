@@ -9,7 +9,7 @@ namespace
 {
 
 using Importing::SceneContainer;
-using Sceneprep::NodeWalk;
+using namespace Sceneprep;
 using Support::Scene;
 
 TEST(Hierarchy, ParentsComeBeforeChildrenAndSiblingsInTheirOrder)
@@ -69,6 +69,32 @@ TEST(Hierarchy, MirroringIsAnOddNumberOfNegativeScales)
     EXPECT_FALSE(Sceneprep::IsMirroring(Support::Scaling(-1, -2, 3)));
     EXPECT_TRUE(Sceneprep::IsMirroring(Support::Scaling(-1, -2, -3)));
     EXPECT_TRUE(Sceneprep::IsMirroring(Support::Scaling(1e-15F, -1e-15F, 1e-15F)));
+}
+
+TEST(Hierarchy, WorldMatricesHoldTheRootsOwn)
+{
+    SceneContainer scene = Scene("Root@5,0,0( A@0,1,0( B@0,0,2 ) )");
+    const std::vector<D3DXMATRIX> world = WorldMatricesOf(scene, WalkFromRoot(scene));
+    EXPECT_EQ(world[0]._41, 5);
+    EXPECT_EQ(world[2]._41, 5);
+    EXPECT_EQ(world[2]._42, 1);
+    EXPECT_EQ(world[2]._43, 2);
+    SceneContainer empty;
+    EXPECT_TRUE(WorldMatricesOf(empty, WalkFromRoot(empty)).empty());
+}
+
+TEST(Hierarchy, AnInverseUndoesItsMatrix)
+{
+    const D3DXMATRIX matrix = {0, 2, 0, 0, -1, 0, 0, 0, 0, 0.5F, -4, 0, 3, 5, 7, 1};
+    const std::optional<D3DXMATRIX> inverse = InverseOf(matrix);
+    ASSERT_TRUE(inverse);
+    const D3DXMATRIX product = Product(matrix, *inverse);
+    for (unsigned row = 0; row < 4; ++row)
+    {
+        for (unsigned column = 0; column < 4; ++column)
+            EXPECT_FLOAT_EQ(product(row, column), row == column ? 1 : 0);
+    }
+    EXPECT_FALSE(InverseOf(Support::Scaling(1, 0, 1)));
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <sceneprep/Error.h>
 #include <sceneprep/SceneStats.h>
 #include <sceneprep/TestFiles.h>
-#include <sceneprep/WorldMeasure.h>
 #include <support/SceneText.h>
 
 #include <sstream>

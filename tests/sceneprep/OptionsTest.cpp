@@ -18,7 +18,7 @@ void ExpectBadUsage(const std::vector<std::string>& words, const std::string& er
     EXPECT_EQ(parsed.error, error);
 }
 
-TEST(Options, PrepareWithEverything)
+TEST(Options, FlatteningInDetail)
 {
     const ParsedCommandLine parsed =
         ParseCommandLine({"prepare", "in.obj", "-o", "out.glb", "--flatten", "--min-surfaces", "5", "--max-vertices",
@@ -27,12 +27,12 @@ TEST(Options, PrepareWithEverything)
     EXPECT_EQ(parsed.options->command, Command::Prepare);
     EXPECT_EQ(parsed.options->plugin, "my.so");
     const PrepareOptions& prepare = parsed.options->prepare;
-    EXPECT_EQ(prepare.input, "in.obj");
+    EXPECT_EQ(prepare.inputs, (std::vector<std::filesystem::path>{"in.obj"}));
     EXPECT_EQ(prepare.output, "out.glb");
-    EXPECT_TRUE(prepare.flatten);
-    EXPECT_EQ(prepare.minSurfaces, 5);
-    EXPECT_EQ(prepare.maxVertices, 65535);
-    EXPECT_TRUE(prepare.ignoreAnimation);
+    EXPECT_TRUE(prepare.steps.flatten);
+    EXPECT_EQ(prepare.steps.minSurfaces, 5);
+    EXPECT_EQ(prepare.steps.maxVertices, 65535);
+    EXPECT_TRUE(prepare.steps.ignoreAnimation);
 }
 
 TEST(Options, PrepareWithTheLeast)
@@ -40,10 +40,10 @@ TEST(Options, PrepareWithTheLeast)
     const ParsedCommandLine parsed = ParseCommandLine({"prepare", "-o", "out.GLTF", "in.obj"});
     ASSERT_TRUE(parsed.options) << parsed.error;
     EXPECT_TRUE(parsed.options->plugin.empty());
-    EXPECT_FALSE(parsed.options->prepare.flatten);
-    EXPECT_EQ(parsed.options->prepare.minSurfaces, 2);
-    EXPECT_EQ(parsed.options->prepare.maxVertices, -1);
-    EXPECT_FALSE(parsed.options->prepare.ignoreAnimation);
+    EXPECT_FALSE(parsed.options->prepare.steps.flatten);
+    EXPECT_EQ(parsed.options->prepare.steps.minSurfaces, 2);
+    EXPECT_EQ(parsed.options->prepare.steps.maxVertices, -1);
+    EXPECT_FALSE(parsed.options->prepare.steps.ignoreAnimation);
 }
 
 TEST(Options, NegativeNumbersAreNumbers)
@@ -51,8 +51,76 @@ TEST(Options, NegativeNumbersAreNumbers)
     const ParsedCommandLine parsed = ParseCommandLine(
         {"prepare", "in.obj", "-o", "out.glb", "--flatten", "--max-vertices", "-1", "--min-surfaces", "-3"});
     ASSERT_TRUE(parsed.options) << parsed.error;
-    EXPECT_EQ(parsed.options->prepare.maxVertices, -1);
-    EXPECT_EQ(parsed.options->prepare.minSurfaces, -3);
+    EXPECT_EQ(parsed.options->prepare.steps.maxVertices, -1);
+    EXPECT_EQ(parsed.options->prepare.steps.minSurfaces, -3);
+}
+
+TEST(Options, EveryStep)
+{
+    const ParsedCommandLine parsed = ParseCommandLine(
+        {"prepare", "a.obj", "b.obj", "-o", "out.glb", "--resolve-instances", "--repair-mirrors", "--check-orientation",
+         "--fix-culling", "--weld", "--normals", "--unify-normals", "--uvs", "cubic", "--uvs", "planar-z:1:world",
+         "--surface-names", "--unique-names", "--collision-offsets"});
+    ASSERT_TRUE(parsed.options) << parsed.error;
+    const StepOptions& steps = parsed.options->prepare.steps;
+    EXPECT_TRUE(steps.resolveInstances && steps.repairMirrors && steps.checkOrientation && steps.fixCulling);
+    EXPECT_TRUE(steps.weld && steps.normals && steps.unifyNormals);
+    EXPECT_TRUE(steps.surfaceNames && steps.uniqueNames && steps.collisionOffsets);
+    EXPECT_FALSE(steps.flatten);
+    EXPECT_EQ(steps.uvs, (std::vector<UVMapping>{{"cubic", 0, false}, {"planar-z", 1, true}}));
+    EXPECT_EQ(parsed.options->prepare.inputs, (std::vector<std::filesystem::path>{"a.obj", "b.obj"}));
+}
+
+TEST(Options, AllIsTheRecommendedRoadAndMayBeAddedTo)
+{
+    const ParsedCommandLine parsed =
+        ParseCommandLine({"prepare", "a.obj", "-o", "out.glb", "--all", "--normals", "--max-vertices", "99"});
+    ASSERT_TRUE(parsed.options) << parsed.error;
+    const StepOptions& steps = parsed.options->prepare.steps;
+    EXPECT_TRUE(steps.repairMirrors && steps.weld && steps.flatten && steps.normals);
+    EXPECT_FALSE(steps.checkOrientation || steps.fixCulling || steps.unifyNormals);
+    EXPECT_EQ(steps.maxVertices, 99);
+}
+
+TEST(Options, CareAndReport)
+{
+    const ParsedCommandLine parsed =
+        ParseCommandLine({"prepare", "a.obj", "-o", "out.glb", "--strict", "--json", "report.json", "--keep-going",
+                          "--quiet", "--memory-limit", "1.5"});
+    ASSERT_TRUE(parsed.options) << parsed.error;
+    EXPECT_TRUE(parsed.options->prepare.strict);
+    EXPECT_TRUE(parsed.options->prepare.keepGoing);
+    EXPECT_TRUE(parsed.options->quiet);
+    EXPECT_EQ(parsed.options->prepare.jsonFile, "report.json");
+    EXPECT_EQ(parsed.options->memoryLimit, 1.5);
+}
+
+TEST(Options, ABadMappingNamesTheGoodOnes)
+{
+    ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--uvs", "cubik"},
+                   "sceneprep: --uvs: cubik is no mapping; write planar-x, planar-y, planar-z, cubic, cylindrical or "
+                   "spherical, then if you like :SET from 0 to 7, then if you like :world; see 'sceneprep prepare "
+                   "--help'");
+}
+
+TEST(Options, WhatMakesNoSenseTogetherIsBadUsage)
+{
+    ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--uvs", "cubic", "--uvs", "planar-x:0"},
+                   "sceneprep: --uvs fills set 0 twice; give each mapping a set of its own; see 'sceneprep prepare "
+                   "--help'");
+    ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--json", "./out.glb"},
+                   "sceneprep: --json and --output name the same file; give each a name of its own; see 'sceneprep "
+                   "prepare --help'");
+    ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--weld", "--ignore-animation"},
+                   "sceneprep: --ignore-animation requires --flatten or --all; see 'sceneprep prepare --help'");
+}
+
+TEST(Options, MemoryIsAPositiveNumber)
+{
+    for (const char* text : {"0", "-1", "much", "1e9"})
+        ExpectBadUsage({"inspect", "in.obj", "--memory-limit", text},
+                       std::string("sceneprep: --memory-limit: ") + text +
+                           " is no number of GiB above 0; see 'sceneprep inspect --help'");
 }
 
 TEST(Options, Inspect)
@@ -90,7 +158,7 @@ TEST(Options, BadUsageIsOneLineThatSaysWhereToLook)
     ExpectBadUsage({"prepare", "in.obj"}, "sceneprep: --output is required; see 'sceneprep prepare --help'");
     ExpectBadUsage({"inspect"}, "sceneprep: INPUT is required; see 'sceneprep inspect --help'");
     ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--min-surfaces", "2"},
-                   "sceneprep: --min-surfaces requires --flatten; see 'sceneprep prepare --help'");
+                   "sceneprep: --min-surfaces requires --flatten or --all; see 'sceneprep prepare --help'");
 }
 
 TEST(Options, AnOutputOfUnknownEndingIsBadUsage)

@@ -30,6 +30,19 @@ TEST(Pipeline, RunsItsStepsInOrderOnTheScene)
     EXPECT_EQ(out.str(), "first ...\nsecond ...\n");
 }
 
+TEST(Pipeline, KeepsWhatAStepChanged)
+{
+    Pipeline pipeline;
+    pipeline.Add("nothing", [](SceneContainer&) {});
+    pipeline.AddCounting("something", [](SceneContainer&) { return Changes{{"nodes renamed", 3}}; });
+    SceneContainer scene;
+    std::ostringstream out;
+    Progress progress(out, false);
+    const std::vector<StepResult> results = pipeline.Run(scene, progress);
+    EXPECT_TRUE(results[0].changes.empty());
+    EXPECT_EQ(results[1].changes, (Changes{{"nodes renamed", 3}}));
+}
+
 TEST(Pipeline, TimesEachStep)
 {
     std::ostringstream out;

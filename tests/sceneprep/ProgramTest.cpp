@@ -20,7 +20,7 @@ TEST(Program, PreparesTheBundledScene)
     EXPECT_EQ(run.status, 0) << run.errors;
     EXPECT_THAT(run.output, HasSubstr("before       after\n"));
     EXPECT_THAT(run.output, HasSubstr("Flatten node finished : "));
-    EXPECT_THAT(run.errors, testing::StartsWith("Import ...\n"));
+    EXPECT_THAT(run.errors, testing::StartsWith("Import workshop.gltf ...\n"));
     EXPECT_EQ(ReadText(folder / "flat.glb").substr(0, 4), "glTF");
 
     const ProgramRun inspection = RunProgram("inspect --json " + (folder / "flat.glb").string());
@@ -61,8 +61,9 @@ TEST(Program, AnotherPluginCanBeNamed)
 
 TEST(Program, BadUsageExitsWithTwo)
 {
-    for (const char* arguments : {"", "bogus", "prepare", "prepare in.obj", "prepare in.obj -o out.zzz",
-                                  "inspect in.obj --flatten", "prepare in.obj -o out.glb --max-vertices 3"})
+    for (const char* arguments :
+         {"", "bogus", "prepare", "prepare in.obj", "prepare in.obj -o out.zzz", "inspect in.obj --flatten",
+          "prepare in.obj -o out.glb --max-vertices 3", "prepare in.obj -o out.glb --uvs flat", "inspect a.obj b.obj"})
     {
         const ProgramRun run = RunProgram(arguments);
         EXPECT_EQ(run.status, 2) << arguments;
@@ -90,5 +91,62 @@ TEST(Program, PrintsTheTree)
     EXPECT_EQ(run.status, 0) << run.errors;
     EXPECT_THAT(run.output, HasSubstr("\n  Corner (1 surface)\n"));
 }
+
+TEST(Program, TheRecommendedRoadShowsTheSameWorld)
+{
+    const TemporaryFolder folder;
+    const std::string output = (folder / "all.glb").string();
+    const ProgramRun run = RunProgram("prepare " + Workshop() + " --all --strict --quiet -o " + output);
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(run.errors, "");
+    EXPECT_THAT(run.output, HasSubstr("The result shows the same world.\n"));
+
+    const auto surfaces = nlohmann::json::parse(RunProgram("inspect --json " + output).output)["surfaces"];
+    std::size_t raised = 0;
+    std::size_t named = 0;
+    for (const auto& surface : surfaces)
+    {
+        raised += surface["collisionOffset"] > 0 ? 1 : 0;
+        named += surface["name"].get<std::string>().find("\r\n") != std::string::npos ? 1 : 0;
+    }
+    EXPECT_GT(raised, 0U);
+    EXPECT_GT(named, 0U);
+}
+
+TEST(Program, SeveralInputsBecomeOne)
+{
+    const TemporaryFolder folder;
+    const std::string small = WriteSmallObj(folder).string();
+    const ProgramRun run = RunProgram("prepare " + small + ' ' + Workshop() + " -o " + (folder / "both.obj").string());
+    EXPECT_EQ(run.status, 0) << run.errors;
+    const ProgramRun inspection = RunProgram("inspect --json " + (folder / "both.obj").string());
+    EXPECT_EQ(nlohmann::json::parse(inspection.output)["world"]["triangles"], 49818 + 3);
+}
+
+TEST(Program, KeepsGoingWithoutABrokenInput)
+{
+    const TemporaryFolder folder;
+    const std::string small = WriteSmallObj(folder).string();
+    const std::string broken = folder.Write("broken.glb", "no glTF at all").string();
+    const std::string arguments = "prepare " + broken + ' ' + small + " -o " + (folder / "out.stl").string();
+    EXPECT_EQ(RunProgram(arguments).status, 1);
+    EXPECT_FALSE(std::filesystem::exists(folder / "out.stl"));
+    const ProgramRun run = RunProgram(arguments + " --keep-going --quiet");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.errors, testing::MatchesRegex("sceneprep: cannot read [^\n]+\n"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "out.stl"));
+}
+
+#if !defined(__SANITIZE_ADDRESS__)
+TEST(Program, AMemoryLimitIsKeptInOneLine)
+{
+    const TemporaryFolder folder;
+    const ProgramRun run =
+        RunProgram("prepare " + Workshop() + " --quiet --memory-limit 0.01 -o " + (folder / "out.glb").string());
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.errors, testing::MatchesRegex("sceneprep: [a-z]+ [^\n]+ needs more than 0.01 GiB; [^\n]+\n"));
+    EXPECT_EQ(folder.CountEntries(), 0U);
+}
+#endif
 
 }  // namespace

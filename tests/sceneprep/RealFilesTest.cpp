@@ -1,11 +1,14 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sceneprep/AppendModel.h>
+#include <sceneprep/ExpectSameWorld.h>
 #include <sceneprep/ExportModel.h>
-#include <sceneprep/FlattenSteps.h>
-#include <sceneprep/Formats.h>
+#include <sceneprep/Facing.h>
 #include <sceneprep/ImportModel.h>
+#include <sceneprep/PrepareSteps.h>
+#include <sceneprep/Proof.h>
 #include <sceneprep/SceneStats.h>
 #include <sceneprep/TestFiles.h>
-#include <sceneprep/WorldMeasure.h>
 
 #include <algorithm>
 #include <sstream>
@@ -56,25 +59,30 @@ std::string TestName(const testing::TestParamInfo<path>& info)
 class RealFilesTest : public testing::TestWithParam<path>
 {
 protected:
-    SceneContainer Import(const path& file, bool separateGeometries)
+    SceneContainer Import(const path& file)
     {
         SceneContainer scene;
-        ImportModel(file, {.separateGeometries = separateGeometries}, scene, progress_);
+        ImportModel(file, {}, scene, progress_);
         return scene;
     }
 
-    void Flatten(SceneContainer& scene, bool ignoreAnimation)
+    void Run(SceneContainer& scene, const StepOptions& options) { MakePipeline(options).Run(scene, progress_); }
+
+    /// Runs the steps over the file, with what the tool itself compares.
+    void ExpectNoDifferenceAfter(const StepOptions& options)
     {
-        Pipeline pipeline;
-        AddFlattenSteps(pipeline, {.minSurfaces = 2, .maxVertices = -1, .ignoreAnimation = ignoreAnimation});
-        pipeline.Run(scene, progress_);
+        SceneContainer scene = Import(GetParam());
+        const WorldMeasure before = Measure(scene);
+        Run(scene, options);
+        EXPECT_THAT(FindDifferences(before, Measure(scene), false), testing::IsEmpty());
+        ExpectSameWorld(Measure(scene), before);
     }
 
     void ExpectSameAfterExport(SceneContainer& scene, const std::string& name)
     {
         SCOPED_TRACE(name);
         ExportModel(scene, {}, folder_ / name, progress_);
-        SceneContainer back = Import(folder_ / name, false);
+        SceneContainer back = Import(folder_ / name);
         ExpectSameWorld(Measure(back), Measure(scene));
     }
 
@@ -83,47 +91,102 @@ protected:
     Progress progress_{out_, false};
 };
 
-TEST_P(RealFilesTest, SeparateGeometriesShowTheSameWorld)
+TEST_P(RealFilesTest, ResolvedInstancesShowTheSameWorld)
 {
-    SceneContainer shared = Import(GetParam(), false);
-    SceneContainer separate = Import(GetParam(), true);
-    EXPECT_GT(Measure(shared).triangles, 0U);
-    ExpectSameWorld(Measure(separate), Measure(shared));
+    SceneContainer scene = Import(GetParam());
+    EXPECT_GT(Measure(scene).triangles, 0U);
+    ExpectNoDifferenceAfter({.resolveInstances = true});
 }
 
-TEST_P(RealFilesTest, FlatteningKeepsTheWorld)
+TEST_P(RealFilesTest, RepairedMirrorsShowTheSameWorld)
 {
-    SceneContainer scene = Import(GetParam(), true);
-    const WorldMeasure before = Measure(scene);
-    Flatten(scene, false);
-    ExpectSameWorld(Measure(scene), before);
+    ExpectNoDifferenceAfter({.repairMirrors = true});
+    SceneContainer scene = Import(GetParam());
+    Run(scene, {.repairMirrors = true});
+    const NodeWalk walk = WalkFromRoot(scene);
+    const std::vector<bool> mirrored = FindMirroredNodes(scene, walk);
+    if (scene.AnimationLibrary.empty())
+    {
+        EXPECT_EQ(std::count(mirrored.begin(), mirrored.end(), true), 0);
+    }
 }
+
+TEST_P(RealFilesTest, WeldingKeepsTheWorld) { ExpectNoDifferenceAfter({.weld = true}); }
+
+TEST_P(RealFilesTest, NormalsUVsNamesAndOffsetsKeepTheWorld)
+{
+    ExpectNoDifferenceAfter({.weld = true,
+                             .normals = true,
+                             .unifyNormals = true,
+                             .uvs = {{"cubic", 0, false}, {"planar-x", 1, true}},
+                             .surfaceNames = true,
+                             .uniqueNames = true,
+                             .collisionOffsets = true});
+}
+
+TEST_P(RealFilesTest, TurnedFacesKeepBoundsAndArea)
+{
+    SceneContainer scene = Import(GetParam());
+    const WorldMeasure before = Measure(scene);
+    Run(scene, {.checkOrientation = true, .fixCulling = true});
+    EXPECT_THAT(FindDifferences(before, Measure(scene), true), testing::IsEmpty());
+}
+
+TEST_P(RealFilesTest, FlatteningKeepsTheWorld) { ExpectNoDifferenceAfter({.flatten = true}); }
 
 TEST_P(RealFilesTest, FlatteningWithoutRegardToAnimationLeavesTheRoot)
 {
-    SceneContainer scene = Import(GetParam(), true);
-    const WorldMeasure before = Measure(scene);
-    const SceneStats statsBefore = CountScene(scene);
-    Flatten(scene, true);
-    ExpectSameWorld(Measure(scene), before);
+    SceneContainer scene = Import(GetParam());
+    Run(scene, {.resolveInstances = true});
+    const SceneStats before = CountScene(scene);
+    Run(scene, {.flatten = true, .ignoreAnimation = true});
     EXPECT_EQ(scene.NodeLibrary.size(), 1U);
-    EXPECT_LE(CountScene(scene).surfaces, statsBefore.surfaces);
-    EXPECT_EQ(CountScene(scene).vertices, statsBefore.vertices);
+    EXPECT_LE(CountScene(scene).surfaces, before.surfaces);
+    EXPECT_EQ(CountScene(scene).vertices, before.vertices);
+    ExpectNoDifferenceAfter({.flatten = true, .ignoreAnimation = true});
+}
+
+TEST_P(RealFilesTest, TheRecommendedRoadKeepsTheWorld)
+{
+    StepOptions options;
+    ChooseRecommended(options);
+    ExpectNoDifferenceAfter(options);
+    options.ignoreAnimation = true;
+    ExpectNoDifferenceAfter(options);
 }
 
 TEST_P(RealFilesTest, ExportAndImportKeepTheWorld)
 {
-    SceneContainer scene = Import(GetParam(), false);
+    SceneContainer scene = Import(GetParam());
     ExpectSameAfterExport(scene, "out.glb");
     ExpectSameAfterExport(scene, "out.obj");
 }
 
-TEST_P(RealFilesTest, ExportAndImportKeepTheFlattenedWorld)
+TEST_P(RealFilesTest, ExportAndImportKeepThePreparedWorld)
 {
-    SceneContainer scene = Import(GetParam(), true);
-    Flatten(scene, true);
+    SceneContainer scene = Import(GetParam());
+    StepOptions options;
+    ChooseRecommended(options);
+    options.ignoreAnimation = true;
+    Run(scene, options);
     ExpectSameAfterExport(scene, "out.glb");
     ExpectSameAfterExport(scene, "out.obj");
+    ExpectSameAfterExport(scene, "out.ply");
+}
+
+TEST_P(RealFilesTest, TwoOfAKindAreTwiceTheWorld)
+{
+    SceneContainer scene = Import(GetParam());
+    SceneContainer other = Import(GetParam());
+    const WorldMeasure before = Measure(scene);
+    Textures textures;
+    Textures otherTextures;
+    AppendModel({scene, textures, GetParam()}, {other, otherTextures, GetParam()});
+    const WorldMeasure after = Measure(scene);
+    EXPECT_EQ(after.triangles, 2 * before.triangles);
+    EXPECT_EQ(after.min, before.min);
+    EXPECT_EQ(after.max, before.max);
+    EXPECT_NEAR(after.area, 2 * before.area, 1e-9 * before.area);
 }
 
 INSTANTIATE_TEST_SUITE_P(Models, RealFilesTest, testing::ValuesIn(FindModels()), TestName);

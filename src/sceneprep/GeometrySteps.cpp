@@ -1,0 +1,129 @@
+#include <sceneprep/GeometrySteps.h>
+
+#include <fmt/format.h>
+#include <sceneprep/SceneStats.h>
+
+#include <cstdint>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+using Importing::Geometry;
+using Importing::SceneContainer;
+using Importing::Vertex;
+
+template <typename Visit>
+void ForEachMesh(SceneContainer& scene, Visit visit)
+{
+    for (Geometry& geometry : scene.GeometryLibrary)
+    {
+        if (!IsEmptied(geometry))
+            visit(geometry);
+    }
+}
+
+std::size_t CountVertices(SceneContainer& scene)
+{
+    std::size_t count = 0;
+    ForEachMesh(scene, [&count](const Geometry& geometry) { count += geometry.VertexArray.size(); });
+    return count;
+}
+
+std::size_t CountTurnedTriangles(const std::vector<std::uint32_t>& before, const std::vector<std::uint32_t>& after)
+{
+    std::size_t turned = 0;
+    for (std::size_t i = 0; i + 2 < before.size(); i += 3)
+        turned += before[i + 1] != after[i + 1] || before[i + 2] != after[i + 2] ? 1 : 0;
+    return turned;
+}
+
+std::vector<D3DXVECTOR3> NormalsOf(Geometry& geometry)
+{
+    std::vector<D3DXVECTOR3> normals;
+    normals.reserve(geometry.VertexArray.size());
+    for (Vertex& vertex : geometry.VertexArray)
+        normals.push_back(vertex.GetNormal());
+    return normals;
+}
+
+std::size_t CountChangedNormals(const std::vector<D3DXVECTOR3>& before, Geometry& geometry)
+{
+    std::size_t changed = 0;
+    for (std::size_t v = 0; v < before.size(); ++v)
+        changed += before[v] != geometry.VertexArray[v].GetNormal() ? 1 : 0;
+    return changed;
+}
+
+std::string TitleOf(const UVMapping& mapping)
+{
+    return fmt::format("Generate {} UVs, set {}", mapping.projection, mapping.set);
+}
+
+}  // namespace
+
+void AddGeometrySteps(Pipeline& pipeline, const StepOptions& options)
+{
+    if (options.fixCulling)
+        pipeline.AddCounting("Fix culling", FixCulling);
+    if (options.weld && options.normals)
+        pipeline.Add("Forget normals", ForgetNormals);
+    if (options.weld)
+        pipeline.AddCounting("Weld", Weld);
+    if (options.normals)
+        pipeline.AddCounting("Compute normals", ComputeNormals);
+    if (options.unifyNormals)
+        pipeline.AddCounting("Unify normals", UnifyNormals);
+    for (const UVMapping& mapping : options.uvs)
+        pipeline.Add(TitleOf(mapping), [mapping](SceneContainer& scene) {
+            ForEachMesh(scene, [&mapping](Geometry& geometry) { GenerateUVs(geometry, mapping); });
+        });
+}
+
+Changes FixCulling(SceneContainer& scene)
+{
+    std::size_t turned = 0;
+    ForEachMesh(scene, [&turned](Geometry& geometry) {
+        const std::vector<std::uint32_t> before = geometry.IndexArray;
+        geometry.FixFaceCulling(false);
+        turned += CountTurnedTriangles(before, geometry.IndexArray);
+    });
+    return {{"triangles turned", turned}};
+}
+
+void ForgetNormals(SceneContainer& scene)
+{
+    ForEachMesh(scene, [](Geometry& geometry) {
+        for (Vertex& vertex : geometry.VertexArray)
+            vertex.SetNormal(D3DXVECTOR3(0, 0, 0));
+    });
+}
+
+Changes Weld(SceneContainer& scene)
+{
+    const std::size_t before = CountVertices(scene);
+    ForEachMesh(scene, [](Geometry& geometry) { geometry.Optimize(); });
+    return {{"vertices removed", before - CountVertices(scene)}};
+}
+
+Changes ComputeNormals(SceneContainer& scene)
+{
+    const std::size_t before = CountVertices(scene);
+    ForEachMesh(scene, [](Geometry& geometry) { geometry.ComputeNormals(); });
+    return {{"vertices split", CountVertices(scene) - before}};
+}
+
+Changes UnifyNormals(SceneContainer& scene)
+{
+    std::size_t turned = 0;
+    ForEachMesh(scene, [&turned](Geometry& geometry) {
+        const std::vector<D3DXVECTOR3> before = NormalsOf(geometry);
+        geometry.UnifyNormals(false);
+        turned += CountChangedNormals(before, geometry);
+    });
+    return {{"normals turned", turned}};
+}
+
+}  // namespace Sceneprep

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <sceneprep/Pipeline.h>
+#include <sceneprep/StepOptions.h>
+
+namespace Sceneprep
+{
+
+/// Appends the steps that mend meshes, in this order: fix culling, forget normals, weld, compute normals, unify
+/// normals, generate UVs. Each takes every mesh once, whoever shares it.
+///
+/// Normals that are going to be computed anew are forgotten before welding, or else they would keep corners of a
+/// faceted mesh apart.
+void AddGeometrySteps(Pipeline& pipeline, const StepOptions& options);
+
+/// Turns the triangles whose three normals all point against them.
+Changes FixCulling(Importing::SceneContainer& scene);
+
+/// Sets every normal to (0, 0, 0).
+void ForgetNormals(Importing::SceneContainer& scene);
+
+/// Welds equal vertices and drops unused ones of meshes that have equal ones.
+Changes Weld(Importing::SceneContainer& scene);
+
+/// Computes every mesh's normals, splitting vertices at hard edges.
+Changes ComputeNormals(Importing::SceneContainer& scene);
+
+/// Turns the normals that point against their triangle.
+Changes UnifyNormals(Importing::SceneContainer& scene);
+
+}  // namespace Sceneprep

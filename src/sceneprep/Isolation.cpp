@@ -1,0 +1,87 @@
+#include <sceneprep/Isolation.h>
+
+#include <fmt/format.h>
+#include <sceneprep/ChildProcess.h>
+#include <sceneprep/Error.h>
+#include <sceneprep/WorkState.h>
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+using WorkState::Phase;
+
+constexpr int kStoppedBySignal = 128;
+
+std::string CrashText(int signal)
+{
+    const std::string file = WorkState::CurrentFile().string();
+    const std::string reason = strsignal(signal);
+    if (WorkState::CurrentPhase() == Phase::Reading)
+        return fmt::format("the reader crashed on {} ({}); repair the file or convert it to another format", file,
+                           reason);
+    return fmt::format("crashed while {} ({}); try other steps or another format", WorkState::Describe(), reason);
+}
+
+constexpr double kBytesPerGiB = 1024.0 * 1024.0 * 1024.0;
+
+/// @return whether the input at which the work crashed could be left out.
+bool LeaveOutCurrentInput(PrepareOptions& prepare)
+{
+    if (!prepare.keepGoing || WorkState::CurrentPhase() != Phase::Reading || prepare.inputs.size() < 2)
+        return false;
+    const auto input = std::find(prepare.inputs.begin(), prepare.inputs.end(), WorkState::CurrentFile());
+    if (input == prepare.inputs.end())
+        return false;
+    prepare.leftOut.push_back(*input);
+    prepare.inputs.erase(input);
+    return true;
+}
+
+}  // namespace
+
+std::uint64_t MemoryLimitOf(const Options& options)
+{
+    return options.memoryLimit > 0 ? static_cast<std::uint64_t>(options.memoryLimit * kBytesPerGiB)
+                                   : DefaultMemoryLimit();
+}
+
+std::string OutOfMemoryText(const Options& options)
+{
+    return fmt::format("{} needs more than {:.3g} GiB; raise --memory-limit or use a smaller model",
+                       WorkState::Describe(), static_cast<double>(MemoryLimitOf(options)) / kBytesPerGiB);
+}
+
+int RunIsolated(const Options& options, std::ostream& errors, const std::function<int(const Options&)>& run)
+{
+    Options now = options;
+    for (;;)
+    {
+        WorkState::Reset();
+        const ChildResult result = RunInChildProcess(MemoryLimitOf(now), [&now, &run] {
+            WorkState::WatchMemory();
+            return run(now);
+        });
+        if (result.killedBy == 0)
+            return result.status;
+
+        WorkState::RemoveTemporaryFolder();
+        if (result.interruptedBy != 0)
+        {
+            errors << "sceneprep: stopped; nothing has been written\n";
+            return kStoppedBySignal + result.interruptedBy;
+        }
+        const bool memory = WorkState::RanOutOfMemory();
+        errors << "sceneprep: " << (memory ? OutOfMemoryText(now) : CrashText(result.killedBy)) << '\n';
+        if (!LeaveOutCurrentInput(now.prepare))
+            return kUnusable;
+    }
+}
+
+}  // namespace Sceneprep

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <importing/plugin/SceneContainer.h>
+#include <sceneprep/Options.h>
+#include <sceneprep/Pipeline.h>
+#include <sceneprep/PluginLibrary.h>
+#include <sceneprep/Textures.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Sceneprep
+{
+
+/// Model files as one scene.
+struct LoadedInputs
+{
+    std::unique_ptr<Importing::SceneContainer> scene;
+    Textures textures;
+    std::vector<StepResult> steps;
+    std::vector<std::string> notes;              ///< what was left out of the models
+    std::vector<std::filesystem::path> inputs;   ///< that were read
+    std::vector<std::filesystem::path> leftOut;  ///< that could not be read
+    std::vector<std::string> problems;           ///< why, one line each
+};
+
+/// Reads the inputs in order and appends all others to the first. With keepGoing an input that cannot be read is left
+/// out.
+/// @throws ToolError when an input cannot be read, or with keepGoing none can.
+LoadedInputs LoadInputs(const PrepareOptions& options, const PluginLibrary& plugin, Progress& progress);
+
+}  // namespace Sceneprep

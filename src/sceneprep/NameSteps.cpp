@@ -1,0 +1,66 @@
+#include <sceneprep/NameSteps.h>
+
+#include <sceneprep/SceneStats.h>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+using Importing::SceneContainer;
+
+template <typename Record>
+std::vector<std::string> NamesOf(std::vector<Record>& library)
+{
+    std::vector<std::string> names;
+    names.reserve(library.size());
+    for (Record& record : library)
+        names.push_back(record.GetName());
+    return names;
+}
+
+/// Records that merging emptied are renamed with the others, but nobody sees them.
+template <typename Record>
+bool IsSeen(const Record& record)
+{
+    if constexpr (requires { IsEmptied(record); })
+        return !IsEmptied(record);
+    else
+        return true;
+}
+
+/// @return how many records of the library have another name after the renaming.
+template <typename Record, typename Rename>
+std::size_t CountRenamed(std::vector<Record>& library, Rename rename)
+{
+    const std::vector<std::string> before = NamesOf(library);
+    rename();
+    std::size_t renamed = 0;
+    for (std::size_t i = 0; i < library.size(); ++i)
+        renamed += IsSeen(library[i]) && library[i].GetName() != before[i] ? 1 : 0;
+    return renamed;
+}
+
+}  // namespace
+
+Changes MakeNamesUnique(SceneContainer& scene)
+{
+    return {
+        {"nodes renamed", CountRenamed(scene.NodeLibrary, [&scene] { scene.MakeNodeNamesUnambiguous(); })},
+        {"meshes renamed", CountRenamed(scene.GeometryLibrary, [&scene] { scene.MakeGeometryNamesUnambiguous(); })},
+        {"materials renamed", CountRenamed(scene.MaterialLibrary, [&scene] { scene.MakeMaterialNamesUnambiguous(); })}};
+}
+
+Changes NameSurfaces(SceneContainer& scene)
+{
+    return {{"surfaces renamed", CountRenamed(scene.SurfaceLibrary, [&scene] { scene.CreateSurfaceNames(); })}};
+}
+
+Changes MakeSurfaceNamesUnique(SceneContainer& scene)
+{
+    return {
+        {"surfaces renamed", CountRenamed(scene.SurfaceLibrary, [&scene] { scene.MakeSurfaceNamesUnambiguous(); })}};
+}
+
+}  // namespace Sceneprep

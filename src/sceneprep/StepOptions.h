@@ -1,0 +1,30 @@
+#pragma once
+
+#include <sceneprep/UVMapping.h>
+
+#include <vector>
+
+namespace Sceneprep
+{
+
+/// Which steps `prepare` runs, in the order in which it runs them.
+struct StepOptions
+{
+    bool resolveInstances = false;
+    bool repairMirrors = false;
+    bool checkOrientation = false;
+    bool fixCulling = false;
+    bool weld = false;
+    bool normals = false;
+    bool unifyNormals = false;
+    std::vector<UVMapping> uvs = {};
+    bool flatten = false;
+    int minSurfaces = 2;           ///< for flatten
+    int maxVertices = -1;          ///< for flatten; negative: no limit
+    bool ignoreAnimation = false;  ///< for flatten
+    bool surfaceNames = false;
+    bool uniqueNames = false;
+    bool collisionOffsets = false;
+};
+
+}  // namespace Sceneprep

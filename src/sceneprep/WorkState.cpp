@@ -1,0 +1,102 @@
+#include <sceneprep/WorkState.h>
+
+#include <fmt/format.h>
+#include <sys/mman.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <new>
+#include <system_error>
+
+namespace Sceneprep::WorkState
+{
+
+namespace
+{
+
+using Text = std::array<char, 4001>;
+
+struct Record
+{
+    Phase phase = Phase::Starting;
+    bool ranOutOfMemory = false;
+    Text file = {};
+    Text temporaryFolder = {};
+};
+
+Record* MapRecord()
+{
+    void* memory = mmap(nullptr, sizeof(Record), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED)
+        throw std::bad_alloc();
+    return new (memory) Record;
+}
+
+Record& Shared()
+{
+    static Record* const record = MapRecord();
+    return *record;
+}
+
+void Store(Text& target, const std::string& text)
+{
+    const std::size_t length = std::min(text.size(), target.size() - 1);
+    std::memcpy(target.data(), text.data(), length);
+    target[length] = '\0';
+}
+
+const char* Verb(Phase phase)
+{
+    switch (phase)
+    {
+        case Phase::Reading:
+            return "reading";
+        case Phase::Writing:
+            return "writing";
+        case Phase::Starting:
+        case Phase::Preparing:
+            break;
+    }
+    return "preparing";
+}
+
+}  // namespace
+
+void Reset() { Shared() = {}; }
+
+void Enter(Phase phase, const std::filesystem::path& file)
+{
+    Shared().phase = phase;
+    Store(Shared().file, file.string());
+}
+
+Phase CurrentPhase() { return Shared().phase; }
+
+std::filesystem::path CurrentFile() { return Shared().file.data(); }
+
+std::string Describe() { return fmt::format("{} {}", Verb(CurrentPhase()), CurrentFile().string()); }
+
+void WatchMemory()
+{
+    std::set_new_handler([] {
+        Shared().ranOutOfMemory = true;
+        throw std::bad_alloc();
+    });
+}
+
+bool RanOutOfMemory() { return Shared().ranOutOfMemory; }
+
+void SetTemporaryFolder(const std::filesystem::path& folder) { Store(Shared().temporaryFolder, folder.string()); }
+
+void RemoveTemporaryFolder()
+{
+    const std::filesystem::path folder = Shared().temporaryFolder.data();
+    if (folder.empty())
+        return;
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored);
+    SetTemporaryFolder({});
+}
+
+}  // namespace Sceneprep::WorkState

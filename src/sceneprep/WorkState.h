@@ -1,0 +1,48 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace Sceneprep
+{
+
+/// What the work is at, kept where the process that watches over it can see it even after a crash.
+///
+/// One record a program, in memory that child processes share. It has to be touched once before the first of them.
+namespace WorkState
+{
+
+enum class Phase
+{
+    Starting,
+    Reading,
+    Preparing,
+    Writing
+};
+
+/// The work begins: nothing is known yet.
+void Reset();
+
+/// The work turns to another phase, or another file. Paths beyond 4,000 bytes are cut.
+void Enter(Phase phase, const std::filesystem::path& file);
+
+Phase CurrentPhase();
+std::filesystem::path CurrentFile();
+
+/// @return as "reading car.obj".
+std::string Describe();
+
+/// From now on this process keeps in mind when it asked for more memory than it may have. The model library swallows
+/// that and gives other reasons.
+void WatchMemory();
+bool RanOutOfMemory();
+
+/// A folder that is to be removed when the work ends early; an empty path when there is none any more.
+void SetTemporaryFolder(const std::filesystem::path& folder);
+
+/// Removes the temporary folder that was left behind, if any.
+void RemoveTemporaryFolder();
+
+}  // namespace WorkState
+
+}  // namespace Sceneprep

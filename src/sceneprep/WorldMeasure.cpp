@@ -1,0 +1,121 @@
+#include <sceneprep/WorldMeasure.h>
+
+#include <importing/base/CheckedAccess.h>
+#include <sceneprep/Hierarchy.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+using Importing::At;
+using Point = std::array<double, 3>;
+
+Point Carry(const D3DXVECTOR3& p, const D3DXMATRIX& m)
+{
+    Point result{};
+    for (unsigned c = 0; c < 3; ++c)
+        result[c] = static_cast<double>(p.x) * m(0, c) + static_cast<double>(p.y) * m(1, c) +
+                    static_cast<double>(p.z) * m(2, c) + m(3, c);
+    return result;
+}
+
+Point Minus(const Point& a, const Point& b) { return {a[0] - b[0], a[1] - b[1], a[2] - b[2]}; }
+
+Point Cross(const Point& a, const Point& b)
+{
+    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
+}
+
+double Dot(const Point& a, const Point& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
+
+bool IsFinite(const Point& p) { return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]); }
+
+void Extend(WorldMeasure& measure, const Point& point)
+{
+    for (unsigned axis = 0; axis < 3; ++axis)
+    {
+        measure.min[axis] = std::min(measure.min[axis], point[axis]);
+        measure.max[axis] = std::max(measure.max[axis], point[axis]);
+    }
+}
+
+void AddTriangle(WorldMeasure& measure, const Point& a, const Point& b, const Point& c, double handedness)
+{
+    ++measure.triangles;
+    if (!IsFinite(a) || !IsFinite(b) || !IsFinite(c))
+    {
+        ++measure.broken;
+        return;
+    }
+    for (const Point& corner : {a, b, c})
+        Extend(measure, corner);
+    const Point across = Cross(Minus(b, a), Minus(c, a));
+    const double area = std::sqrt(Dot(across, across)) / 2;
+    measure.degenerate += area == 0 ? 1 : 0;
+    measure.area += area;
+    measure.volume += handedness * Dot(a, across) / 6;
+}
+
+void AddGeometry(WorldMeasure& measure, Importing::Geometry& geometry, const D3DXMATRIX& world)
+{
+    if (geometry.GetPolySize() != 3)
+        return;
+    std::vector<Point> points;
+    points.reserve(geometry.VertexArray.size());
+    for (Importing::Vertex& vertex : geometry.VertexArray)
+        points.push_back(Carry(vertex.GetPosition(), world));
+
+    Importing::CheckIndices(geometry.IndexArray, points.size());
+    const double handedness = IsMirroring(world) ? -1 : 1;
+    const std::vector<std::uint32_t>& indices = geometry.IndexArray;
+    for (std::size_t i = 0; i + 2 < indices.size(); i += 3)
+        AddTriangle(measure, points[indices[i]], points[indices[i + 1]], points[indices[i + 2]], handedness);
+}
+
+}  // namespace
+
+double WorldMeasure::Diagonal() const
+{
+    const Point across = Minus(max, min);
+    return std::sqrt(Dot(across, across));
+}
+
+double WorldMeasure::Extent() const
+{
+    double largest = Diagonal();
+    for (unsigned axis = 0; axis < 3; ++axis)
+        largest = std::max({largest, std::fabs(min[axis]), std::fabs(max[axis])});
+    return largest;
+}
+
+WorldMeasure Measure(Importing::SceneContainer& scene)
+{
+    constexpr double kLargest = std::numeric_limits<double>::max();
+    WorldMeasure measure;
+    measure.min = {kLargest, kLargest, kLargest};
+    measure.max = {-kLargest, -kLargest, -kLargest};
+
+    const NodeWalk walk = WalkFromRoot(scene);
+    const std::vector<D3DXMATRIX> matrices = WorldMatricesOf(scene, walk);
+    for (const int node : walk.order)
+    {
+        for (const std::int32_t surface : At(scene.NodeLibrary, node).SurfaceList)
+        {
+            const int geometry = At(scene.SurfaceLibrary, surface).GetGeometryID();
+            if (geometry >= 0)
+                AddGeometry(measure, At(scene.GeometryLibrary, geometry), At(matrices, node));
+        }
+    }
+    if (measure.triangles == measure.broken)
+        measure.min = measure.max = {};
+    return measure;
+}
+
+}  // namespace Sceneprep

@@ -1,0 +1,105 @@
+#include <sceneprep/AppendModel.h>
+
+#include <gtest/gtest.h>
+#include <sceneprep/ExpectSameWorld.h>
+#include <support/SceneText.h>
+
+namespace
+{
+
+using namespace Sceneprep;
+using Importing::SceneContainer;
+using Support::Scene;
+using Support::ToText;
+
+/// A scene of one surface with one texture, as it was spelled.
+struct Model
+{
+    explicit Model(const std::string& text) : scene(Scene(text)) {}
+
+    void AddTexture(const std::string& spelling)
+    {
+        const int index = scene.AddTextureToLibrary(spelling, true);
+        Importing::Map map;
+        map.SetTextureID(index);
+        scene.SurfaceLibrary[0].MapList.push_back(map);
+        textures.spelling.emplace(scene.TextureLibrary[static_cast<std::size_t>(index)], spelling);
+    }
+
+    LoadedModel At(const char* file) { return {scene, textures, file}; }
+
+    std::string TextureOf(std::size_t surface, std::size_t map)
+    {
+        return scene.TextureLibrary.at(
+            static_cast<std::size_t>(scene.SurfaceLibrary.at(surface).MapList.at(map).GetTextureID()));
+    }
+
+    SceneContainer scene;
+    Textures textures;
+};
+
+TEST(AppendModel, JoinsTheHierarchies)
+{
+    Model first("House[a]");
+    Model other("Tree@5,0,0[b]");
+    AppendModel(first.At("house.obj"), other.At("tree.obj"));
+    EXPECT_EQ(ToText(first.scene), "Root( House[a] Tree[b] ) | _");
+    EXPECT_EQ(Measure(first.scene).max[0], 7);
+}
+
+TEST(AppendModel, PicturesInTheFileAreCountedOn)
+{
+    Model first("A[a]");
+    first.AddTexture("*0");
+    first.textures.embedded = {{.fileName = "first"}};
+    Model other("B[b]");
+    other.AddTexture("*1");
+    other.AddTexture("*0");
+    other.textures.embedded = {{.fileName = "second"}, {.fileName = "third"}};
+    AppendModel(first.At("a.glb"), other.At("b.glb"));
+    EXPECT_EQ(first.TextureOf(0, 0), "*0");
+    EXPECT_EQ(first.TextureOf(1, 0), "*2");
+    EXPECT_EQ(first.TextureOf(1, 1), "*1");
+    ASSERT_EQ(first.textures.embedded.size(), 3U);
+    EXPECT_EQ(first.textures.embedded[1].fileName, "second");
+}
+
+TEST(AppendModel, FilesOfOneFolderAreShared)
+{
+    Model first("A[a]");
+    first.AddTexture("Wood.PNG");
+    Model other("B[b]");
+    other.AddTexture("wood.png");
+    AppendModel(first.At("in/a.obj"), other.At("in/b.obj"));
+    EXPECT_EQ(first.scene.TextureLibrary, (std::vector<std::string>{"wood.png"}));
+    EXPECT_EQ(first.TextureOf(1, 0), "wood.png");
+}
+
+TEST(AppendModel, FilesOfAnotherFolderAreNamedFromTheFirstOne)
+{
+    Model first("A[a]");
+    first.AddTexture("Wood.png");
+    Model other("B[b]");
+    other.AddTexture("Pictures/Wood.png");
+    other.AddTexture("/Absolute/Stone.png");
+    other.AddTexture("https://example.org/Sky.png");
+    AppendModel(first.At("models/house/a.obj"), other.At("models/trees/b.obj"));
+    EXPECT_EQ(first.TextureOf(1, 0), "../trees/pictures/wood.png");
+    EXPECT_EQ(first.textures.spelling.at("../trees/pictures/wood.png"), "../trees/Pictures/Wood.png");
+    EXPECT_EQ(first.TextureOf(1, 1), "/absolute/stone.png");
+    EXPECT_EQ(first.TextureOf(1, 2), "https://example.org/sky.png");
+}
+
+TEST(AppendModel, AStarWithoutNumberIsAFileName)
+{
+    Model first("A[a]");
+    first.textures.embedded = {{.fileName = "first"}};
+    Model other("B[b]");
+    other.AddTexture("*");
+    other.AddTexture("*1a");
+    AppendModel(first.At("a.glb"), other.At("b.glb"));
+    EXPECT_EQ(first.TextureOf(1, 0), "*");
+    EXPECT_EQ(first.TextureOf(1, 1), "*1a");
+}
+
+}  // namespace

@@ -1,0 +1,127 @@
+#include <sceneprep/Isolation.h>
+
+#include <gtest/gtest.h>
+#include <sceneprep/Error.h>
+#include <sceneprep/TestFiles.h>
+#include <sceneprep/WorkState.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <sstream>
+
+namespace
+{
+
+using namespace Sceneprep;
+using namespace SceneprepTests;
+using WorkState::Phase;
+
+int Crash()
+{
+    std::signal(SIGSEGV, SIG_DFL);
+    return std::raise(SIGSEGV);
+}
+
+class IsolationTest : public testing::Test
+{
+protected:
+    int Run(const std::function<int(const Options&)>& work) { return RunIsolated(options_, errors_, work); }
+
+    Options options_;
+    std::ostringstream errors_;
+};
+
+TEST_F(IsolationTest, HandsTheStatusOn)
+{
+    EXPECT_EQ(Run([](const Options&) { return kUnusable; }), kUnusable);
+    EXPECT_EQ(errors_.str(), "");
+}
+
+TEST_F(IsolationTest, ACrashOfTheReaderNamesTheFile)
+{
+    EXPECT_EQ(Run([](const Options&) {
+                  WorkState::Enter(Phase::Reading, "model.obj");
+                  return Crash();
+              }),
+              kUnusable);
+    EXPECT_EQ(errors_.str(),
+              "sceneprep: the reader crashed on model.obj (Segmentation fault); repair the file or convert it to "
+              "another format\n");
+}
+
+TEST_F(IsolationTest, ACrashOfTheWriterLeavesNothingBehind)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "half");
+    EXPECT_EQ(Run([&folder](const Options&) {
+                  WorkState::Enter(Phase::Writing, "out.glb");
+                  WorkState::SetTemporaryFolder(folder / "half");
+                  return Crash();
+              }),
+              kUnusable);
+    EXPECT_EQ(errors_.str(),
+              "sceneprep: crashed while writing out.glb (Segmentation fault); try other steps or another format\n");
+    EXPECT_EQ(folder.CountEntries(), 0U);
+}
+
+/// Crashes on bad.off; otherwise 1 when an input was left out.
+int ReadInputs(const Options& options)
+{
+    for (const std::filesystem::path& input : options.prepare.inputs)
+    {
+        WorkState::Enter(Phase::Reading, input);
+        if (input == "bad.off")
+            Crash();
+    }
+    return options.prepare.leftOut.empty() ? kDone : kUnusable;
+}
+
+TEST_F(IsolationTest, ToKeepGoingTheWorkStartsAgainWithoutTheInput)
+{
+    options_.prepare.inputs = {"a.obj", "bad.off", "b.obj", "bad.off"};
+    options_.prepare.keepGoing = true;
+    EXPECT_EQ(Run(ReadInputs), kUnusable);
+    const std::string lines = errors_.str();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 2);
+}
+
+TEST_F(IsolationTest, TheLastInputIsNotLeftOut)
+{
+    options_.prepare.inputs = {"bad.off"};
+    options_.prepare.keepGoing = true;
+    EXPECT_EQ(Run(ReadInputs), kUnusable);
+    const std::string lines = errors_.str();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 1);
+}
+
+TEST_F(IsolationTest, AStopRequestEndsTheWorkAndCleansUp)
+{
+    for (const int signal : {SIGINT, SIGTERM})
+    {
+        const TemporaryFolder folder;
+        std::filesystem::create_directory(folder / "half");
+        const pid_t self = getpid();
+        EXPECT_EQ(Run([&folder, self, signal](const Options&) {
+                      WorkState::SetTemporaryFolder(folder / "half");
+                      kill(self, signal);
+                      for (;;)
+                          pause();
+                      return kDone;
+                  }),
+                  128 + signal);
+        EXPECT_EQ(folder.CountEntries(), 0U);
+    }
+    EXPECT_EQ(errors_.str(),
+              "sceneprep: stopped; nothing has been written\nsceneprep: stopped; nothing has been written\n");
+}
+
+TEST_F(IsolationTest, MemoryIsLimitedAsAsked)
+{
+    options_.memoryLimit = 0.5;
+    EXPECT_EQ(MemoryLimitOf(options_), std::uint64_t{1} << 29);
+    options_.memoryLimit = 0;
+    EXPECT_GT(MemoryLimitOf(options_), std::uint64_t{1} << 20);
+}
+
+}  // namespace

@@ -1,0 +1,138 @@
+#include <sceneprep/Prepare.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sceneprep/Error.h>
+#include <sceneprep/TestFiles.h>
+#include <nlohmann/json.hpp>
+
+#include <sstream>
+
+namespace
+{
+
+using namespace Sceneprep;
+using namespace SceneprepTests;
+using testing::HasSubstr;
+
+/// The program's Prepare() on files of one folder.
+class PrepareTest : public testing::Test
+{
+protected:
+    PrepareTest()
+    {
+        options_.inputs = {WriteSmallObj(folder_)};
+        options_.output = folder_ / "out.glb";
+    }
+
+    int Run() { return Prepare(options_, plugin_, out_, errors_, progress_); }
+
+    std::string RunError()
+    {
+        try
+        {
+            Run();
+        }
+        catch (const ToolError& error)
+        {
+            return error.what();
+        }
+        return "no error";
+    }
+
+    PluginLibrary plugin_{SCENEPREP_PLUGIN};
+    TemporaryFolder folder_;
+    PrepareOptions options_;
+    std::ostringstream out_;
+    std::ostringstream errors_;
+    std::ostringstream told_;
+    Progress progress_{told_, false};
+};
+
+TEST_F(PrepareTest, WritesTheOutputAndReports)
+{
+    options_.steps.weld = true;
+    EXPECT_EQ(Run(), kDone);
+    EXPECT_EQ(ReadText(folder_ / "out.glb").substr(0, 4), "glTF");
+    EXPECT_THAT(out_.str(), HasSubstr("The result shows the same world.\n"));
+    EXPECT_THAT(out_.str(), HasSubstr("\nWeld "));
+    EXPECT_THAT(out_.str(), HasSubstr("  0 vertices removed\n"));
+    EXPECT_EQ(errors_.str(), "");
+}
+
+TEST_F(PrepareTest, JsonHoldsTheSame)
+{
+    options_.jsonFile = folder_ / "report.json";
+    options_.steps.collisionOffsets = true;
+    Run();
+    const auto json = nlohmann::json::parse(ReadText(options_.jsonFile));
+    EXPECT_EQ(json["inputs"], (std::vector<std::string>{options_.inputs[0].string()}));
+    EXPECT_EQ(json["output"], options_.output.string());
+    EXPECT_EQ(json["steps"][1]["name"], "Compute collision offsets");
+    EXPECT_EQ(json["steps"][2]["name"], "Export");
+    EXPECT_EQ(json["before"]["counts"]["triangles"], 3);
+    EXPECT_EQ(json["notes"].size(), 1U);
+    EXPECT_TRUE(json["differences"].empty());
+}
+
+TEST_F(PrepareTest, InputsThatCannotBeReadAreLeftOutAndTold)
+{
+    options_.inputs.emplace_back(folder_.Write("broken.glb", "no glTF at all"));
+    options_.keepGoing = true;
+    EXPECT_EQ(Run(), kUnusable);
+    EXPECT_THAT(errors_.str(), testing::MatchesRegex("sceneprep: cannot read [^\n]*broken.glb[^\n]*\n"));
+    EXPECT_TRUE(std::filesystem::exists(options_.output));
+}
+
+TEST_F(PrepareTest, BadPathsAreToldBeforeTheWork)
+{
+    options_.jsonFile = folder_ / "no/report.json";
+    EXPECT_THAT(RunError(), HasSubstr("there is no folder"));
+    options_.jsonFile.clear();
+    options_.inputs.emplace_back(folder_ / "none.obj");
+    EXPECT_THAT(RunError(), HasSubstr("none.obj: there is no such file"));
+    EXPECT_EQ(told_.str(), "");
+}
+
+/// A face that points against the normals of its file.
+std::filesystem::path WriteInsideOut(const TemporaryFolder& folder)
+{
+    return folder.Write("inside.obj", "v 0 0 1\nv 1 0 1\nv 0 1 1\nvn 0 0 -1\no Face\nf 1//1 2//1 3//1\n");
+}
+
+TEST_F(PrepareTest, FacesThatWereAskedToTurnAreNoDifference)
+{
+    options_.inputs = {WriteInsideOut(folder_)};
+    options_.steps.fixCulling = true;
+    options_.strict = true;
+    EXPECT_EQ(Run(), kDone);
+    EXPECT_THAT(out_.str(), HasSubstr("  1 triangles turned\n"));
+}
+
+/// Two triangles that share three corners in places that welding takes for one.
+std::filesystem::path WriteNearlyEqual(const TemporaryFolder& folder)
+{
+    return folder.Write("near.obj",
+                        "v 10000 0 0\nv 10000.05 0 0\nv 10000 0 0.01\nvn 0 1 0\no Face\nf 1//1 3//1 2//1\n");
+}
+
+TEST_F(PrepareTest, StrictWritesNothingThatShowsAnotherWorld)
+{
+    options_.inputs = {WriteNearlyEqual(folder_)};
+    options_.steps.weld = true;
+    options_.strict = true;
+    EXPECT_THAT(RunError(), HasSubstr("would show another world (bounds moved by 0.0"));
+    EXPECT_FALSE(std::filesystem::exists(options_.output));
+    options_.strict = false;
+    EXPECT_EQ(Run(), kDone);
+    EXPECT_THAT(out_.str(), HasSubstr("The result shows another world:\n  bounds moved by"));
+}
+
+TEST_F(PrepareTest, TrianglesWithoutAreaAreTold)
+{
+    options_.inputs = {folder_.Write("flat.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 2 0 0\nf 1 2 3\nf 1 2 4\n")};
+    Run();
+    EXPECT_THAT(told_.str(), HasSubstr("note: triangles have no area (1)\n"));
+}
+
+}  // namespace

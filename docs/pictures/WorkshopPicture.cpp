@@ -54,9 +54,8 @@ Image DrawWorkshop(const std::filesystem::path& sceneFile, std::ostream& counts)
     std::ostringstream unheard;
     Sceneprep::Progress progress(unheard, false);
     SceneContainer scene;
-    Sceneprep::ImportOptions options;
-    options.separateGeometries = true;
-    Sceneprep::ImportModel(sceneFile, options, scene, progress);
+    Sceneprep::ImportModel(sceneFile, scene, progress);
+    scene.ResolveGeomInstances();
 
     const Sceneprep::SceneStats before = Sceneprep::CountScene(scene);
     Panel left{DrawStreet(scene, [](int, std::size_t listing) { return Painted(DistinctColor(listing)); }),

@@ -38,7 +38,7 @@ void Inspect(const Options& options, std::ostream& out, Progress& progress)
     const std::unique_ptr<Importing::SceneContainer> scene = plugin.CreateScene();
     WorkState::Enter(WorkState::Phase::Reading, inspect.input);
     ImportedModel model;
-    RunStep("Import", progress, [&] { model = ImportModel(inspect.input, {}, *scene, progress); });
+    RunStep("Import", progress, [&] { model = ImportModel(inspect.input, *scene, progress); });
     for (const std::string& note : model.notes)
         progress.Note(note);
     progress.Clear();

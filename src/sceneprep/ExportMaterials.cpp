@@ -5,8 +5,9 @@
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/Conversions.h>
 #include <sceneprep/MapTypes.h>
+#include <sceneprep/MaterialKey.h>
+#include <sceneprep/TextureReferences.h>
 
-#include <algorithm>
 #include <cstring>
 
 namespace Sceneprep
@@ -19,24 +20,7 @@ using Importing::Map;
 using Importing::Material;
 using Importing::Surface;
 
-/// What makes two surfaces' materials the same in the file. Bit by bit where numbers are concerned.
-std::string ContentKey(Surface& surface)
-{
-    std::string key = std::to_string(surface.GetMaterialID());
-    for (Map& map : surface.MapList)
-    {
-        std::uint32_t amount = 0;
-        const float value = map.GetAmount();
-        std::memcpy(&amount, &value, sizeof(amount));
-        key += fmt::format("|{},{},{},{}", map.GetTextureID(), map.GetType(), map.GetUVSetIndex(), amount);
-    }
-    return key;
-}
-
-/// The opposite of how glTF's roughness turns into a power on import.
-float RoughnessOf(float power) { return 1 - std::clamp(power / 1000, 0.0F, 1.0F); }
-
-void AddColors(Material& material, const WriteFormat& format, aiMaterial& target)
+void AddColors(Material& material, aiMaterial& target)
 {
     // Opacity carries the transparency alone: an alpha beside it would count twice.
     const D3DXCOLOR diffuse = material.GetDiffuse();
@@ -50,11 +34,6 @@ void AddColors(Material& material, const WriteFormat& format, aiMaterial& target
     target.AddProperty(&emissive, 1, AI_MATKEY_COLOR_EMISSIVE);
     target.AddProperty(&power, 1, AI_MATKEY_SHININESS);
     target.AddProperty(&opacity, 1, AI_MATKEY_OPACITY);
-    if (format.IsGltf())
-    {
-        const float roughness = RoughnessOf(power);
-        target.AddProperty(&roughness, 1, AI_MATKEY_ROUGHNESS_FACTOR);
-    }
     const int shading = aiShadingMode_Phong;
     target.AddProperty(&shading, 1, AI_MATKEY_SHADING_MODEL);
 }
@@ -68,7 +47,7 @@ MaterialExporter::MaterialExporter(Importing::SceneContainer& scene, const Textu
 
 unsigned MaterialExporter::Find(Surface& surface)
 {
-    const auto [found, isNew] = indexByContent_.emplace(ContentKey(surface), static_cast<unsigned>(materials_.size()));
+    const auto [found, isNew] = indexByContent_.emplace(MaterialKey(surface), static_cast<unsigned>(materials_.size()));
     if (isNew)
         materials_.push_back(Convert(surface));
     return found->second;
@@ -92,7 +71,7 @@ std::unique_ptr<aiMaterial> MaterialExporter::Convert(Surface& surface)
     auto target = std::make_unique<aiMaterial>();
     const aiString name(NameFor(material.GetName()));
     target->AddProperty(&name, AI_MATKEY_NAME);
-    AddColors(material, format_, *target);
+    AddColors(material, *target);
     AddMaps(surface, *target);
     return target;
 }
@@ -109,13 +88,6 @@ std::string MaterialExporter::NameFor(const std::string& name)
     return unique;
 }
 
-std::string MaterialExporter::SpellingOf(int texture) const
-{
-    const std::string& reference = Importing::At(scene_.TextureLibrary, texture);
-    const auto found = textures_.spelling.find(reference);
-    return found == textures_.spelling.end() ? reference : found->second;
-}
-
 void MaterialExporter::AddMaps(Surface& surface, aiMaterial& target) const
 {
     std::map<aiTextureType, unsigned> layers;
@@ -125,7 +97,7 @@ void MaterialExporter::AddMaps(Surface& surface, aiMaterial& target) const
         if (!type || map.GetTextureID() < 0)
             continue;
         const unsigned layer = layers[*type]++;
-        const aiString file(SpellingOf(map.GetTextureID()));
+        const aiString file(SpellingOf(textures_, Importing::At(scene_.TextureLibrary, map.GetTextureID())));
         const int uvSet = static_cast<int>(map.GetUVSetIndex());
         const float amount = map.GetAmount();
         target.AddProperty(&file, AI_MATKEY_TEXTURE(*type, layer));

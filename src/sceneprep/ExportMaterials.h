@@ -29,7 +29,6 @@ public:
 private:
     std::unique_ptr<aiMaterial> Convert(Importing::Surface& surface);
     std::string NameFor(const std::string& name);
-    std::string SpellingOf(int texture) const;
     void AddMaps(Importing::Surface& surface, aiMaterial& target) const;
 
     Importing::SceneContainer& scene_;

@@ -9,7 +9,6 @@
 #include <sceneprep/ExportObjects.h>
 #include <sceneprep/Hierarchy.h>
 #include <sceneprep/ImportAnimations.h>
-#include <sceneprep/SurfaceExtras.h>
 
 #include <algorithm>
 #include <map>
@@ -138,19 +137,11 @@ private:
         }
         if (shown.size() == 1)
         {
-            ShowSurface(*shown.front(), target);
+            SetMesh(target, SharedMesh(*shown.front()));
             return;
         }
         for (Surface* surface : shown)
-            ShowSurface(*surface, AddChild(target, surface->GetName()));
-    }
-
-    void ShowSurface(Surface& surface, std::size_t target)
-    {
-        const unsigned mesh = SharedMesh(surface);
-        SetMesh(target, mesh);
-        if (format_.HoldsExtras())
-            SetExtras(surface, *meshes_[mesh], *nodes_[target].node);
+            SetMesh(AddChild(target, surface->GetName()), SharedMesh(*surface));
     }
 
     unsigned SharedMesh(Surface& surface)

@@ -49,11 +49,9 @@ std::map<std::string, WriteFormat> FormatsByExtension()
 
 bool WriteFormat::IsFlat() const { return IsOneOf(extension, {"obj", "ply", "stl"}); }
 
-bool WriteFormat::HoldsCamerasAndLights() const { return !IsFlat() && !IsGltf(); }
+bool WriteFormat::HoldsCamerasAndLights() const { return !IsFlat(); }
 
 bool WriteFormat::IsGltf() const { return IsOneOf(extension, {"gltf", "glb"}); }
-
-bool WriteFormat::HoldsExtras() const { return IsGltf() && id.ends_with('2'); }
 
 bool WriteFormat::HoldsLineBreaks() const { return IsGltf(); }
 

@@ -20,8 +20,6 @@ struct WriteFormat
     /// False where the exporter drops them.
     bool HoldsCamerasAndLights() const;
     bool IsGltf() const;
-    /// Whether nodes can carry values of their own, and the tool writes them.
-    bool HoldsExtras() const;
     /// False where a name that goes over several lines would break the file.
     bool HoldsLineBreaks() const;
     bool IsObj() const;

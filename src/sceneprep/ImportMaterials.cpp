@@ -3,6 +3,7 @@
 #include <assimp/material.h>
 #include <sceneprep/Conversions.h>
 #include <sceneprep/MapTypes.h>
+#include <sceneprep/Roughness.h>
 
 #include <algorithm>
 
@@ -43,7 +44,10 @@ Material ConvertMaterial(const aiMaterial& source)
     material.SetSpecular(ColorOr(source, AI_MATKEY_COLOR_SPECULAR, material.GetSpecular()));
     material.SetEmissive(ColorOr(source, AI_MATKEY_COLOR_EMISSIVE, material.GetEmissive()));
     float power = 0;
-    if (source.Get(AI_MATKEY_SHININESS, power) == aiReturn_SUCCESS)
+    float roughness = 0;
+    if (source.Get(AI_MATKEY_ROUGHNESS_FACTOR, roughness) == aiReturn_SUCCESS)
+        material.SetSpecularPower(PowerOf(roughness));
+    else if (source.Get(AI_MATKEY_SHININESS, power) == aiReturn_SUCCESS)
         material.SetSpecularPower(power);
     material.SetOpacity(OpacityOf(source));
     return material;

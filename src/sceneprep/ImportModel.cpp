@@ -195,8 +195,7 @@ void CheckReadable(const std::filesystem::path& file)
                                     file.string(), file.extension().string()));
 }
 
-ImportedModel ImportModel(const std::filesystem::path& file, const ImportOptions& options, SceneContainer& scene,
-                          Progress& progress)
+ImportedModel ImportModel(const std::filesystem::path& file, SceneContainer& scene, Progress& progress)
 {
     Assimp::Importer importer;
     const aiScene& source = Read(file, importer, progress);
@@ -204,8 +203,6 @@ ImportedModel ImportModel(const std::filesystem::path& file, const ImportOptions
     ImportedModel model;
     scene.SetName(file.stem().string());
     const NodeNames nodes = SceneImporter(source, scene, model).ImportNodes();
-    if (options.separateGeometries)
-        scene.ResolveGeomInstances();
     ImportCameras(source, nodes, scene);
     ImportLights(source, nodes, scene);
     model.textures.embedded = ImportEmbeddedTextures(source);

@@ -11,12 +11,6 @@
 namespace Sceneprep
 {
 
-struct ImportOptions
-{
-    /// Calls SceneContainer::ResolveGeomInstances() behind the import; otherwise meshes that nodes share stay shared.
-    bool separateGeometries = false;
-};
-
 /// What a model file holds beside the scene.
 struct ImportedModel
 {
@@ -36,7 +30,6 @@ void CheckReadable(const std::filesystem::path& file);
 /// lines, skins and vertex colours are left out.
 ///
 /// @throws ToolError when there is no such file, its format is not known, or it cannot be read.
-ImportedModel ImportModel(const std::filesystem::path& file, const ImportOptions& options,
-                          Importing::SceneContainer& scene, Progress& progress);
+ImportedModel ImportModel(const std::filesystem::path& file, Importing::SceneContainer& scene, Progress& progress);
 
 }  // namespace Sceneprep

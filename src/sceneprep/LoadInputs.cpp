@@ -22,8 +22,8 @@ void LoadInput(const fs::path& file, const PluginLibrary& plugin, Progress& prog
     std::unique_ptr<Importing::SceneContainer> scene = plugin.CreateScene();
     ImportedModel model;
     WorkState::Enter(WorkState::Phase::Reading, file);
-    loaded.steps.push_back(RunStep("Import " + file.filename().string(), progress,
-                                   [&] { model = ImportModel(file, {}, *scene, progress); }));
+    loaded.steps.push_back(
+        RunStep("Import " + file.filename().string(), progress, [&] { model = ImportModel(file, *scene, progress); }));
     WorkState::Enter(WorkState::Phase::Preparing, file);
 
     loaded.notes.insert(loaded.notes.end(), model.notes.begin(), model.notes.end());

@@ -11,9 +11,6 @@ namespace Sceneprep
 namespace
 {
 
-constexpr const char* kCollisionOffset = "collisionOffset";
-constexpr const char* kSurfaceName = "surfaceName";
-
 const aiMetadataEntry* Find(const aiNode& node, const std::string& key)
 {
     for (unsigned i = 0; node.mMetaData != nullptr && i < node.mMetaData->mNumProperties; ++i)
@@ -50,25 +47,11 @@ std::optional<int> NumberIn(const aiMetadataEntry& entry)
 
 }  // namespace
 
-void SetExtras(Importing::Surface& surface, const aiMesh& mesh, aiNode& node)
-{
-    const std::string name = surface.GetName();
-    const bool hasName = !name.empty() && name != mesh.mName.C_Str();
-    if (surface.GetCollisionOffset() == 0 && !hasName)
-        return;
-    if (node.mMetaData == nullptr)
-        node.mMetaData = new aiMetadata();  // the node owns it
-    if (surface.GetCollisionOffset() != 0)
-        node.mMetaData->Add(kCollisionOffset, static_cast<std::int32_t>(surface.GetCollisionOffset()));
-    if (hasName)
-        node.mMetaData->Add(kSurfaceName, aiString(name));
-}
-
 void ApplyExtras(const aiNode& node, Importing::Surface& surface)
 {
-    if (const aiMetadataEntry* entry = Find(node, kCollisionOffset))
+    if (const aiMetadataEntry* entry = Find(node, kCollisionOffsetExtra))
         surface.SetCollisionOffset(NumberIn(*entry).value_or(surface.GetCollisionOffset()));
-    const aiMetadataEntry* name = Find(node, kSurfaceName);
+    const aiMetadataEntry* name = Find(node, kSurfaceNameExtra);
     if (name != nullptr && name->mType == AI_AISTRING)
         surface.SetName(static_cast<aiString*>(name->mData)->C_Str());
 }

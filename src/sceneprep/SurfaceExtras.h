@@ -6,11 +6,10 @@
 namespace Sceneprep
 {
 
-/// What a surface carries beyond mesh and material travels as a node's extras, in formats that have such:
-/// "collisionOffset", a number, where it is not 0; "surfaceName", where it is not the mesh's name already.
-
-/// Gives the file's node, which shows this one surface, the surface's extras.
-void SetExtras(Importing::Surface& surface, const aiMesh& mesh, aiNode& node);
+/// What a surface carries beyond mesh and material travels as extras of the node that shows it, in formats that have
+/// such: the offset, a number, where it is not 0; the name where it is not the mesh's name already.
+inline constexpr const char* kCollisionOffsetExtra = "collisionOffset";
+inline constexpr const char* kSurfaceNameExtra = "surfaceName";
 
 /// Takes the surface's values from the node's extras; what is not there, or is no such value, stays.
 void ApplyExtras(const aiNode& node, Importing::Surface& surface);

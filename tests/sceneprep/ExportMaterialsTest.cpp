@@ -127,18 +127,6 @@ TEST_F(ExportMaterialsTest, NamesAreUniqueForObjAlone)
     }
 }
 
-TEST_F(ExportMaterialsTest, GltfGetsTheRoughnessThatThePowerStandsFor)
-{
-    const WriteFormat format = *FindWriteFormat("a.glb");
-    MaterialExporter exporter(scene_, textures_, format);
-    Surface surface = SurfaceOf(0);
-    exporter.Find(surface);
-    exporter.MoveTo(target_);
-    float roughness = 0;
-    EXPECT_EQ(target_.mMaterials[0]->Get(AI_MATKEY_ROUGHNESS_FACTOR, roughness), aiReturn_SUCCESS);
-    EXPECT_EQ(roughness, 0.75F);  // 1 - 250 / 1000
-}
-
 TEST_F(ExportMaterialsTest, WithoutAMaterialTheDefaultOneIsTaken)
 {
     const WriteFormat format = *FindWriteFormat("a.dae");

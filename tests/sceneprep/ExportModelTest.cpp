@@ -30,7 +30,7 @@ protected:
     SceneContainer Reimport(const std::string& name)
     {
         SceneContainer scene;
-        ImportModel(folder_ / name, {}, scene, progress_);
+        ImportModel(folder_ / name, scene, progress_);
         return scene;
     }
 
@@ -95,7 +95,7 @@ TEST_F(ExportModelTest, MeshesThatShareNoVertexCanBeWrittenToo)
 TEST_F(ExportModelTest, NormalsUVsAndMaterialsComeBack)
 {
     SceneContainer scene;
-    ImportModel(WriteSmallObj(folder_), {}, scene, progress_);
+    ImportModel(WriteSmallObj(folder_), scene, progress_);
     Export(scene, "out.glb");
     SceneContainer back = Reimport("out.glb");
     ASSERT_EQ(CountScene(back).materials, 2U);
@@ -158,9 +158,16 @@ TEST_F(ExportModelTest, ObjKeepsMaterialsOfOneNameApart)
 TEST_F(ExportModelTest, WhatTheFormatCannotHoldIsTold)
 {
     SceneContainer scene = Support::Scene("Root[a]{eye}");
-    const auto notes = Export(scene, "out.glb");
+    const auto notes = Export(scene, "out.ply");
     ASSERT_EQ(notes.size(), 1U);
     EXPECT_THAT(notes[0], testing::StartsWith("cameras and lights are left out: "));
+}
+
+TEST_F(ExportModelTest, GltfKeepsCameras)
+{
+    SceneContainer scene = Support::Scene("Root[a]{eye}");
+    EXPECT_TRUE(Export(scene, "out.glb").empty());
+    EXPECT_EQ(Reimport("out.glb").CameraLibrary.size(), 1U);
 }
 
 TEST_F(ExportModelTest, CompanionFilesComeAlongAndNothingElseStays)

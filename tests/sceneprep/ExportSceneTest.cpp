@@ -103,7 +103,7 @@ TEST(ExportScene, FormatsWithoutLightsGetNone)
 {
     SceneContainer scene = Scene("Root( A<sun> )");
     EXPECT_EQ(Build(scene, "a.dae")->mNumLights, 1U);
-    EXPECT_EQ(Build(scene, "a.glb")->mNumLights, 0U);
+    EXPECT_EQ(Build(scene, "a.obj")->mNumLights, 0U);
 }
 
 TEST(ExportScene, MovingNodesGetNamesOfTheirOwn)

@@ -43,7 +43,8 @@ TEST(Formats, UnknownEndingsAreNone)
 TEST(Formats, SayWhatTheyHold)
 {
     EXPECT_TRUE(FindWriteFormat("a.dae")->HoldsCamerasAndLights());
-    EXPECT_FALSE(FindWriteFormat("a.glb")->HoldsCamerasAndLights());
+    EXPECT_TRUE(FindWriteFormat("a.glb")->HoldsCamerasAndLights());
+    EXPECT_FALSE(FindWriteFormat("a.obj")->HoldsCamerasAndLights());
     EXPECT_FALSE(FindWriteFormat("a.glb")->IsFlat());
     EXPECT_TRUE(FindWriteFormat("a.stl")->IsFlat());
     EXPECT_TRUE(FindWriteFormat("a.obj")->IsObj());

@@ -20,11 +20,11 @@ using testing::HasSubstr;
 class ImportModelTest : public testing::Test
 {
 protected:
-    ImportedModel Import(const std::filesystem::path& file, bool separateGeometries = false)
+    ImportedModel Import(const std::filesystem::path& file)
     {
         std::ostringstream out;
         Progress progress(out, false);
-        return ImportModel(file, {.separateGeometries = separateGeometries}, scene_, progress);
+        return ImportModel(file, scene_, progress);
     }
 
     std::string ImportError(const std::filesystem::path& file)
@@ -109,16 +109,6 @@ TEST_F(ImportModelTest, SharedMeshesStayShared)
     EXPECT_EQ(scene_.SurfaceLibrary.size(), 3U);
     EXPECT_EQ(scene_.GeometryLibrary.size(), 1U);
     EXPECT_EQ(scene_.GetGeometryInstanceCount(0), 3);
-}
-
-TEST_F(ImportModelTest, OrEveryReferenceGetsItsOwn)
-{
-    Import(folder_.Write("shared.gltf", SharedMeshGltf()), true);
-    EXPECT_EQ(scene_.SurfaceLibrary.size(), 3U);
-    ASSERT_EQ(scene_.GeometryLibrary.size(), 3U);
-    for (int i = 0; i < 3; ++i)
-        EXPECT_EQ(scene_.GetGeometryInstanceCount(i), 1);
-    EXPECT_EQ(scene_.GeometryLibrary[2].VertexArray.size(), 3U);
 }
 
 TEST_F(ImportModelTest, MatricesAreTurnedIntoRowVectorForm)

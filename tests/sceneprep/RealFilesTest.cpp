@@ -62,7 +62,7 @@ protected:
     SceneContainer Import(const path& file)
     {
         SceneContainer scene;
-        ImportModel(file, {}, scene, progress_);
+        ImportModel(file, scene, progress_);
         return scene;
     }
 

@@ -8,41 +8,27 @@ namespace
 using namespace Sceneprep;
 using Importing::Surface;
 
-Surface MakeSurface(const char* name, int offset)
+TEST(SurfaceExtras, OffsetAndNameComeFromTheNode)
+{
+    aiNode node;
+    node.mMetaData = new aiMetadata();
+    node.mMetaData->Add(kCollisionOffsetExtra, std::int32_t{3});
+    node.mMetaData->Add(kSurfaceNameExtra, aiString("Box\r\nRed"));
+    Surface surface;
+    ApplyExtras(node, surface);
+    EXPECT_EQ(surface.GetName(), "Box\r\nRed");
+    EXPECT_EQ(surface.GetCollisionOffset(), 3);
+}
+
+TEST(SurfaceExtras, WithoutExtrasNothingChanges)
 {
     Surface surface;
-    surface.SetName(name);
-    surface.SetCollisionOffset(offset);
-    return surface;
-}
-
-aiMesh MeshCalled(const char* name)
-{
-    aiMesh mesh;
-    mesh.mName = name;
-    return mesh;
-}
-
-TEST(SurfaceExtras, OffsetAndNameTravelWithTheNode)
-{
-    Surface surface = MakeSurface("Box\r\nRed", 3);
-    aiNode node;
-    SetExtras(surface, MeshCalled("Box"), node);
-    Surface back = MakeSurface("Box", 0);
-    ApplyExtras(node, back);
-    EXPECT_EQ(back.GetName(), "Box\r\nRed");
-    EXPECT_EQ(back.GetCollisionOffset(), 3);
-}
-
-TEST(SurfaceExtras, WhatIsUsualNeedsNone)
-{
-    Surface surface = MakeSurface("Box", 0);
-    aiNode node;
-    SetExtras(surface, MeshCalled("Box"), node);
-    EXPECT_EQ(node.mMetaData, nullptr);
-    Surface nameless = MakeSurface("", 0);
-    SetExtras(nameless, MeshCalled("Box"), node);
-    EXPECT_EQ(node.mMetaData, nullptr);
+    surface.SetName("Box");
+    surface.SetCollisionOffset(2);
+    const aiNode node;
+    ApplyExtras(node, surface);
+    EXPECT_EQ(surface.GetName(), "Box");
+    EXPECT_EQ(surface.GetCollisionOffset(), 2);
 }
 
 TEST(SurfaceExtras, NumbersComeInSeveralTypes)
@@ -62,7 +48,9 @@ TEST(SurfaceExtras, NumbersComeInSeveralTypes)
 TEST(SurfaceExtras, ValuesOfOtherKindsAreLeft)
 {
     aiNode node;
-    Surface surface = MakeSurface("Box", 2);
+    Surface surface;
+    surface.SetName("Box");
+    surface.SetCollisionOffset(2);
     ApplyExtras(node, surface);
     node.mMetaData = new aiMetadata();
     node.mMetaData->Add("collisionOffset", aiString("many"));

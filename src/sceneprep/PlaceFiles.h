@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+
+namespace Sceneprep
+{
+
+/// A new folder that is gone, with all that is in it, at the end; also when the work is stopped from outside.
+///
+/// A folder and not just another name: some formats refer to companion files by names made of the file's own.
+class TemporaryFolder
+{
+public:
+    /// @throws ToolError when no folder can be made there.
+    explicit TemporaryFolder(const std::filesystem::path& parent);
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    const std::filesystem::path& Path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+/// Moves all files of a folder beside a file, that file last, once all of them are on the disk. Nobody can stop the
+/// program half way.
+/// @throws ToolError when one cannot be moved.
+void MoveIntoPlace(const std::filesystem::path& from, const std::filesystem::path& file);
+
+}  // namespace Sceneprep

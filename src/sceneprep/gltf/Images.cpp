@@ -1,0 +1,110 @@
+#include <sceneprep/gltf/Images.h>
+
+#include <fmt/format.h>
+#include <importing/base/CheckedAccess.h>
+#include <sceneprep/TextureReferences.h>
+#include <sceneprep/gltf/Utf8.h>
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace Sceneprep::Gltf
+{
+
+namespace
+{
+
+struct PictureKind
+{
+    const char* mimeType;
+    const char* extension;
+    std::string_view start;  ///< the file's first bytes
+};
+
+/// The kinds that every reader of the format knows.
+constexpr PictureKind kKinds[] = {{"image/png", "png", "\x89PNG"}, {"image/jpeg", "jpg", "\xFF\xD8\xFF"}};
+
+const PictureKind* KindOf(const EmbeddedTexture& picture)
+{
+    if (picture.height != 0)
+        return nullptr;
+    const auto* found = std::find_if(std::begin(kKinds), std::end(kKinds), [&](const PictureKind& kind) {
+        return picture.content.size() > kind.start.size() &&
+               std::equal(kind.start.begin(), kind.start.end(), picture.content.begin(),
+                          [](char a, unsigned char b) { return static_cast<unsigned char>(a) == b; });
+    });
+    return found == std::end(kKinds) ? nullptr : found;
+}
+
+}  // namespace
+
+std::string EncodeUri(const std::string& reference)
+{
+    constexpr std::string_view kAllowed = "-._~/!$&'()*+,;=@";
+    std::string uri;
+    for (const char letter : reference)
+    {
+        const auto byte = static_cast<unsigned char>(letter);
+        if (letter == '\\')
+            uri += '/';
+        else if ((byte < 0x80 && std::isalnum(byte) != 0) || kAllowed.find(letter) != std::string_view::npos)
+            uri += letter;
+        else
+            uri += fmt::format("%{:02X}", byte);
+    }
+    return uri;
+}
+
+ImageWriter::ImageWriter(Importing::SceneContainer& scene, const Textures& textures, std::string stem, bool isBinary,
+                         Buffers& buffers, tinygltf::Model& model)
+    : scene_(scene), textures_(textures), stem_(std::move(stem)), isBinary_(isBinary), buffers_(buffers), model_(model)
+{}
+
+int ImageWriter::Find(int texture)
+{
+    auto found = written_.find(texture);
+    if (found == written_.end())
+        found = written_.emplace(texture, Write(texture)).first;
+    return found->second;
+}
+
+int ImageWriter::Write(int texture)
+{
+    const std::string reference = SpellingOf(textures_, Importing::At(scene_.TextureLibrary, texture));
+    tinygltf::Image image;
+    const EmbeddedTexture* picture = FindEmbedded(textures_, reference);
+    if (picture == nullptr)
+        image.uri = EncodeUri(reference);
+    else if (!Fill(*picture, image))
+    {
+        leftOut_.insert(reference);
+        return -1;
+    }
+    model_.images.push_back(std::move(image));
+
+    tinygltf::Texture target;
+    target.source = static_cast<int>(model_.images.size() - 1);
+    model_.textures.push_back(std::move(target));
+    return static_cast<int>(model_.textures.size() - 1);
+}
+
+bool ImageWriter::Fill(const EmbeddedTexture& picture, tinygltf::Image& image)
+{
+    const PictureKind* kind = KindOf(picture);
+    if (kind == nullptr)
+        return false;
+    image.name = ToUtf8(picture.fileName);
+    if (isBinary_)
+    {
+        image.mimeType = kind->mimeType;
+        image.bufferView = buffers_.AddView(picture.content.data(), picture.content.size(), Usage::Other);
+        return true;
+    }
+    const std::string name = fmt::format("{}-picture{}.{}", stem_, companions_.size(), kind->extension);
+    image.uri = EncodeUri(name);
+    companions_.push_back({name, &picture.content});
+    return true;
+}
+
+}  // namespace Sceneprep::Gltf

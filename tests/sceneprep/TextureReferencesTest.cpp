@@ -1,0 +1,46 @@
+#include <sceneprep/TextureReferences.h>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace Sceneprep;
+
+class TextureReferencesTest : public testing::Test
+{
+protected:
+    TextureReferencesTest()
+    {
+        textures_.spelling["wood.png"] = "Wood.PNG";
+        textures_.embedded.resize(2);
+        textures_.embedded[1].fileName = "C:\\art\\Stone.png";
+    }
+
+    Textures textures_;
+};
+
+TEST_F(TextureReferencesTest, TheFilesSpellingIsKept)
+{
+    EXPECT_EQ(SpellingOf(textures_, "wood.png"), "Wood.PNG");
+    EXPECT_EQ(SpellingOf(textures_, "stone.png"), "stone.png");
+}
+
+TEST_F(TextureReferencesTest, ANumberBehindAStarMeansAPictureInTheFile)
+{
+    EXPECT_EQ(FindEmbedded(textures_, "*0"), textures_.embedded.data());
+    EXPECT_EQ(FindEmbedded(textures_, "*1"), &textures_.embedded[1]);
+    EXPECT_EQ(FindEmbedded(textures_, "*2"), nullptr);
+    EXPECT_EQ(FindEmbedded(textures_, "*"), nullptr);
+    EXPECT_EQ(FindEmbedded(textures_, "*1x"), nullptr);
+    EXPECT_EQ(FindEmbedded(textures_, "*-1"), nullptr);
+}
+
+TEST_F(TextureReferencesTest, APictureIsFoundByItsNameWithoutFolders)
+{
+    EXPECT_EQ(FindEmbedded(textures_, "textures/Stone.png"), &textures_.embedded[1]);
+    EXPECT_EQ(FindEmbedded(textures_, "Wood.PNG"), nullptr);
+    EXPECT_EQ(FindEmbedded(textures_, ""), nullptr);
+}
+
+}  // namespace

@@ -5,6 +5,9 @@
 #include <sceneprep/gltf/BuildModel.h>
 
 #include <algorithm>
+#include <array>
+#include <cctype>
+#include <cstdint>
 #include <fstream>
 
 namespace Sceneprep::Gltf
@@ -21,6 +24,37 @@ std::string PlainName(std::string stem)
     std::replace_if(
         stem.begin(), stem.end(), [](char letter) { return EncodeUri({letter}) != std::string{letter}; }, '_');
     return stem;
+}
+
+std::uintmax_t SizeOf(const fs::path& file)
+{
+    std::error_code error;
+    const std::uintmax_t size = fs::file_size(file, error);
+    return error ? 0 : size;
+}
+
+/// The library does not tell when the disk is full. A binary file says in its third word how long it is.
+bool IsWholeBinary(const fs::path& file)
+{
+    std::array<std::uint32_t, 3> header = {};
+    std::ifstream in(file, std::ios::binary);
+    in.read(reinterpret_cast<char*>(header.data()), sizeof(header));
+    return in && SizeOf(file) == header[2];
+}
+
+/// A text ends with a brace, and the buffer is as long as it should be.
+bool IsWholeText(const fs::path& file, const tinygltf::Model& model)
+{
+    for (const tinygltf::Buffer& buffer : model.buffers)
+    {
+        if (SizeOf(file.parent_path() / buffer.uri) != buffer.data.size())
+            return false;
+    }
+    char last = 0;
+    std::ifstream in(file, std::ios::binary);
+    for (in.seekg(-1, std::ios::end); in && std::isspace(in.peek()) != 0;)
+        in.seekg(-1, std::ios::cur);
+    return in.get(last) && last == '}';
 }
 
 void WriteCompanion(const CompanionFile& companion, const fs::path& folder)
@@ -46,7 +80,8 @@ std::vector<std::string> WriteModel(Importing::SceneContainer& scene, const Text
 
     tinygltf::TinyGLTF writer;
     writer.SetImageWriter(nullptr, nullptr);  // pictures are written here, as they came
-    if (!writer.WriteGltfSceneToFile(&built.model, file.string(), false, false, true, isBinary))
+    const bool isWritten = writer.WriteGltfSceneToFile(&built.model, file.string(), false, false, true, isBinary);
+    if (!isWritten || !(isBinary ? IsWholeBinary(file) : IsWholeText(file, built.model)))
         throw ToolError(fmt::format("cannot write {}: is the disk full? Make room or choose another folder",
                                     file.filename().string()));
     for (const CompanionFile& companion : built.companions)

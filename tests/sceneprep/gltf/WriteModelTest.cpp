@@ -87,9 +87,22 @@ TEST_F(GltfWriteModel, AnEmptySceneIsAFileToo)
     EXPECT_TRUE(Read(folder_ / "empty.gltf", false).nodes.empty());
 }
 
+TEST_F(GltfWriteModel, AFullDiskIsAnError)
+{
+    if (!std::filesystem::exists("/dev/full"))
+        return;
+    std::filesystem::create_symlink("/dev/full", folder_ / "a.glb");
+    EXPECT_THROW(WriteModel(scene_, textures_, folder_ / "a.glb", true), ToolError);
+    std::filesystem::create_symlink("/dev/full", folder_ / "b.bin");
+    EXPECT_THROW(WriteModel(scene_, textures_, folder_ / "b.gltf", false), ToolError);
+    std::filesystem::create_symlink("/dev/full", folder_ / "c-picture0.png");
+    EXPECT_THROW(WriteModel(scene_, textures_, folder_ / "c.gltf", false), ToolError);
+}
+
 TEST_F(GltfWriteModel, AFolderThatIsNotThereIsAnError)
 {
     EXPECT_THROW(WriteModel(scene_, textures_, folder_ / "none" / "a.glb", true), ToolError);
+    EXPECT_THROW(WriteModel(scene_, textures_, folder_ / "none" / "a.gltf", false), ToolError);
 }
 
 }  // namespace

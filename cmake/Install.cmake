@@ -1,4 +1,5 @@
-# `cmake --install` puts the libraries, the headers and a package file for find_package(SceneContainer) in place.
+# `cmake --install` puts in place: the libraries, the headers, a package file for find_package(SceneContainer), the licence;
+# and sceneprep with its manual page and completions for shells.
 include(CMakePackageConfigHelpers)
 
 set(IMPORTING_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/SceneContainer)
@@ -23,6 +24,13 @@ configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/SceneContainerConfig.c
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/SceneContainerConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/SceneContainerConfig.cmake ${PROJECT_BINARY_DIR}/SceneContainerConfigVersion.cmake
     DESTINATION ${IMPORTING_CMAKE_DIR})
+install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
 if(TARGET sceneprep)
     install(TARGETS sceneprep RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    set(packaging ${PROJECT_SOURCE_DIR}/packaging)
+    install(FILES ${packaging}/sceneprep.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    install(FILES ${packaging}/sceneprep.bash RENAME sceneprep
+        DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions)
+    install(FILES ${packaging}/_sceneprep DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/zsh/vendor-completions)
+    install(FILES ${packaging}/sceneprep.fish DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/fish/vendor_completions.d)
 endif()

@@ -30,7 +30,7 @@ void AppendCopies(std::vector<Record>& library, const std::vector<Record>& other
 void Shift(std::vector<std::int32_t>& list, int base)
 {
     for (std::int32_t& index : list)
-        index += base;
+        index = static_cast<std::int32_t>(static_cast<std::uint32_t>(index) + static_cast<std::uint32_t>(base));
 }
 
 void AppendGeometries(SceneContainer& scene, const SceneContainer& other, const Bases& bases)

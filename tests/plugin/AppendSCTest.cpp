@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -378,6 +379,15 @@ TEST(AppendSCOverrides, ADerivedOtherIsAskedForItsRoot)
     SceneContainer scene;
     scene.AppendSC(&other);
     EXPECT_EQ(scene.NodeLibrary.back().ChildList, Indices{1});
+}
+
+TEST(AppendSC, AnIndexNearTheEndOfTheRangeWrapsAround)
+{
+    SceneContainer other = Scene("Root");
+    other.NodeLibrary[0].ChildList = {std::numeric_limits<std::int32_t>::max()};
+    SceneContainer scene = Scene("A( B )");
+    scene.AppendSC(&other);
+    EXPECT_EQ(scene.NodeLibrary[2].ChildList, Indices{std::numeric_limits<std::int32_t>::min() + 1});
 }
 
 }  // namespace

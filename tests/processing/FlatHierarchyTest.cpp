@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -348,6 +350,26 @@ TEST(FlatHierarchyOverrides, APlainContainerEndsInTheSameScene)
     Flatten(plain, 2, false);
     Flatten(derived, 2, false);
     EXPECT_TRUE(Support::SameScene(plain, derived));
+}
+
+TEST(FlatHierarchyOverrides, AChildListThatAnOverrideEmptiesIsNotReachedBeyond)
+{
+    class Emptying : public Support::DerivedContainer
+    {
+    public:
+        using DerivedContainer::DerivedContainer;
+        int FlatHierarchyInternal(int target, const D3DXMATRIX& targetMatrix, int node, const D3DXMATRIX& matrix,
+                                  std::vector<std::uint32_t>& erased, bool ignoreAnimation) override
+        {
+            if (node == target)
+                return SceneContainer::FlatHierarchyInternal(target, targetMatrix, node, matrix, erased,
+                                                             ignoreAnimation);
+            NodeLibrary[0].ChildList.clear();
+            return 0;
+        }
+    };
+    Emptying scene(Scene("Root( A B )"));
+    EXPECT_THROW(Flatten(scene), std::out_of_range);
 }
 
 }  // namespace

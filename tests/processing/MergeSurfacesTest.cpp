@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 
 namespace
@@ -316,6 +317,18 @@ TEST(MergeSurfaces, ManySurfacesOfManyMaterialsMergeInTime)
     EXPECT_EQ(scene.NodeLibrary[0].SurfaceList.size(), 50000U);
     EXPECT_EQ(scene.GeometryLibrary[99998].VertexArray.size(), 2U);
     EXPECT_EQ(scene.GeometryLibrary[99999].VertexArray.size(), 0U);
+}
+
+TEST(MergeSurfacesOverrides, ASurfaceListThatAnOverrideEmptiesIsNotReachedBeyond)
+{
+    class Emptying : public Support::DerivedContainer
+    {
+    public:
+        using DerivedContainer::DerivedContainer;
+        void EraseGeometryFromLibrary(int) override { NodeLibrary[0].SurfaceList.clear(); }
+    };
+    Emptying scene(Scene("Root[a:red b:red]"));
+    EXPECT_THROW(scene.MergeSurfaces(0, 2, kNoLimit), std::out_of_range);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -128,6 +129,22 @@ TEST(ResolveGeomInstancesOverrides, TheIndexThatAnOverrideReturnsIsUsed)
     };
     Elsewhere scene(Scene("Root[a=m b=m]"));
     EXPECT_EQ(MeshesOf(scene), (std::vector<int>{0, 42}));
+}
+
+TEST(ResolveGeomInstancesOverrides, ANodeThatAnOverrideRemovesIsNotLookedUp)
+{
+    class Emptying : public Support::DerivedContainer
+    {
+    public:
+        using DerivedContainer::DerivedContainer;
+        int AddGeometryToLibrary(Geometry&, bool) override
+        {
+            NodeLibrary.clear();
+            return 0;
+        }
+    };
+    Emptying scene(Scene("Root[a=m b=m c=m]"));
+    EXPECT_THROW(scene.ResolveGeomInstances(), std::out_of_range);
 }
 
 }  // namespace

@@ -138,4 +138,22 @@ TEST(SceneBoundsOverrides, TheWorldMatrixIsAskedForOncePerSurface)
               "CalculateGlobalTM(1) FindParentNode(1) CalculateGlobalTM(0) FindParentNode(0)");
 }
 
+TEST(SceneBoundsOverrides, AListThatAnOverrideShortensEndsThere)
+{
+    class Shortening : public Support::DerivedContainer
+    {
+    public:
+        using DerivedContainer::DerivedContainer;
+        D3DXMATRIX CalculateGlobalTM(int node) override
+        {
+            NodeLibrary[0].SurfaceList.resize(1);
+            return SceneContainer::CalculateGlobalTM(node);
+        }
+    };
+    const Shortening scene(Scene("Root[a b c]"));
+    const Bounds bounds(scene);
+    EXPECT_EQ(bounds.max, D3DXVECTOR3(2, 2, 2));
+    EXPECT_EQ(scene.NodeLibrary[0].SurfaceList.size(), 1U);
+}
+
 }  // namespace

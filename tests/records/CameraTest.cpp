@@ -2,6 +2,7 @@
 
 #include <math/FloatBits.h>
 #include <records/HashModel.h>
+#include <records/Watched.h>
 
 #include <gtest/gtest.h>
 
@@ -120,6 +121,37 @@ TEST(Camera, HashFoldsTheFieldsInTheirOrder)
     Camera camera = Filled();
     EXPECT_EQ(camera.GetHash(),
               HashModel().Text("front").Floats({60, 50}).Placement(Moved(5)).Floats({0.5F, 400}).Fold());
+}
+
+TEST(Camera, SettersTellOfTheChangeThroughTheVirtualTable)
+{
+    Support::Watched<Camera> camera;
+    camera.SetName("a");
+    camera.SetOffsetMatrix(Importing::Transform());
+    camera.SetFovX(1);
+    camera.SetFovY(1);
+    camera.SetNearZ(1);
+    camera.SetFarZ(2);
+    EXPECT_EQ(camera.changes, 6);
+}
+
+TEST(Camera, FloatsThatTheFormDoesNotUseEnterTheHashAllTheSame)
+{
+    D3DXMATRIX other;
+    D3DXMatrixScaling(&other, 2, 2, 2);
+    other._44 = 3;
+    Importing::Transform fresh;
+    Importing::Transform reused(other);
+    D3DXVECTOR3 translation(1, 2, 3);
+    D3DXVECTOR3 rotation(0, 0, 0);
+    D3DXVECTOR3 scale(1, 1, 1);
+    for (Importing::Transform* transform : {&fresh, &reused})
+        transform->SetEuler(translation, rotation, scale);
+    Camera first;
+    Camera second;
+    first.SetOffsetMatrix(fresh);
+    second.SetOffsetMatrix(reused);
+    EXPECT_NE(first.GetHash(), second.GetHash());
 }
 
 }  // namespace

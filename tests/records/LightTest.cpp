@@ -2,6 +2,7 @@
 
 #include <math/FloatBits.h>
 #include <records/HashModel.h>
+#include <records/Watched.h>
 
 #include <gtest/gtest.h>
 
@@ -151,6 +152,24 @@ TEST(Light, HashFoldsTheFieldsInTheirOrder)
                                 .Raw(std::uint8_t{1})
                                 .Float(0.125F);
     EXPECT_EQ(light.GetHash(), model.Fold());
+}
+
+TEST(Light, SettersTellOfTheChangeThroughTheVirtualTable)
+{
+    Support::Watched<Light> light;
+    light.SetName("a");
+    light.SetOffsetMatrix(Importing::Transform());
+    light.SetType(Light::LightType::Spot);
+    light.SetDiffuse(D3DXCOLOR(1, 1, 1, 1));
+    light.SetAmbient(D3DXCOLOR(1, 1, 1, 1));
+    light.SetSpecular(D3DXCOLOR(1, 1, 1, 1));
+    light.SetAttenuation(D3DXVECTOR3(1, 1, 1));
+    light.SetRange(1);
+    light.SetTheta(1);
+    light.SetPhi(1);
+    light.SetShadowCast(true);
+    light.SetShadowDensity(1);
+    EXPECT_EQ(light.changes, 12);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <math/FloatBits.h>
 #include <records/HashModel.h>
+#include <records/Watched.h>
 
 #include <gtest/gtest.h>
 
@@ -100,6 +101,17 @@ TEST(Map, HashFoldsTheFieldsInTheirOrder)
                                 .Float(0.5F)
                                 .Raw(std::int32_t{7});
     EXPECT_EQ(map.GetHash(), model.Fold());
+}
+
+TEST(Map, SettersTellOfTheChangeThroughTheVirtualTable)
+{
+    Support::Watched<Map> map;
+    map.SetTextureID(1);
+    map.SetType("normal");
+    map.SetUVSetIndex(1);
+    map.SetMatrix(map.GetMatrix());
+    map.SetAmount(0.5F);
+    EXPECT_EQ(map.changes, 5);
 }
 
 }  // namespace

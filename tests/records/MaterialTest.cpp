@@ -2,6 +2,7 @@
 
 #include <math/FloatBits.h>
 #include <records/HashModel.h>
+#include <records/Watched.h>
 
 #include <gtest/gtest.h>
 
@@ -108,6 +109,18 @@ TEST(Material, HashFoldsTheFieldsInTheirOrder)
                                 .Floats({0.8F, 0.5F, 0.6F, 0.7F})
                                 .Floats({0.4F, 0.1F, 0.2F, 0.3F});
     EXPECT_EQ(material.GetHash(), model.Fold());
+}
+
+TEST(Material, SettersTellOfTheChangeThroughTheVirtualTable)
+{
+    Support::Watched<Material> material;
+    material.SetName("a");
+    material.SetDiffuse(D3DXCOLOR(1, 1, 1, 1));
+    material.SetEmissive(D3DXCOLOR(1, 1, 1, 1));
+    material.SetSpecular(D3DXCOLOR(1, 1, 1, 1));
+    material.SetSpecularPower(2);
+    material.SetOpacity(0.5F);
+    EXPECT_EQ(material.changes, 6);
 }
 
 }  // namespace

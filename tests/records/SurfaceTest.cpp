@@ -1,6 +1,7 @@
 #include <importing/records/Surface.h>
 
 #include <records/HashModel.h>
+#include <records/Watched.h>
 
 #include <gtest/gtest.h>
 
@@ -264,6 +265,18 @@ TEST(Surface, ReleaseKeepsTheCachedHash)
     Surface invalid = Filled();
     invalid.Release();
     EXPECT_FALSE(invalid.GetIsHashCodeValid());
+}
+
+TEST(Surface, SettersOfWhatIsHashedTellOfTheChangeThroughTheVirtualTable)
+{
+    Support::Watched<Surface> surface;
+    surface.SetGeometryID(1);
+    surface.SetMaterialID(1);
+    EXPECT_EQ(surface.changes, 2);
+    surface.SetName("a");
+    surface.SetCollisionOffset(1);
+    surface.Release();
+    EXPECT_EQ(surface.changes, 2);
 }
 
 }  // namespace

@@ -2,11 +2,13 @@
 
 #include <math/FloatBits.h>
 #include <records/HashModel.h>
+#include <records/Watched.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 // What the content hash of a vertex covers, and when it is invalidated.
@@ -127,28 +129,32 @@ TEST(VertexHash, HashDoesNotDependOnHowTheVertexWasMade)
     EXPECT_EQ(grown.GetHash(), plain.GetHash());
 }
 
-/// Writes down that it was told of a change.
-class WatchedVertex : public Vertex
-{
-public:
-    int changes = 0;
-
-protected:
-    void SetHashInvalid() override
-    {
-        ++changes;
-        Vertex::SetHashInvalid();
-    }
-};
-
 TEST(VertexHash, ChangesAreToldThroughTheVirtualTable)
 {
-    WatchedVertex vertex;
-    vertex.SetPosition(D3DXVECTOR3(1, 2, 3));
-    vertex.SetTexCoord(D3DXVECTOR2(1, 2), 4);
-    vertex.AddWeight(1, 1);
-    vertex.InverseZ();
-    EXPECT_EQ(vertex.changes, 4);
+    Support::Watched<Vertex> vertex;
+    const D3DXMATRIX matrix(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 1, 2, 3, 1);
+    const float three[] = {1, 2, 3};
+    const std::function<void()> changes[] = {[&] { vertex.SetPosition(D3DXVECTOR3(1, 2, 3)); },
+                                             [&] { vertex.SetPosition(three); },
+                                             [&] { vertex.SetNormal(D3DXVECTOR3(1, 2, 3)); },
+                                             [&] { vertex.SetNormal(three); },
+                                             [&] { vertex.SetTexCoord(D3DXVECTOR2(1, 2), 4); },
+                                             [&] { vertex.Transform(matrix, matrix); },
+                                             [&] { vertex.TransformTexCoord(matrix, 0); },
+                                             [&] { vertex.Scale(2); },
+                                             [&] { vertex.SwapYZ(); },
+                                             [&] { vertex.InverseZ(); },
+                                             [&] { vertex.InverseNormal(); },
+                                             [&] { vertex.NormalizeNormal(); },
+                                             [&] { vertex.SetWeight(1, 1, 0); },
+                                             [&] { vertex.AddWeight(1, 1); },
+                                             [&] { vertex.ClearWeights(); }};
+    for (const auto& change : changes)
+    {
+        const int before = vertex.changes;
+        change();
+        EXPECT_GT(vertex.changes, before) << &change - changes;
+    }
 }
 
 }  // namespace

@@ -111,6 +111,19 @@ TEST_P(VertexOfSize, MovesTakeNothing)
     EXPECT_TRUE(IsAsMade(assigned));
 }
 
+TEST_P(VertexOfSize, WhatWasMovedFromHasNoHash)
+{
+    Vertex first = Made();
+    Vertex second = Made();
+    first.GetHash();
+    second.GetHash();
+    Vertex moved(std::move(first));
+    moved = std::move(second);
+    EXPECT_FALSE(first.GetIsHashCodeValid());   // NOLINT(bugprone-use-after-move)
+    EXPECT_FALSE(second.GetIsHashCodeValid());  // NOLINT(bugprone-use-after-move)
+    EXPECT_TRUE(moved.GetIsHashCodeValid());
+}
+
 TEST_P(VertexOfSize, ClearedWeightsLeaveNoMoreThanTheTextureCoordinatesNeed)
 {
     const std::size_t before = CountedAllocations::InUse();

@@ -18,7 +18,7 @@ void ReserveBehind(std::vector<T>& array, std::size_t added)
         array.reserve(std::max(needed, 2 * array.capacity()));
 }
 
-/// Room for all that is appended, so that nothing has changed when memory runs out.
+/// Room for all that is appended, so that the arrays move once at most.
 void ReserveForAppending(Geometry& mesh, const Geometry& other)
 {
     ReserveBehind(mesh.VertexArray, other.VertexArray.size());

@@ -117,6 +117,7 @@ public:
     /// Negates every normal. Deliberate: the mesh's cached hash stays.
     virtual int FlipNormals();
     /// Exchanges the second and third index of every triangle. Deliberate: the mesh's cached hash stays.
+    /// @throws std::out_of_range with nothing changed, when a second index is left over without a third.
     virtual int FlipFaces();
     /// @}
 

@@ -89,10 +89,16 @@ void AppendCopies(std::vector<Record>& library, const std::vector<Record>& other
     }
 }
 
+/// Wraps around, so that an index near the end of the range, which leads nowhere anyway, is no harm.
+std::int32_t Shifted(std::int32_t index, std::int32_t base)
+{
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(index) + static_cast<std::uint32_t>(base));
+}
+
 void Shift(std::vector<std::int32_t>& indices, std::int32_t base)
 {
     for (std::int32_t& index : indices)
-        index += base;
+        index = Shifted(index, base);
 }
 
 /// Shifts the animation of a node or a joint, if it has one.
@@ -100,7 +106,7 @@ template <typename Animated>
 void ShiftAnimation(Animated& record, std::int32_t base)
 {
     if (record.GetAnimationID() >= 0)
-        record.SetAnimationID(record.GetAnimationID() + base);
+        record.SetAnimationID(Shifted(record.GetAnimationID(), base));
 }
 
 void AppendGeometries(SceneContainer& scene, const SceneContainer& other, const Bases& bases)
@@ -225,7 +231,7 @@ void AppendSurfaces(SceneContainer& scene, const SceneContainer& other, const Ba
         // An override of an addition may add surfaces: they are looked up anew behind each.
         const auto surface = [&scene, i]() -> Surface& { return At(scene.SurfaceLibrary, i); };
         if (surface().GetGeometryID() >= 0)
-            surface().SetGeometryID(surface().GetGeometryID() + bases.geometry);
+            surface().SetGeometryID(Shifted(surface().GetGeometryID(), bases.geometry));
         if (surface().GetMaterialID() >= 0)
         {
             const int material = additions.AddMaterial(surface().GetMaterialID());
@@ -254,7 +260,7 @@ void JoinRoots(SceneContainer& scene, const SceneContainer& other, const Bases& 
     const int otherRoot = other.GetRootNodeIndex();
     if (IsMergeResult(scene, root))
     {
-        At(scene.NodeLibrary, root).ChildList.push_back(otherRoot + bases.node);
+        At(scene.NodeLibrary, root).ChildList.push_back(Shifted(otherRoot, bases.node));
         return;
     }
 
@@ -264,7 +270,7 @@ void JoinRoots(SceneContainer& scene, const SceneContainer& other, const Bases& 
     if (root >= 0)
         joined.ChildList.push_back(root);
     if (otherRoot >= 0)
-        joined.ChildList.push_back(otherRoot + bases.node);
+        joined.ChildList.push_back(Shifted(otherRoot, bases.node));
     scene.NodeLibrary.push_back(std::move(joined));
     scene.SetRootNodeIndex(SizeOf(scene.NodeLibrary) - 1);
 }

@@ -33,8 +33,9 @@ namespace Importing
 /// The hierarchy is stored as child lists only. A child's world matrix is its local matrix times its parent's.
 ///
 /// Operations call one another through the virtual table, so a derived container's override is honoured. A plain
-/// SceneContainer, which overrides nothing, walks its scene without recursion and in time that grows like n log n at
-/// most; a derived container gets every described call one by one, and so the recursion and the repeated scans.
+/// SceneContainer, which overrides nothing, walks its scene without recursion and in time that grows like n log n in
+/// what it visits, plus the pairs of boxes that overlap; a derived container gets every literal call one by one, and so
+/// the recursion and the repeated scans.
 ///
 /// An index outside its library gets std::out_of_range "invalid vector<T> subscript", before anything has changed where
 /// the operation can know. A hierarchy in which a node is its own ancestor gets std::runtime_error "cycle in the node
@@ -176,8 +177,7 @@ public:
     /// @{
     /// Removes a node: the last node takes its place and child lists are put right. Its objects stay in their
     /// libraries, its children lose their parent.
-    /// Deliberate: an erased root leaves the root node index as it stands, except that the index of the moved node
-    /// follows it.
+    /// Where the moved last node is the root, the root node index follows it. Deliberate: an erased root is not unset.
     virtual void EraseNodeFromLibrary(int index);
     /// Appends a copy. Deliberate: unique is ignored, meshes are never de-duplicated here.
     /// @return its index, as do the other additions.
@@ -213,8 +213,12 @@ public:
     /// @{
     /// Below and at node, children first: flips the faces of each mesh whose first triangle faces away from its first
     /// vertex's normal (deliberate: or leans less than 0.05 towards it), in the frame of worldMatrix, the node's world
-    /// matrix. Normals are flipped where the determinants of the whole matrix and of its 3x3 part differ in sign.
+    /// matrix. Normals are flipped where the determinants of the whole matrix and of its 3x3 part differ in sign. A
+    /// node that several lists lead to is visited once for each path.
     /// @return 0
+    /// @throws std::out_of_range when a listed triangle mesh has no whole first triangle, an empty one included, or is
+    /// to
+    ///         be flipped and its index count is two more than a multiple of three.
     virtual int CheckFacesOrientation(int node, const D3DXMATRIX& worldMatrix);
     /// At and below node: takes negative scale out of local matrices, bakes it into the node's meshes and hands it on
     /// to the children as pendingScale; then tests faces as above, with the node's matrix times parentWorld.
@@ -241,7 +245,8 @@ public:
     /// Deliberate: one spare default node follows the copied nodes; a -1 in a node's list is shifted like any index.
     /// @return 0; -1 with nothing changed when other is null.
     /// @throws std::out_of_range with both containers unchanged, when a material or texture index of the other is
-    ///         outside its library, or this container's root node index designates no node after the appending.
+    ///         outside its library, or (in a plain container) this container's root node index designates no node after
+    ///         the appending.
     virtual int AppendSC(SceneContainer* other);
     /// @}
 
@@ -249,7 +254,8 @@ public:
     /// @{
     /// Sets every surface's collision offset so that surfaces whose world boxes overlap tend to differ: 0 where nothing
     /// overlaps, else 1, 2, ... in one greedy pass. Deliberate: boxes that only touch overlap. Deliberate: of an equal
-    /// pair the other surface is raised, never the current one.
+    /// pair the other surface is raised, never the current one. A derived container's world matrices are asked for with
+    /// all offsets reset, and the offsets are written when all of them have been found.
     /// @return 0
     virtual int CalculateSurfaceCollisionOffset();
     /// @}

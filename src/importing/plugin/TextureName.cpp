@@ -8,9 +8,12 @@ namespace Importing
 namespace
 {
 
-/// Bytes above 127 reach tolower as negative numbers, which the "C" locale hands back as they are; widening them as
-/// unsigned instead does the same and is defined for every byte.
-char LowerCase(char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); }
+/// Bytes above 127 stay, whatever the locale: names are the same everywhere.
+char LowerCase(char c)
+{
+    const auto byte = static_cast<unsigned char>(c);
+    return byte > 127 ? c : static_cast<char>(std::tolower(byte));
+}
 
 }  // namespace
 

@@ -33,7 +33,7 @@ void MoveObjects(SceneContainer& scene, int toNode, int fromNode, const D3DXMATR
     scene.MoveLights(toNode, fromNode, matrix);
 }
 
-/// The walk of a plain container: the described recursion with a stack of its own.
+/// The walk of a plain container: the literal recursion with a stack of its own.
 ///
 /// Children that stay are moved to the front of their list as they are met, so that taking the collapsed ones out costs
 /// one pass over the list and not one for each.
@@ -116,7 +116,7 @@ private:
         ++level.nextChild;
     }
 
-    /// @return what the described recursion returns for the node.
+    /// @return what the literal recursion returns for the node.
     int Leave()
     {
         const Level level = path_.back();
@@ -163,6 +163,7 @@ int FlattenLiterally(SceneContainer& scene, int targetNode, const D3DXMATRIX& ta
             continue;
         }
         childCollapsed = 1;
+        CheckIndex(i, children().size());
         children().erase(children().begin() + static_cast<std::ptrdiff_t>(i));
     }
     if (nodeIndex == targetNode)

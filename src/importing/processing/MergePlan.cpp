@@ -57,7 +57,9 @@ private:
     {
         std::size_t operator()(const Edge& edge) const
         {
-            return (edge.label ^ (static_cast<std::uint64_t>(edge.from) << 17U)) * 0x9E3779B97F4A7C15ULL;
+            const std::uint64_t product =
+                (edge.label ^ (static_cast<std::uint64_t>(edge.from) << 17U)) * 0x9E3779B97F4A7C15ULL;
+            return static_cast<std::size_t>(product ^ (product >> 32U));  // the low bits need the label's high ones
         }
     };
 
@@ -69,7 +71,7 @@ private:
     std::unordered_map<Edge, std::uint32_t, EdgeHash> nodes_;
 };
 
-/// Sorts surfaces by material and maps, and keeps account of which maps the described search would have compared: it
+/// Sorts surfaces by material and maps, and keeps account of which maps the literal search would have compared: it
 /// compares a surface with each earlier base of its material and number of maps that searches as far as it, map by map
 /// up to the first difference.
 class MapComparison

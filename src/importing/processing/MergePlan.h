@@ -32,9 +32,9 @@ struct MergePlan
 
 /// Follows SceneContainer::MergeSurfaces for one list of surfaces, event by event, on vertex counts alone.
 ///
-/// The described search compares every base with every later surface. Here surfaces are sorted into groups of equal
+/// The literal search compares every base with every later surface. Here surfaces are sorted into groups of equal
 /// material and maps once; of a group each surface joins or refuses the base before it, so the search is linear in the
-/// list. What the described search would have compared is worked out all the same, because comparing maps computes
+/// list. What the literal search would have compared is worked out all the same, because comparing maps computes
 /// their hashes.
 ///
 /// @throws std::out_of_range when a surface index, or a geometry index that the merging looks up, is bad.

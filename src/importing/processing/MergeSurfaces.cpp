@@ -26,7 +26,7 @@ void Absorb(SceneContainer& scene, int to, int from)
     scene.EraseGeometryFromLibrary(from);
 }
 
-/// Computes the hashes that the described search, comparing surface with surface, computes on its way.
+/// Computes the hashes that the literal search, comparing surface with surface, computes on its way.
 void ComputeComparedHashes(SceneContainer& scene, const std::vector<std::int32_t>& list, const MergePlan& plan)
 {
     for (std::size_t i = 0; i < plan.comparedMaps.size(); ++i)
@@ -70,7 +70,7 @@ void MergeByPlan(SceneContainer& scene, int node, int minSurfaces, int maxVertic
     EraseFromLastToFirst(scene, absorbed);
 }
 
-/// The merging of a derived container: the described search, surface by surface.
+/// The merging of a derived container: the literal search, surface by surface.
 class LiteralMerging
 {
 public:
@@ -120,6 +120,7 @@ private:
             const std::int32_t joining = List()[candidate];
             Absorb(scene_, to, from);
             absorbed_.push_back(joining);
+            CheckIndex(candidate, List().size());
             List().erase(List().begin() + static_cast<std::ptrdiff_t>(candidate));
             ++merges;
             if (minSurfaces_ != 0 && count == merges - 1)

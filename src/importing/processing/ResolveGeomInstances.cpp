@@ -31,7 +31,8 @@ int SceneContainer::ResolveGeomInstances()
     std::vector<bool> seen(GeometryLibrary.size());
     for (std::size_t node = 0; node < NodeLibrary.size(); ++node)
     {
-        for (std::size_t entry = 0; entry < NodeLibrary[node].SurfaceList.size(); ++entry)
+        // An override of the addition may change the library, so the list is looked up anew each time.
+        for (std::size_t entry = 0; entry < At(NodeLibrary, node).SurfaceList.size(); ++entry)
         {
             const std::int32_t surface = NodeLibrary[node].SurfaceList[entry];
             const int geometry = At(SurfaceLibrary, surface).GetGeometryID();

@@ -17,8 +17,10 @@ Box Bounds(const SceneContainer& scene, WorldMatrixOf worldMatrixOf)
     Box bounds = EmptyBox();
     for (std::size_t node = 0; node < scene.NodeLibrary.size(); ++node)
     {
-        for (const std::int32_t surface : scene.NodeLibrary[node].SurfaceList)
+        // An override of CalculateGlobalTM may change the library, so the list is looked up anew each time.
+        for (std::size_t entry = 0; entry < At(scene.NodeLibrary, node).SurfaceList.size(); ++entry)
         {
+            const std::int32_t surface = scene.NodeLibrary[node].SurfaceList[entry];
             Box local;
             At(scene.GeometryLibrary, At(scene.SurfaceLibrary, surface).GetGeometryID())
                 .GetBoundingBox(local.min, local.max);

@@ -48,8 +48,9 @@ public:
 protected:
     /// The angles of a quaternion, which need not be normalised. The spelling is part of the interface.
     ///
-    /// Source: the heading/attitude/bank conversion with pole tests. Deliberate: within 0.1 % of a pole the attitude is
-    /// 1.57075, a little short of a right angle, and the bank is 0.
+    /// Source: the heading/attitude/bank conversion with pole tests. Deliberate: where |x y + z w| exceeds 0.499 of
+    /// the sum of squares (beyond about 86.4 degrees) the attitude is 1.57075, a little short of a right angle, and the
+    /// bank is 0.
     virtual void Quaterion2Euler(const D3DXQUATERNION& rotation, D3DXVECTOR3& euler) const;
     /// The unit quaternion of three angles. The spelling is part of the interface.
     virtual D3DXQUATERNION Euler2Quaterion(const D3DXVECTOR3& euler);

@@ -88,7 +88,7 @@ Vertex& Vertex::operator=(const Vertex& other)
 
 Vertex& Vertex::operator=(Vertex&& other) noexcept
 {
-    HashObject::operator=(other);
+    HashObject::operator=(static_cast<HashObject&&>(other));
     position_ = other.position_;
     normal_ = other.normal_;
     // Swapping leaves the old block to the other vertex, which frees it.

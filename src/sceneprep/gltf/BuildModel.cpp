@@ -70,10 +70,11 @@ public:
 private:
     void AddScene()
     {
+        if (walk_.order.empty())
+            return;
         tinygltf::Scene target;
         target.name = ToUtf8(scene_.GetName());
-        if (!walk_.order.empty())
-            target.nodes = {0};
+        target.nodes = {0};
         model_.scenes.push_back(std::move(target));
         model_.defaultScene = 0;
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <tiny_gltf.h>
+#include <sceneprep/gltf/TinyGltf.h>
 
 #include <string>
 

@@ -3,7 +3,7 @@
 #include <importing/math/D3DXMath.h>
 #include <importing/records/Camera.h>
 #include <importing/records/Light.h>
-#include <tiny_gltf.h>
+#include <sceneprep/gltf/TinyGltf.h>
 
 #include <optional>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <importing/math/D3DXMath.h>
-#include <tiny_gltf.h>
+#include <sceneprep/gltf/TinyGltf.h>
 
 #include <optional>
 

@@ -39,7 +39,8 @@ bool IsWholeBinary(const fs::path& file)
     std::array<std::uint32_t, 3> header = {};
     std::ifstream in(file, std::ios::binary);
     in.read(reinterpret_cast<char*>(header.data()), sizeof(header));
-    return in && SizeOf(file) == header[2];
+    constexpr std::uint32_t kMagic = 0x46546C67;  // "glTF"
+    return in && header[0] == kMagic && SizeOf(file) == header[2];
 }
 
 /// A text ends with a brace, and the buffer is as long as it should be.

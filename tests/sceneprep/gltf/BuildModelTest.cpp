@@ -84,7 +84,7 @@ TEST_F(GltfBuildModel, ASceneWithoutARootIsEmpty)
     scene_.SetRootNodeIndex(-1);
     const tinygltf::Model& model = Build();
     EXPECT_TRUE(model.nodes.empty());
-    EXPECT_TRUE(model.scenes.at(0).nodes.empty());
+    EXPECT_TRUE(model.scenes.empty());
 }
 
 TEST_F(GltfBuildModel, OneSurfaceIsTheNodesMeshAndSeveralHaveAChildEach)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <tiny_gltf.h>
+#include <sceneprep/gltf/TinyGltf.h>
 
 #include <cstring>
 #include <vector>

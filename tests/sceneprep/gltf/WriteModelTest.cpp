@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 #include <sceneprep/Error.h>
 #include <sceneprep/TestFiles.h>
+#include <sceneprep/gltf/TinyGltf.h>
 #include <support/Meshes.h>
-#include <tiny_gltf.h>
 
 namespace
 {

@@ -1,0 +1,21 @@
+#pragma once
+
+namespace Support
+{
+
+/// A record that counts how often it is told of a change.
+template <typename Record>
+class Watched : public Record
+{
+public:
+    int changes = 0;
+
+protected:
+    void SetHashInvalid() override
+    {
+        ++changes;
+        Record::SetHashInvalid();
+    }
+};
+
+}  // namespace Support

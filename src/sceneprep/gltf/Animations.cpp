@@ -1,6 +1,7 @@
 #include <sceneprep/gltf/Animations.h>
 
 #include <sceneprep/ImportAnimations.h>
+#include <sceneprep/gltf/Finite.h>
 
 #include <cmath>
 #include <utility>
@@ -39,9 +40,9 @@ Track TrackOf(std::vector<Key>& keys)
         if (!track.seconds.empty() && seconds <= track.seconds.back())
             continue;
         track.seconds.push_back(seconds);
-        track.positions.push_back(key.GetPosition());
+        track.positions.push_back(Finite(key.GetPosition(), 0));
         track.rotations.push_back(Unit(key.GetRotation()));
-        track.scales.push_back(key.GetScale());
+        track.scales.push_back(Finite(key.GetScale(), 1));
     }
     return track;
 }

@@ -176,7 +176,8 @@ private:
 
     int SharedMesh(Surface& surface, Importing::Geometry& geometry)
     {
-        const std::pair<int, int> key(surface.GetGeometryID(), materials_.Find(surface));
+        const std::pair<int, int> key(surface.GetGeometryID(),
+                                      materials_.Find(surface, *meshes_.Find(surface.GetGeometryID())));
         const auto [found, isNew] = meshByKey_.emplace(key, static_cast<int>(model_.meshes.size()));
         if (isNew)
             AddMesh(surface, geometry, key.second);
@@ -224,7 +225,11 @@ private:
     int PlaceObject(const Importing::Transform& offset, const std::string& name, bool isTaken, int target)
     {
         tinygltf::Node place;
-        SetMatrix(PlacementOf(offset), place);
+        const D3DXMATRIX matrix = PlacementOf(offset);
+        if (IsFinite(matrix))
+            SetMatrix(matrix, place);
+        else
+            ++unplaced_;
         if (place.matrix.empty() && !isTaken)
             return target;
         place.name = ToUtf8(name);
@@ -261,11 +266,12 @@ private:
         count(mended.normals, "normals without a direction are replaced by those of a face");
         count(mended.texCoords, "texture coordinates that are no numbers are written as (0, 0)");
         count(mended.skins, "skins without weights, or with weights of joints that are not there, are left out");
-        count(unplaced_, "nodes whose matrix is not finite are placed where their parent is");
+        count(unplaced_, "what has a matrix that is not finite is placed where its parent is");
         count(lightsLeftOut_, "lights without a kind are left out");
         if (!materials_.LayersLeftOut().empty())
-            notes.push_back(fmt::format("glTF has no place for texture layers of these kinds, or for a second one: {}",
-                                        fmt::join(materials_.LayersLeftOut(), ", ")));
+            notes.push_back(fmt::format(
+                "texture layers that glTF has no place for, or the mesh no texture coordinates, are left out: {}",
+                fmt::join(materials_.LayersLeftOut(), ", ")));
         if (!images_.LeftOut().empty())
             notes.push_back(fmt::format("pictures that are neither PNG nor JPEG are left out: {}",
                                         fmt::join(images_.LeftOut(), ", ")));

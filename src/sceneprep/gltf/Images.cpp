@@ -42,6 +42,8 @@ const PictureKind* KindOf(const EmbeddedTexture& picture)
 std::string EncodeUri(const std::string& reference)
 {
     constexpr std::string_view kAllowed = "-._~/!$&'()*+,;=@";
+    if (reference.find("://") != std::string::npos)
+        return reference;  // a reference into the net is encoded already
     std::string uri;
     for (const char letter : reference)
     {

@@ -1,9 +1,11 @@
 #include <sceneprep/gltf/Materials.h>
 
+#include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/MaterialKey.h>
 #include <sceneprep/Roughness.h>
 #include <sceneprep/gltf/Extensions.h>
+#include <sceneprep/gltf/Finite.h>
 #include <sceneprep/gltf/TextureTransform.h>
 #include <sceneprep/gltf/Utf8.h>
 
@@ -52,35 +54,22 @@ void SetSpecular(const D3DXCOLOR& color, tinygltf::Model& model, tinygltf::Mater
     AddExtension("KHR_materials_specular", Value(std::move(extension)), model, target.extensions);
 }
 
-/// Fills any of the library's three kinds of texture references.
-template <typename TextureInfo>
-bool SetLayer(Map& map, int texture, tinygltf::Model& model, TextureInfo& target)
-{
-    if (target.index >= 0)
-        return false;
-    target.index = texture;
-    target.texCoord = static_cast<int>(map.GetUVSetIndex());
-    Value transform = TextureTransform(map.GetMatrix());
-    if (transform.IsObject())
-        AddExtension("KHR_texture_transform", std::move(transform), model, target.extensions);
-    return true;
-}
-
 }  // namespace
 
 MaterialWriter::MaterialWriter(Importing::SceneContainer& scene, ImageWriter& images, tinygltf::Model& model)
     : scene_(scene), images_(images), model_(model)
 {}
 
-int MaterialWriter::Find(Importing::Surface& surface)
+int MaterialWriter::Find(Importing::Surface& surface, const MeshArrays& arrays)
 {
-    const auto [found, isNew] = indexByKey_.emplace(MaterialKey(surface), static_cast<int>(model_.materials.size()));
+    const std::string key = fmt::format("{}|{}", MaterialKey(surface), arrays.CountTexCoords());
+    const auto [found, isNew] = indexByKey_.emplace(key, static_cast<int>(model_.materials.size()));
     if (isNew)
-        model_.materials.push_back(Convert(surface));
+        model_.materials.push_back(Convert(surface, arrays));
     return found->second;
 }
 
-tinygltf::Material MaterialWriter::Convert(Importing::Surface& surface)
+tinygltf::Material MaterialWriter::Convert(Importing::Surface& surface, const MeshArrays& arrays)
 {
     Material standard;
     Material& material =
@@ -99,46 +88,64 @@ tinygltf::Material MaterialWriter::Convert(Importing::Surface& surface)
     for (Map& map : surface.MapList)
     {
         if (map.GetTextureID() >= 0)
-            AddLayer(map, target);
+            AddLayer(map, arrays, target);
     }
     return target;
 }
 
-void MaterialWriter::AddLayer(Map& map, tinygltf::Material& target)
+void MaterialWriter::AddLayer(Map& map, const MeshArrays& arrays, tinygltf::Material& target)
 {
     const std::string type = map.GetType();
-    const int texture = images_.Find(map.GetTextureID());
-    if (texture < 0)
-        return;
+    if (arrays.attributes.count(fmt::format("TEXCOORD_{}", map.GetUVSetIndex())) == 0 || !SetLayer(map, type, target))
+        layersLeftOut_.insert(type);
+}
+
+bool MaterialWriter::SetLayer(Map& map, const std::string& type, tinygltf::Material& target)
+{
     tinygltf::PbrMetallicRoughness& pbr = target.pbrMetallicRoughness;
-    bool isSet = false;
     if (type == "diffuse" || type == "base-color")
-        isSet = SetLayer(map, texture, model_, pbr.baseColorTexture);
-    else if (type == "metallic-roughness")
+        return SetTexture(map, pbr.baseColorTexture);
+    if (type == "metallic-roughness" && SetTexture(map, pbr.metallicRoughnessTexture))
     {
-        isSet = SetLayer(map, texture, model_, pbr.metallicRoughnessTexture);
         pbr.metallicFactor = 1;
         pbr.roughnessFactor = 1;
+        return true;
     }
-    else if (type == "normal")
+    if (type == "normal" && SetTexture(map, target.normalTexture))
     {
-        isSet = SetLayer(map, texture, model_, target.normalTexture);
-        target.normalTexture.scale = static_cast<double>(map.GetAmount());
+        target.normalTexture.scale = static_cast<double>(Finite(map.GetAmount(), 1));
+        return true;
     }
-    else if (type == "emissive" || type == "emission-color")
+    if ((type == "emissive" || type == "emission-color") && SetTexture(map, target.emissiveTexture))
     {
-        isSet = SetLayer(map, texture, model_, target.emissiveTexture);
         // A black factor would hide the layer.
         if (target.emissiveFactor == std::vector<double>{0, 0, 0})
             target.emissiveFactor = {1, 1, 1};
+        return true;
     }
-    else if (type == "ambient-occlusion" || type == "lightmap")
+    if ((type == "ambient-occlusion" || type == "lightmap") && SetTexture(map, target.occlusionTexture))
     {
-        isSet = SetLayer(map, texture, model_, target.occlusionTexture);
         target.occlusionTexture.strength = Part(map.GetAmount());
+        return true;
     }
-    if (!isSet)
-        layersLeftOut_.insert(type);
+    return false;
+}
+
+/// Fills any of the library's three kinds of texture references, unless it is taken.
+template <typename TextureInfo>
+bool MaterialWriter::SetTexture(Map& map, TextureInfo& target)
+{
+    if (target.index >= 0)
+        return false;
+    const int texture = images_.Find(map.GetTextureID());
+    if (texture < 0)
+        return true;  // the pictures that are left out are told on their own
+    target.index = texture;
+    target.texCoord = static_cast<int>(map.GetUVSetIndex());
+    Value transform = TextureTransform(map.GetMatrix());
+    if (transform.IsObject())
+        AddExtension("KHR_texture_transform", std::move(transform), model_, target.extensions);
+    return true;
 }
 
 }  // namespace Sceneprep::Gltf

@@ -2,6 +2,7 @@
 
 #include <importing/plugin/SceneContainer.h>
 #include <sceneprep/gltf/Images.h>
+#include <sceneprep/gltf/Meshes.h>
 
 #include <map>
 #include <set>
@@ -24,15 +25,19 @@ class MaterialWriter
 public:
     MaterialWriter(Importing::SceneContainer& scene, ImageWriter& images, tinygltf::Model& model);
 
+    /// @param arrays  the mesh that the surface shows; a layer needs the UV set that it names
     /// @return the index of the surface's material in the file.
-    int Find(Importing::Surface& surface);
+    int Find(Importing::Surface& surface, const MeshArrays& arrays);
 
-    /// Kinds of layers that the format has no place for.
+    /// Kinds of layers that the format has no place for, or the mesh no UV set.
     const std::set<std::string>& LayersLeftOut() const { return layersLeftOut_; }
 
 private:
-    tinygltf::Material Convert(Importing::Surface& surface);
-    void AddLayer(Importing::Map& map, tinygltf::Material& target);
+    tinygltf::Material Convert(Importing::Surface& surface, const MeshArrays& arrays);
+    void AddLayer(Importing::Map& map, const MeshArrays& arrays, tinygltf::Material& target);
+    bool SetLayer(Importing::Map& map, const std::string& type, tinygltf::Material& target);
+    template <typename TextureInfo>
+    bool SetTexture(Importing::Map& map, TextureInfo& target);
 
     Importing::SceneContainer& scene_;
     ImageWriter& images_;

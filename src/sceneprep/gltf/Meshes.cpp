@@ -61,6 +61,13 @@ void SetBounds(const std::vector<D3DXVECTOR3>& positions, tinygltf::Accessor& ac
 
 }  // namespace
 
+std::size_t MeshArrays::CountTexCoords() const
+{
+    return static_cast<std::size_t>(std::count_if(attributes.begin(), attributes.end(), [](const auto& attribute) {
+        return attribute.first.starts_with("TEXCOORD_");
+    }));
+}
+
 MeshWriter::MeshWriter(Importing::SceneContainer& scene, Buffers& buffers, tinygltf::Model& model)
     : scene_(scene), buffers_(buffers), model_(model)
 {}

@@ -27,6 +27,8 @@ struct MeshArrays
     std::map<std::string, int> attributes;
     int indices = -1;
     bool isSkinned = false;
+
+    std::size_t CountTexCoords() const;
 };
 
 /// Writes the arrays of geometries, each once, however many surfaces show it.

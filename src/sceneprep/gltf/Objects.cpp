@@ -1,6 +1,7 @@
 #include <sceneprep/gltf/Objects.h>
 
 #include <sceneprep/CameraFrame.h>
+#include <sceneprep/gltf/Finite.h>
 #include <sceneprep/gltf/Utf8.h>
 
 #include <algorithm>
@@ -22,7 +23,9 @@ constexpr double kFarAway = 1e6;
 double HalfTangent(float degrees)
 {
     constexpr double kWidest = 179;
-    return std::tan(std::clamp(static_cast<double>(degrees), kNearest, kWidest) * kRadiansPerDegree / 2);
+    constexpr float kUsual = 45;
+    const double field = std::clamp(static_cast<double>(Finite(degrees, kUsual)), kNearest, kWidest);
+    return std::tan(field * kRadiansPerDegree / 2);
 }
 
 const char* TypeOf(Light::LightType type)
@@ -43,11 +46,12 @@ const char* TypeOf(Light::LightType type)
 
 void SetColor(const D3DXCOLOR& color, tinygltf::Light& target)
 {
-    const double brightest = std::max({color.r, color.g, color.b});
-    target.intensity = brightest > 0 && std::isfinite(brightest) ? brightest : 0;
-    if (target.intensity == 0)
+    const D3DXVECTOR3 parts = Finite(D3DXVECTOR3(color.r, color.g, color.b), 0);
+    const double brightest = std::max({parts.x, parts.y, parts.z, 0.0F});
+    target.intensity = brightest;
+    if (brightest == 0)
         return;
-    for (const float part : {color.r, color.g, color.b})
+    for (const float part : {parts.x, parts.y, parts.z})
         target.color.push_back(std::clamp(static_cast<double>(part) / brightest, 0.0, 1.0));
 }
 
@@ -55,17 +59,20 @@ void SetColor(const D3DXCOLOR& color, tinygltf::Light& target)
 void SetCone(float inner, float outer, tinygltf::Light& target)
 {
     constexpr double kQuarter = std::numbers::pi / 2;
-    target.spot.outerConeAngle = std::clamp(static_cast<double>(outer), kNearest, kQuarter);
+    constexpr float kWidest = 2;
+    target.spot.outerConeAngle = std::clamp(static_cast<double>(Finite(outer, kWidest)), kNearest, kQuarter);
     target.spot.innerConeAngle =
-        std::clamp(static_cast<double>(inner), 0.0, target.spot.outerConeAngle * (1 - kNearest));
+        std::clamp(static_cast<double>(Finite(inner, 0)), 0.0, target.spot.outerConeAngle * (1 - kNearest));
 }
 
 }  // namespace
 
 tinygltf::Camera ConvertCamera(Importing::Camera& camera)
 {
-    const double nearZ = std::min(camera.GetNearZ(), camera.GetFarZ());
-    const double farZ = std::max(camera.GetNearZ(), camera.GetFarZ());
+    const float first = Finite(camera.GetNearZ(), 0);
+    const float second = Finite(camera.GetFarZ(), first);
+    const double nearZ = std::min(first, second);
+    const double farZ = std::max(first, second);
     const double across = HalfTangent(camera.GetFovX());
     const double up = HalfTangent(camera.GetFovY());
 
@@ -75,7 +82,7 @@ tinygltf::Camera ConvertCamera(Importing::Camera& camera)
     target.perspective.yfov = 2 * std::atan(up);
     target.perspective.aspectRatio = across / up;
     target.perspective.znear = nearZ > 0 ? nearZ : kNearest;
-    const bool isFarUsable = std::isfinite(farZ) && farZ > target.perspective.znear;
+    const bool isFarUsable = farZ > target.perspective.znear;
     target.perspective.zfar = isFarUsable ? farZ : target.perspective.znear * kFarAway;
     return target;
 }
@@ -91,7 +98,8 @@ std::optional<tinygltf::Light> ConvertLight(Light& light)
     SetColor(light.GetDiffuse(), target);
     if (light.GetType() == Light::LightType::Spot)
         SetCone(light.GetTheta(), light.GetPhi(), target);
-    const bool isRangeSet = light.GetRange() > 0 && light.GetRange() != Light().GetRange();
+    const bool isRangeSet =
+        light.GetRange() > 0 && std::isfinite(light.GetRange()) && light.GetRange() != Light().GetRange();
     if (isRangeSet && light.GetType() != Light::LightType::Directional)
         target.range = static_cast<double>(light.GetRange());
     return target;

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <sceneprep/gltf/ReadBack.h>
 
+#include <limits>
+
 namespace
 {
 
@@ -77,6 +79,18 @@ TEST_F(GltfAnimations, ARotationWithoutLengthIsNone)
     writer_.Add(keys, 0);
     writer_.Finish();
     EXPECT_EQ(ReadArray<D3DXQUATERNION>(model_, model_.animations[0].samplers[1].output)[0].w, 1);
+}
+
+TEST_F(GltfAnimations, PlacesAndSizesThatAreNoNumbersAreNone)
+{
+    constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
+    std::vector<Key> keys(1);
+    keys[0].SetPosition({kNone, 2, 3});
+    keys[0].SetScale({kNone, 2, 3});
+    writer_.Add(keys, 0);
+    writer_.Finish();
+    EXPECT_EQ(ReadArray<D3DXVECTOR3>(model_, model_.animations[0].samplers[0].output)[0], D3DXVECTOR3(0, 2, 3));
+    EXPECT_EQ(ReadArray<D3DXVECTOR3>(model_, model_.animations[0].samplers[2].output)[0], D3DXVECTOR3(1, 2, 3));
 }
 
 TEST_F(GltfAnimations, NothingMovesWithoutKeys)

@@ -166,7 +166,7 @@ TEST_F(GltfBuildModel, ANodeWithoutAPlaceIsTold)
     D3DXMatrixScaling(&matrix, std::numeric_limits<float>::quiet_NaN(), 1, 1);
     SetLocal(AddNode("Lost", 0), matrix);
     Build();
-    EXPECT_THAT(built_.notes, ElementsAre("nodes whose matrix is not finite are placed where their parent is (1)"));
+    EXPECT_THAT(built_.notes, ElementsAre("what has a matrix that is not finite is placed where its parent is (1)"));
 }
 
 TEST_F(GltfBuildModel, ANodeThatMovesIsPlacedInParts)
@@ -235,10 +235,12 @@ TEST_F(GltfBuildModel, WhatIsLeftOutOrMendedIsTold)
     scene_.SurfaceLibrary[static_cast<std::size_t>(surface)].MapList.push_back(map);
     scene_.GeometryLibrary[0].VertexArray[0].SetNormal(D3DXVECTOR3(0, 0, 0));
     Build();
-    EXPECT_THAT(built_.notes,
-                ElementsAre("normals without a direction are replaced by those of a face (1)",
-                            "lights without a kind are left out (1)",
-                            "glTF has no place for texture layers of these kinds, or for a second one: sheen"));
+    EXPECT_THAT(
+        built_.notes,
+        ElementsAre("normals without a direction are replaced by those of a face (1)",
+                    "lights without a kind are left out (1)",
+                    "texture layers that glTF has no place for, or the mesh no texture coordinates, are left out: "
+                    "sheen"));
 }
 
 TEST_F(GltfBuildModel, ADeepHierarchyIsNoProblem)

@@ -21,7 +21,7 @@ protected:
 
     const tinygltf::Material& Write(Surface surface)
     {
-        return model_.materials.at(static_cast<std::size_t>(writer_.Find(surface)));
+        return model_.materials.at(static_cast<std::size_t>(writer_.Find(surface, twoSets_)));
     }
 
     const tinygltf::Material& Write(const Material& material)
@@ -51,6 +51,7 @@ protected:
 
     Importing::SceneContainer scene_;
     Textures textures_;
+    MeshArrays twoSets_ = {.attributes = {{"TEXCOORD_0", 0}, {"TEXCOORD_1", 1}}};
     tinygltf::Model model_;
     Buffers buffers_{model_};
     ImageWriter images_{scene_, textures_, "a", true, buffers_, model_};
@@ -139,6 +140,50 @@ TEST_F(GltfMaterials, LayersWithoutAPlaceAreTold)
     WriteMapped({"diffuse", "base-color"});
     WriteMapped({"displacement"});
     EXPECT_EQ(writer_.LayersLeftOut(), (std::set<std::string>{"base-color", "displacement"}));
+}
+
+TEST_F(GltfMaterials, ALayerNeedsTheTextureCoordinatesThatItNames)
+{
+    Surface surface;
+    surface.MapList.resize(1);
+    surface.MapList[0].SetTextureID(0);
+    surface.MapList[0].SetType("diffuse");
+    surface.MapList[0].SetUVSetIndex(1);
+    const MeshArrays oneSet = {.attributes = {{"TEXCOORD_0", 0}}};
+    EXPECT_EQ(writer_.Find(surface, oneSet), 0);
+    EXPECT_EQ(model_.materials[0].pbrMetallicRoughness.baseColorTexture.index, -1);
+    EXPECT_EQ(writer_.LayersLeftOut(), (std::set<std::string>{"diffuse"}));
+    EXPECT_EQ(writer_.Find(surface, twoSets_), 1) << "another mesh has them";
+}
+
+TEST_F(GltfMaterials, PicturesOfLayersWithoutAPlaceAreNotWritten)
+{
+    WriteMapped({"displacement"});
+    EXPECT_TRUE(model_.images.empty());
+}
+
+TEST_F(GltfMaterials, ASecondLayerLeavesTheFirstOneAsItIs)
+{
+    Surface surface;
+    for (const float amount : {0.25F, 0.75F})
+    {
+        Map map;
+        map.SetTextureID(0);
+        map.SetType("normal");
+        map.SetAmount(amount);
+        surface.MapList.push_back(map);
+    }
+    EXPECT_EQ(Write(surface).normalTexture.scale, 0.25);
+}
+
+TEST_F(GltfMaterials, AmountsThatAreNoNumbersAreTheUsualOnes)
+{
+    Surface surface;
+    surface.MapList.resize(1);
+    surface.MapList[0].SetTextureID(0);
+    surface.MapList[0].SetType("normal");
+    surface.MapList[0].SetAmount(std::numeric_limits<float>::quiet_NaN());
+    EXPECT_EQ(Write(surface).normalTexture.scale, 1);
 }
 
 TEST_F(GltfMaterials, ALayersMatrixBecomesATransform)

@@ -4,6 +4,7 @@
 #include <sceneprep/CameraFrame.h>
 #include <sceneprep/gltf/Placement.h>
 
+#include <cmath>
 #include <limits>
 #include <numbers>
 
@@ -98,6 +99,33 @@ TEST(GltfObjects, TheConeOfAFreshLightIsAQuarterTurn)
     const tinygltf::Light target = ConvertLight(light).value();
     EXPECT_DOUBLE_EQ(target.spot.outerConeAngle, std::numbers::pi / 2);
     EXPECT_LT(target.spot.innerConeAngle, target.spot.outerConeAngle);
+}
+
+TEST(GltfObjects, NothingThatIsNoFiniteNumberIsWritten)
+{
+    constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    Camera camera;
+    camera.SetFovX(kNone);
+    camera.SetFovY(kInfinity);
+    camera.SetNearZ(kInfinity);
+    camera.SetFarZ(kNone);
+    const tinygltf::PerspectiveCamera written = ConvertCamera(camera).perspective;
+    for (const double value : {written.aspectRatio, written.yfov, written.znear, written.zfar})
+        EXPECT_TRUE(std::isfinite(value) && value > 0);
+    EXPECT_GT(written.zfar, written.znear);
+
+    Light light;
+    light.SetType(Light::LightType::Spot);
+    light.SetDiffuse({kNone, 2, kInfinity, 1});
+    light.SetTheta(kNone);
+    light.SetPhi(kInfinity);
+    light.SetRange(kInfinity);
+    const tinygltf::Light spot = ConvertLight(light).value();
+    EXPECT_EQ(spot.intensity, 2);
+    EXPECT_EQ(spot.color, (std::vector<double>{0, 1, 0}));
+    EXPECT_TRUE(std::isfinite(spot.spot.innerConeAngle) && std::isfinite(spot.spot.outerConeAngle));
+    EXPECT_EQ(spot.range, 0);
 }
 
 TEST(GltfObjects, ALightWithoutAKindIsNone)

@@ -29,6 +29,7 @@ protected:
         scene_.NodeLibrary[0].SurfaceList = {0};
         scene_.SetRootNodeIndex(0);
         scene_.GeometryLibrary.push_back(Support::Triangle());
+        scene_.GeometryLibrary[0].VertexArray[0].SetTexCoord({0, 0}, 0);
         scene_.SurfaceLibrary.resize(1);
         scene_.SurfaceLibrary[0].SetGeometryID(0);
         Importing::Map map;

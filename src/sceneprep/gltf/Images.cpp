@@ -6,6 +6,7 @@
 #include <sceneprep/gltf/Utf8.h>
 
 #include <algorithm>
+#include <cctype>
 #include <string_view>
 #include <utility>
 
@@ -37,6 +38,15 @@ const PictureKind* KindOf(const EmbeddedTexture& picture)
     return found == std::end(kKinds) ? nullptr : found;
 }
 
+/// glTF files hand their references on as they stand there.
+bool IsEncoded(const std::string& reference, std::size_t place)
+{
+    const auto isHex = [&](std::size_t i) {
+        return i < reference.size() && std::isxdigit(static_cast<unsigned char>(reference[i])) != 0;
+    };
+    return reference[place] == '%' && isHex(place + 1) && isHex(place + 2);
+}
+
 }  // namespace
 
 std::string EncodeUri(const std::string& reference)
@@ -45,10 +55,13 @@ std::string EncodeUri(const std::string& reference)
     if (reference.find("://") != std::string::npos)
         return reference;  // a reference into the net is encoded already
     std::string uri;
-    for (const char letter : reference)
+    for (std::size_t i = 0; i < reference.size(); ++i)
     {
+        const char letter = reference[i];
         const auto byte = static_cast<unsigned char>(letter);
-        if (letter == '\\')
+        if (IsEncoded(reference, i))
+            uri += letter;
+        else if (letter == '\\')
             uri += '/';
         else if ((byte < 0x80 && std::isalnum(byte) != 0) || kAllowed.find(letter) != std::string_view::npos)
             uri += letter;

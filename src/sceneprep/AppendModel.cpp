@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
+#include <sceneprep/TextureReferences.h>
 
-#include <charconv>
-#include <optional>
+#include <map>
 
 namespace Sceneprep
 {
@@ -13,17 +13,6 @@ namespace
 {
 
 namespace fs = std::filesystem;
-
-/// Understands "*3", the reference to a picture in the file itself.
-std::optional<std::size_t> EmbeddedIndex(const std::string& reference)
-{
-    if (reference.size() < 2 || reference.front() != '*')
-        return std::nullopt;
-    std::size_t index = 0;
-    const char* end = reference.data() + reference.size();
-    const auto [stop, error] = std::from_chars(reference.data() + 1, end, index);
-    return error == std::errc() && stop == end ? std::optional(index) : std::nullopt;
-}
 
 bool IsRelativeFile(const std::string& reference)
 {
@@ -39,29 +28,62 @@ std::string Rebase(const std::string& reference, const fs::path& from, const fs:
     return (fromFolder / reference).lexically_normal().lexically_relative(toFolder).generic_string();
 }
 
-std::string SpellingOf(const Textures& textures, const std::string& reference)
+/// @return the reference in a form that means the same beside other models' pictures: those in the file by number,
+///         `before` pictures counted first, and no file in the form of a number.
+std::string Distinct(const Textures& textures, const std::string& reference, std::size_t before)
 {
-    const auto found = textures.spelling.find(reference);
-    return found == textures.spelling.end() ? reference : found->second;
+    if (const EmbeddedTexture* picture = FindEmbedded(textures, reference))
+        return fmt::format("*{}", before + static_cast<std::size_t>(picture - textures.embedded.data()));
+    return reference.starts_with('*') ? "./" + reference : reference;
+}
+
+void MakeReferencesDistinct(const LoadedModel& model)
+{
+    for (std::string& entry : model.scene.TextureLibrary)
+    {
+        const std::string before = SpellingOf(model.textures, entry);
+        const std::string spelling = Distinct(model.textures, before, 0);
+        if (spelling == before)
+            continue;
+        entry = spelling.starts_with('*') ? spelling : "./" + entry;
+        model.textures.spelling.emplace(entry, spelling);
+    }
+}
+
+/// Takes the names of pictures away that a file outside or another picture has too: a name would lead to the wrong one.
+/// Every reference to a picture is a number by now.
+void DropSharedNames(const LoadedModel& model)
+{
+    std::map<std::string, int> uses;
+    for (const std::string& entry : model.scene.TextureLibrary)
+        ++uses[FileNameOf(SpellingOf(model.textures, entry))];
+    for (const EmbeddedTexture& picture : model.textures.embedded)
+        ++uses[FileNameOf(picture.fileName)];
+    for (EmbeddedTexture& picture : model.textures.embedded)
+    {
+        if (uses[FileNameOf(picture.fileName)] > 1)
+            picture.fileName.clear();
+    }
 }
 
 }  // namespace
 
 void AppendModel(const LoadedModel& first, const LoadedModel& other)
 {
+    MakeReferencesDistinct(first);
     const std::size_t pictures = first.textures.embedded.size();
-    for (std::string& reference : other.scene.TextureLibrary)
+    for (std::string& entry : other.scene.TextureLibrary)
     {
-        const std::optional<std::size_t> embedded = EmbeddedIndex(reference);
-        const std::string spelling = embedded ? fmt::format("*{}", *embedded + pictures)
-                                              : Rebase(SpellingOf(other.textures, reference), other.file, first.file);
+        const std::string reference = Distinct(other.textures, SpellingOf(other.textures, entry), pictures);
+        const std::string spelling = reference.starts_with('*') ? reference : Rebase(reference, other.file, first.file);
         const int index = first.scene.AddTextureToLibrary(spelling, true);
-        reference = Importing::At(first.scene.TextureLibrary, index);
-        first.textures.spelling.emplace(reference, spelling);
+        entry = Importing::At(first.scene.TextureLibrary, index);
+        first.textures.spelling.emplace(entry, spelling);
     }
     for (EmbeddedTexture& picture : other.textures.embedded)
         first.textures.embedded.push_back(std::move(picture));
     first.scene.AppendSC(&other.scene);
+    DropSharedNames(first);
 }
 
 }  // namespace Sceneprep

@@ -18,10 +18,11 @@ struct LoadedModel
 
 /// Appends one model to another by SceneContainer::AppendSC(), its textures included.
 ///
-/// Pictures that lie in the other file are counted on from those of the first. Texture files that the other names
-/// relative to its own folder are named relative to the first one's folder.
+/// References to pictures that lie in the files become numbers, those of the other file counted on from those of the
+/// first. Pictures of one name lose it, and so do those that have the name of a texture file. Texture files that the
+/// other names relative to its own folder are named relative to the first one's folder.
 ///
-/// The other model's texture library is rewritten on the way. The spare node that the appending leaves is not removed.
+/// Both texture libraries are rewritten on the way. The spare node that the appending leaves is not removed.
 void AppendModel(const LoadedModel& first, const LoadedModel& other);
 
 }  // namespace Sceneprep

@@ -6,12 +6,7 @@
 namespace Sceneprep
 {
 
-namespace
-{
-
 std::string FileNameOf(const std::string& path) { return path.substr(path.find_last_of("/\\") + 1); }
-
-}  // namespace
 
 std::string SpellingOf(const Textures& textures, const std::string& entry)
 {

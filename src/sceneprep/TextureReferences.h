@@ -7,6 +7,9 @@
 namespace Sceneprep
 {
 
+/// @return the last part of a path, whichever way its slashes lean.
+std::string FileNameOf(const std::string& path);
+
 /// @return an entry of the texture library as the model file spelled it; unchanged where the file did not name it.
 std::string SpellingOf(const Textures& textures, const std::string& entry);
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sceneprep/ExpectSameWorld.h>
+#include <sceneprep/TextureReferences.h>
 #include <support/SceneText.h>
 
 namespace
@@ -32,6 +33,11 @@ struct Model
     {
         return scene.TextureLibrary.at(
             static_cast<std::size_t>(scene.SurfaceLibrary.at(surface).MapList.at(map).GetTextureID()));
+    }
+
+    const EmbeddedTexture* PictureOf(std::size_t surface, std::size_t map)
+    {
+        return FindEmbedded(textures, SpellingOf(textures, TextureOf(surface, map)));
     }
 
     SceneContainer scene;
@@ -90,16 +96,57 @@ TEST(AppendModel, FilesOfAnotherFolderAreNamedFromTheFirstOne)
     EXPECT_EQ(first.TextureOf(1, 2), "https://example.org/sky.png");
 }
 
-TEST(AppendModel, AStarWithoutNumberIsAFileName)
+TEST(AppendModel, PicturesOfOneNameStayApart)
 {
     Model first("A[a]");
+    first.AddTexture("maps/Texture.png");
+    first.textures.embedded = {{.fileName = "Texture.png", .content = {1}}};
+    Model other("B[b]");
+    other.AddTexture("Texture.png");
+    other.textures.embedded = {{.fileName = "other.png"}, {.fileName = "C:\\Texture.png", .content = {2}}};
+    AppendModel(first.At("a.fbx"), other.At("b.fbx"));
+    EXPECT_EQ(first.TextureOf(0, 0), "*0");
+    EXPECT_EQ(first.TextureOf(1, 0), "*2");
+    EXPECT_EQ(first.PictureOf(0, 0)->content, std::vector<unsigned char>{1});
+    EXPECT_EQ(first.PictureOf(1, 0)->content, std::vector<unsigned char>{2});
+    EXPECT_EQ(first.textures.embedded[0].fileName, "");
+    EXPECT_EQ(first.textures.embedded[1].fileName, "other.png");
+}
+
+TEST(AppendModel, AFileIsNoPictureOfItsName)
+{
+    Model first("A[a]");
+    first.AddTexture("Texture.png");
+    first.textures.embedded = {{.fileName = "Texture.png"}};
+    Model second("B[b]");
+    second.AddTexture("Texture.png");
+    Model third("C[c]");
+    third.AddTexture("Texture.png");
+    third.textures.embedded = {{.fileName = "Texture.png", .content = {3}}};
+    AppendModel(first.At("a.fbx"), second.At("b.fbx"));
+    AppendModel(first.At("a.fbx"), third.At("c.fbx"));
+    EXPECT_EQ(first.PictureOf(0, 0), first.textures.embedded.data());
+    EXPECT_EQ(first.TextureOf(1, 0), "texture.png");
+    EXPECT_EQ(first.PictureOf(1, 0), nullptr);
+    EXPECT_EQ(first.PictureOf(2, 0), &first.textures.embedded[1]);
+}
+
+TEST(AppendModel, AStarWithoutAPictureIsAFileName)
+{
+    Model first("A[a]");
+    first.AddTexture("*1");
     first.textures.embedded = {{.fileName = "first"}};
     Model other("B[b]");
     other.AddTexture("*");
-    other.AddTexture("*1a");
+    other.AddTexture("*1A");
+    other.AddTexture("*0");
     AppendModel(first.At("a.glb"), other.At("b.glb"));
-    EXPECT_EQ(first.TextureOf(1, 0), "*");
-    EXPECT_EQ(first.TextureOf(1, 1), "*1a");
+    AppendModel(first.At("a.glb"), Model("C[c]").At("c.glb"));
+    EXPECT_EQ(first.TextureOf(0, 0), "./*1");
+    EXPECT_EQ(first.TextureOf(1, 0), "./*");
+    EXPECT_EQ(first.TextureOf(1, 1), "./*1a");
+    EXPECT_EQ(first.textures.spelling.at("./*1a"), "./*1A");
+    EXPECT_EQ(first.PictureOf(1, 2), nullptr);
 }
 
 }  // namespace

@@ -20,6 +20,13 @@ protected:
     Textures textures_;
 };
 
+TEST_F(TextureReferencesTest, FileNamesLieBehindEitherSlash)
+{
+    EXPECT_EQ(FileNameOf("C:\\art/pictures\\Stone.png"), "Stone.png");
+    EXPECT_EQ(FileNameOf("/art/Stone.png"), "Stone.png");
+    EXPECT_EQ(FileNameOf("Stone.png"), "Stone.png");
+}
+
 TEST_F(TextureReferencesTest, TheFilesSpellingIsKept)
 {
     EXPECT_EQ(SpellingOf(textures_, "wood.png"), "Wood.PNG");

@@ -29,6 +29,14 @@ std::string CrashText(int signal)
     return fmt::format("crashed while {} ({}); try other steps or another format", WorkState::Describe(), reason);
 }
 
+/// Files appear whole or not at all; only the report may still be missing.
+std::string StopText()
+{
+    if (WorkState::CurrentPhase() == Phase::Written)
+        return fmt::format("stopped; {} has been written already", WorkState::CurrentFile().string());
+    return "stopped; nothing has been written";
+}
+
 constexpr double kBytesPerGiB = 1024.0 * 1024.0 * 1024.0;
 
 /// @return whether the input at which the work crashed could be left out.
@@ -74,7 +82,7 @@ int RunIsolated(const Options& options, std::ostream& errors, const std::functio
         WorkState::RemoveTemporaryFolder();
         if (result.interruptedBy != 0)
         {
-            errors << "sceneprep: stopped; nothing has been written\n";
+            errors << "sceneprep: " << StopText() << '\n';
             return kStoppedBySignal + result.interruptedBy;
         }
         const bool memory = WorkState::RanOutOfMemory();

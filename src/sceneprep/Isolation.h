@@ -17,7 +17,8 @@ std::uint64_t MemoryLimitOf(const Options& options);
 std::string OutOfMemoryText(const Options& options);
 
 /// Does what the options ask for in a process of its own and tells, in one line on `errors`, when that ended early: by
-/// a crash, or because the user stopped it. What was half written is removed then.
+/// a crash, or because the user stopped it. What was half written is removed then, and the line says when the output
+/// had been written already.
 ///
 /// With keepGoing a crash while an input is read starts the work again without that input.
 ///

@@ -82,6 +82,7 @@ void MoveIntoPlace(const fs::path& from, const fs::path& file)
                 fs::rename(entry.path(), folder / entry.path().filename());
         }
         fs::rename(from / file.filename(), file);
+        WorkState::Enter(WorkState::Phase::Written, file);
     }
     catch (const fs::filesystem_error& error)
     {

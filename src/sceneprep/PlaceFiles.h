@@ -24,7 +24,7 @@ private:
 };
 
 /// Moves all files of a folder beside a file, that file last, once all of them are on the disk. Nobody can stop the
-/// program half way.
+/// program half way. The work is then at Phase::Written.
 /// @throws ToolError when one cannot be moved.
 void MoveIntoPlace(const std::filesystem::path& from, const std::filesystem::path& file);
 

@@ -54,6 +54,8 @@ const char* Verb(Phase phase)
             return "reading";
         case Phase::Writing:
             return "writing";
+        case Phase::Written:
+            return "reporting on";
         case Phase::Starting:
         case Phase::Preparing:
             break;

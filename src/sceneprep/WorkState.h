@@ -17,7 +17,8 @@ enum class Phase
     Starting,
     Reading,
     Preparing,
-    Writing
+    Writing,
+    Written  ///< the file is in its place
 };
 
 /// The work begins: nothing is known yet.

@@ -116,6 +116,20 @@ TEST_F(IsolationTest, AStopRequestEndsTheWorkAndCleansUp)
               "sceneprep: stopped; nothing has been written\nsceneprep: stopped; nothing has been written\n");
 }
 
+TEST_F(IsolationTest, AStopRequestAfterTheOutputSaysThatItIsThere)
+{
+    const pid_t self = getpid();
+    EXPECT_EQ(Run([self](const Options&) {
+                  WorkState::Enter(Phase::Written, "out.glb");
+                  kill(self, SIGTERM);
+                  for (;;)
+                      pause();
+                  return kDone;
+              }),
+              128 + SIGTERM);
+    EXPECT_EQ(errors_.str(), "sceneprep: stopped; out.glb has been written already\n");
+}
+
 TEST_F(IsolationTest, MemoryIsLimitedAsAsked)
 {
     options_.memoryLimit = 0.5;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sceneprep/Error.h>
 #include <sceneprep/TestFiles.h>
+#include <sceneprep/WorkState.h>
 
 #include <fstream>
 
@@ -41,6 +42,8 @@ TEST(PlaceFiles, FilesReplaceThoseThatWereThere)
     std::ofstream(folder.Path() / "house.obj") << "new";
     std::ofstream(folder.Path() / "house.mtl") << "beside";
     MoveIntoPlace(folder.Path(), parent / "house.obj");
+    EXPECT_EQ(WorkState::CurrentPhase(), WorkState::Phase::Written);
+    EXPECT_EQ(WorkState::CurrentFile(), parent / "house.obj");
     EXPECT_EQ(ReadText(parent / "house.obj"), "new");
     EXPECT_EQ(ReadText(parent / "house.mtl"), "beside");
     EXPECT_TRUE(fs::is_empty(folder.Path()));
@@ -51,7 +54,9 @@ TEST(PlaceFiles, WhatCannotBeMovedIsAnError)
     const SceneprepTests::TemporaryFolder parent;
     const TemporaryFolder folder(parent.Path());
     std::ofstream(folder.Path() / "house.obj") << "new";
+    WorkState::Enter(WorkState::Phase::Writing, "house.obj");
     EXPECT_THROW(MoveIntoPlace(folder.Path(), parent / "none" / "house.obj"), ToolError);
+    EXPECT_EQ(WorkState::CurrentPhase(), WorkState::Phase::Writing);
     EXPECT_TRUE(fs::exists(folder.Path() / "house.obj"));
 }
 

@@ -18,6 +18,8 @@ TEST(WorkState, SaysWhatIsGoingOn)
     EXPECT_EQ(WorkState::Describe(), "reading a.obj");
     WorkState::Enter(WorkState::Phase::Writing, "b.glb");
     EXPECT_EQ(WorkState::Describe(), "writing b.glb");
+    WorkState::Enter(WorkState::Phase::Written, "b.glb");
+    EXPECT_EQ(WorkState::Describe(), "reporting on b.glb");
     WorkState::Enter(WorkState::Phase::Preparing, "c");
     EXPECT_EQ(WorkState::Describe(), "preparing c");
     EXPECT_EQ(WorkState::CurrentPhase(), WorkState::Phase::Preparing);

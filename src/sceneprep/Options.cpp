@@ -154,6 +154,14 @@ ParsedCommandLine BadUsage(const CLI::App& app, const std::string& problem)
             .error = fmt::format("sceneprep: {}; see '{}'", OneLine(problem), HelpFor(app))};
 }
 
+bool NameOneFile(const std::filesystem::path& a, const std::filesystem::path& b)
+{
+    std::error_code ignored;
+    return std::filesystem::absolute(a, ignored).lexically_normal() ==
+               std::filesystem::absolute(b, ignored).lexically_normal() ||
+           std::filesystem::equivalent(a, b, ignored);
+}
+
 /// Takes over what needs more than one option to be understood.
 /// @return what makes no sense; empty when all does.
 std::string Complete(const CLI::App& command, const PrepareWords& words, PrepareOptions& prepare)
@@ -175,8 +183,13 @@ std::string Complete(const CLI::App& command, const PrepareWords& words, Prepare
         if (command.count(detail) > 0 && !prepare.steps.flatten)
             return fmt::format("{} requires --flatten or --all", detail);
     }
-    if (!prepare.jsonFile.empty() && prepare.jsonFile.lexically_normal() == prepare.output.lexically_normal())
+    if (!prepare.jsonFile.empty() && NameOneFile(prepare.jsonFile, prepare.output))
         return "--json and --output name the same file; give each a name of its own";
+    for (const std::filesystem::path& input : prepare.inputs)
+    {
+        if (!prepare.jsonFile.empty() && NameOneFile(prepare.jsonFile, input))
+            return fmt::format("--json names the input {}; give the report a name of its own", input.string());
+    }
     return {};
 }
 

@@ -5,6 +5,7 @@
 #include <sceneprep/ExportModel.h>
 #include <sceneprep/ImportModel.h>
 #include <sceneprep/LoadInputs.h>
+#include <sceneprep/PlaceFiles.h>
 #include <sceneprep/PrepareReport.h>
 #include <sceneprep/PrepareSteps.h>
 #include <sceneprep/Proof.h>
@@ -19,9 +20,11 @@ namespace Sceneprep
 namespace
 {
 
+namespace fs = std::filesystem;
+
 void CheckFiles(const PrepareOptions& options)
 {
-    for (const std::filesystem::path& input : options.inputs)
+    for (const fs::path& input : options.inputs)
     {
         if (!options.keepGoing)
             CheckReadable(input);
@@ -58,13 +61,35 @@ void CheckProof(const PrepareOptions& options, const PrepareReport& report)
                                 options.output.string(), fmt::join(report.differences, ", ")));
 }
 
-void WriteJson(const std::filesystem::path& file, const PrepareReport& report)
+void WriteText(const std::string& text, const fs::path& target, const fs::path& file)
 {
-    std::ofstream stream(file, std::ios::binary | std::ios::trunc);
-    stream << ReportJson(report);
+    std::ofstream stream(target, std::ios::binary | std::ios::trunc);
+    stream << text;
     stream.close();
     if (!stream)
         throw ToolError(fmt::format("cannot write {}; choose another name", file.string()));
+}
+
+/// Pipes, devices and links to them are written to, not replaced.
+bool MayBeReplaced(const fs::path& file)
+{
+    const fs::file_type type = fs::symlink_status(file).type();
+    return type == fs::file_type::not_found || type == fs::file_type::regular;
+}
+
+/// An ordinary file appears whole or not at all.
+void WriteJson(const fs::path& file, const PrepareReport& report)
+{
+    const std::string json = ReportJson(report);
+    if (!MayBeReplaced(file))
+    {
+        WriteText(json, file, file);
+        return;
+    }
+    const fs::path absolute = fs::absolute(file);
+    const TemporaryFolder temporary(absolute.parent_path());
+    WriteText(json, temporary.Path() / absolute.filename(), file);
+    MoveIntoPlace(temporary.Path(), absolute);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sceneprep/TestFiles.h>
 
 namespace
 {
@@ -111,8 +112,21 @@ TEST(Options, WhatMakesNoSenseTogetherIsBadUsage)
     ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--json", "./out.glb"},
                    "sceneprep: --json and --output name the same file; give each a name of its own; see 'sceneprep "
                    "prepare --help'");
+    ExpectBadUsage({"prepare", "a.obj", "in.obj", "-o", "out.glb", "--json", "./in.obj"},
+                   "sceneprep: --json names the input in.obj; give the report a name of its own; see 'sceneprep "
+                   "prepare --help'");
     ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--weld", "--ignore-animation"},
                    "sceneprep: --ignore-animation requires --flatten or --all; see 'sceneprep prepare --help'");
+}
+
+TEST(Options, OneFileByTwoNamesIsBadUsage)
+{
+    const SceneprepTests::TemporaryFolder folder;
+    const std::filesystem::path input = folder.Write("in.obj", "");
+    std::filesystem::create_symlink(input, folder / "report.json");
+    ExpectBadUsage({"prepare", input.string(), "-o", "out.glb", "--json", (folder / "report.json").string()},
+                   "sceneprep: --json names the input " + input.string() +
+                       "; give the report a name of its own; see 'sceneprep prepare --help'");
 }
 
 TEST(Options, MemoryIsAPositiveNumber)

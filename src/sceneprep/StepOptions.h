@@ -7,7 +7,8 @@
 namespace Sceneprep
 {
 
-/// Which steps `prepare` runs, in the order in which it runs them.
+/// Which steps `prepare` runs, in the order in which it runs them. Names of surfaces are made distinct last of all,
+/// once surfaceNames has given them.
 struct StepOptions
 {
     bool resolveInstances = false;
@@ -18,12 +19,12 @@ struct StepOptions
     bool normals = false;
     bool unifyNormals = false;
     std::vector<UVMapping> uvs = {};
+    bool uniqueNames = false;
     bool flatten = false;
     int minSurfaces = 2;           ///< for flatten
     int maxVertices = -1;          ///< for flatten; negative: no limit
     bool ignoreAnimation = false;  ///< for flatten
     bool surfaceNames = false;
-    bool uniqueNames = false;
     bool collisionOffsets = false;
 };
 

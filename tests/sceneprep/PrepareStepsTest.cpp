@@ -20,9 +20,9 @@ TEST(PrepareSteps, EverythingInItsOrder)
                                  .normals = true,
                                  .unifyNormals = true,
                                  .uvs = {{"cubic", 0, false}},
+                                 .uniqueNames = true,
                                  .flatten = true,
                                  .surfaceNames = true,
-                                 .uniqueNames = true,
                                  .collisionOffsets = true};
     EXPECT_EQ(
         MakePipeline(options).StepNames(),
@@ -43,8 +43,8 @@ TEST(PrepareSteps, StepsThatWorkMatricesIntoMeshesResolveInstances)
                                  .normals = true,
                                  .unifyNormals = true,
                                  .uvs = {{"cubic", 0, false}},
-                                 .surfaceNames = true,
                                  .uniqueNames = true,
+                                 .surfaceNames = true,
                                  .collisionOffsets = true}));
     EXPECT_EQ(MakePipeline({.repairMirrors = true}).StepNames(), (Names{"Resolve instances", "Repair mirrors"}));
 }

@@ -119,8 +119,8 @@ TEST_P(RealFilesTest, NormalsUVsNamesAndOffsetsKeepTheWorld)
                              .normals = true,
                              .unifyNormals = true,
                              .uvs = {{"cubic", 0, false}, {"planar-x", 1, true}},
-                             .surfaceNames = true,
                              .uniqueNames = true,
+                             .surfaceNames = true,
                              .collisionOffsets = true});
 }
 

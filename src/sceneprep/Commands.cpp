@@ -1,6 +1,5 @@
 #include <sceneprep/Commands.h>
 
-#include <fmt/format.h>
 #include <sceneprep/Error.h>
 #include <sceneprep/ImportModel.h>
 #include <sceneprep/Isolation.h>
@@ -91,7 +90,7 @@ int RunCommand(const Options& options, std::ostream& out, std::ostream& errors)
     }
     catch (const std::exception& error)
     {
-        problem = fmt::format("{} went wrong ({}); check the model", WorkState::Describe(), OneLine(error.what()));
+        problem = WorkState::DescribeFailure(error);
     }
     errors << "sceneprep: " << problem << '\n';
     return kUnusable;

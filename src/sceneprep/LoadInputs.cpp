@@ -6,6 +6,8 @@
 #include <sceneprep/ImportModel.h>
 #include <sceneprep/WorkState.h>
 
+#include <new>
+#include <optional>
 #include <utility>
 
 namespace Sceneprep
@@ -16,26 +18,64 @@ namespace
 
 namespace fs = std::filesystem;
 
-/// Reads one file; afterwards it is the scene, or is appended to it.
-void LoadInput(const fs::path& file, const PluginLibrary& plugin, Progress& progress, LoadedInputs& loaded)
+/// One model file, read and not yet part of the scene.
+struct ReadInput
 {
-    std::unique_ptr<Importing::SceneContainer> scene = plugin.CreateScene();
+    std::unique_ptr<Importing::SceneContainer> scene;
     ImportedModel model;
-    WorkState::Enter(WorkState::Phase::Reading, file);
-    loaded.steps.push_back(
-        RunStep("Import " + file.filename().string(), progress, [&] { model = ImportModel(file, *scene, progress); }));
-    WorkState::Enter(WorkState::Phase::Preparing, file);
+    StepResult step;
+};
 
-    loaded.notes.insert(loaded.notes.end(), model.notes.begin(), model.notes.end());
+ReadInput Read(const fs::path& file, const PluginLibrary& plugin, Progress& progress)
+{
+    WorkState::Enter(WorkState::Phase::Reading, file);
+    ReadInput input{.scene = plugin.CreateScene(), .model = {}, .step = {}};
+    input.step = RunStep("Import " + file.filename().string(), progress,
+                         [&] { input.model = ImportModel(file, *input.scene, progress); });
+    return input;
+}
+
+/// As Read(), whatever goes wrong.
+/// @return none when the file cannot be read; `problem` says why then.
+std::optional<ReadInput> TryToRead(const fs::path& file, const PluginLibrary& plugin, Progress& progress,
+                                   std::string& problem)
+{
+    try
+    {
+        return Read(file, plugin, progress);
+    }
+    catch (const ToolError& error)
+    {
+        problem = error.what();
+    }
+    catch (const std::bad_alloc&)
+    {
+        problem = WorkState::Describe() +
+                  " needs more memory than it may have; raise --memory-limit or use a smaller "
+                  "model";
+    }
+    catch (const std::exception& error)
+    {
+        problem = WorkState::DescribeFailure(error);
+    }
+    return std::nullopt;
+}
+
+/// Makes the input the scene, or a part of it.
+void Add(const fs::path& file, ReadInput input, Progress& progress, LoadedInputs& loaded)
+{
+    WorkState::Enter(WorkState::Phase::Preparing, file);
+    loaded.steps.push_back(std::move(input.step));
+    loaded.notes.insert(loaded.notes.end(), input.model.notes.begin(), input.model.notes.end());
     if (loaded.inputs.empty())
     {
-        loaded.scene = std::move(scene);
-        loaded.textures = std::move(model.textures);
+        loaded.scene = std::move(input.scene);
+        loaded.textures = std::move(input.model.textures);
     }
     else
     {
         const LoadedModel first{*loaded.scene, loaded.textures, loaded.inputs.front()};
-        const LoadedModel other{*scene, model.textures, file};
+        const LoadedModel other{*input.scene, input.model.textures, file};
         loaded.steps.push_back(
             RunStep("Append " + file.filename().string(), progress, [&] { AppendModel(first, other); }));
     }
@@ -50,20 +90,18 @@ LoadedInputs LoadInputs(const PrepareOptions& options, const PluginLibrary& plug
     loaded.leftOut = options.leftOut;
     for (const fs::path& file : options.inputs)
     {
-        try
+        std::string problem;
+        std::optional<ReadInput> input =
+            options.keepGoing ? TryToRead(file, plugin, progress, problem) : Read(file, plugin, progress);
+        if (input)
         {
-            LoadInput(file, plugin, progress, loaded);
+            // What fails from here on leaves half a scene: it ends the work.
+            Add(file, std::move(*input), progress, loaded);
+            continue;
         }
-        catch (const ToolError& error)
-        {
-            if (!options.keepGoing)
-                throw;
-            loaded.leftOut.push_back(file);
-            loaded.problems.emplace_back(error.what());
-        }
+        loaded.leftOut.push_back(file);
+        loaded.problems.push_back(problem);
     }
-    if (loaded.inputs.empty())
-        throw ToolError(loaded.problems.back() + " (no input is left)");
     if (loaded.inputs.size() > 1)
         DropUnreachableNodes(*loaded.scene);  // appending leaves a spare node each time
     return loaded;

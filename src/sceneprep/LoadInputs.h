@@ -17,7 +17,7 @@ namespace Sceneprep
 /// Model files as one scene.
 struct LoadedInputs
 {
-    std::unique_ptr<Importing::SceneContainer> scene;
+    std::unique_ptr<Importing::SceneContainer> scene;  ///< null when all inputs were left out
     Textures textures;
     std::vector<StepResult> steps;
     std::vector<std::string> notes;              ///< what was left out of the models
@@ -26,9 +26,9 @@ struct LoadedInputs
     std::vector<std::string> problems;           ///< why, one line each
 };
 
-/// Reads the inputs in order and appends all others to the first. With keepGoing an input that cannot be read is left
-/// out.
-/// @throws ToolError when an input cannot be read, or with keepGoing none can.
+/// Reads the inputs in order and appends all others to the first. With keepGoing an input that cannot be read,
+/// whatever the reason, is left out; also when none remains.
+/// @throws ToolError without keepGoing when an input cannot be read.
 LoadedInputs LoadInputs(const PrepareOptions& options, const PluginLibrary& plugin, Progress& progress);
 
 }  // namespace Sceneprep

@@ -51,6 +51,13 @@ void Tell(const std::vector<std::string>& notes, Progress& progress, PrepareRepo
     report.notes.insert(report.notes.end(), notes.begin(), notes.end());
 }
 
+void TellProblems(const std::vector<std::string>& problems, Progress& progress, std::ostream& errors)
+{
+    progress.Clear();
+    for (const std::string& problem : problems)
+        errors << "sceneprep: " << problem << '\n';
+}
+
 bool TurnsFaces(const StepOptions& steps) { return steps.checkOrientation || steps.fixCulling; }
 
 void CheckProof(const PrepareOptions& options, const PrepareReport& report)
@@ -99,6 +106,11 @@ int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ost
 {
     CheckFiles(options);
     LoadedInputs loaded = LoadInputs(options, plugin, progress);
+    if (loaded.inputs.empty())
+    {
+        TellProblems(loaded.problems, progress, errors);
+        throw ToolError("no input is left; name one that can be read");
+    }
     Importing::SceneContainer& scene = *loaded.scene;
 
     PrepareReport report;
@@ -128,8 +140,7 @@ int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ost
 
     progress.Clear();
     out << ReportText(report);
-    for (const std::string& problem : loaded.problems)
-        errors << "sceneprep: " << problem << '\n';
+    TellProblems(loaded.problems, progress, errors);
     return report.leftOut.empty() ? kDone : kUnusable;
 }
 

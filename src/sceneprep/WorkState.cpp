@@ -1,6 +1,7 @@
 #include <sceneprep/WorkState.h>
 
 #include <fmt/format.h>
+#include <sceneprep/Error.h>
 #include <sys/mman.h>
 
 #include <algorithm>
@@ -70,6 +71,7 @@ void Reset() { Shared() = {}; }
 void Enter(Phase phase, const std::filesystem::path& file)
 {
     Shared().phase = phase;
+    Shared().ranOutOfMemory = false;
     Store(Shared().file, file.string());
 }
 
@@ -78,6 +80,11 @@ Phase CurrentPhase() { return Shared().phase; }
 std::filesystem::path CurrentFile() { return Shared().file.data(); }
 
 std::string Describe() { return fmt::format("{} {}", Verb(CurrentPhase()), CurrentFile().string()); }
+
+std::string DescribeFailure(const std::exception& error)
+{
+    return fmt::format("{} went wrong ({}); check the model", Describe(), OneLine(error.what()));
+}
 
 void WatchMemory()
 {

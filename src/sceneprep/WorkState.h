@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <filesystem>
 #include <string>
 
@@ -24,7 +25,8 @@ enum class Phase
 /// The work begins: nothing is known yet.
 void Reset();
 
-/// The work turns to another phase, or another file. Paths beyond 4,000 bytes are cut.
+/// The work turns to another phase, or another file; it has not run out of memory there. Paths beyond 4,000 bytes are
+/// cut.
 void Enter(Phase phase, const std::filesystem::path& file);
 
 Phase CurrentPhase();
@@ -33,7 +35,11 @@ std::filesystem::path CurrentFile();
 /// @return as "reading car.obj".
 std::string Describe();
 
-/// From now on this process keeps in mind when it asked for more memory than it may have. The model library swallows
+/// @return as "reading car.obj went wrong (REASON); check the model", about what the work is at.
+std::string DescribeFailure(const std::exception& error);
+
+/// From now on this process keeps in mind, until it turns to something else, when it asked for more memory than it may
+/// have. The model library swallows
 /// that and gives other reasons.
 void WatchMemory();
 bool RanOutOfMemory();

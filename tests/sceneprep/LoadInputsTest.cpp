@@ -6,7 +6,10 @@
 #include <sceneprep/TestFiles.h>
 #include <support/SceneText.h>
 
+#include <exception>
+#include <new>
 #include <sstream>
+#include <utility>
 
 namespace
 {
@@ -68,9 +71,67 @@ TEST_F(LoadInputsTest, OrIsLeftOut)
     EXPECT_THAT(loaded.problems, ElementsAre(HasSubstr("broken.obj.glb"), HasSubstr("there is no such file")));
 }
 
-TEST_F(LoadInputsTest, OneInputMustRemain)
+TEST_F(LoadInputsTest, AllMayBeLeftOut)
 {
-    EXPECT_THROW(Load({.inputs = {Broken(), folder_ / "none.obj"}, .keepGoing = true}), ToolError);
+    const LoadedInputs loaded = Load({.inputs = {Broken(), folder_ / "none.obj"}, .keepGoing = true});
+    EXPECT_EQ(loaded.scene, nullptr);
+    EXPECT_THAT(loaded.inputs, IsEmpty());
+    EXPECT_EQ(loaded.problems.size(), 2U);
+}
+
+/// A stream buffer that fails in one way when the progress of one file is told, in the middle of reading it.
+template <typename Failure>
+class FailingAt : public std::stringbuf
+{
+public:
+    explicit FailingAt(std::string word) : word_(std::move(word)) {}
+
+protected:
+    std::streamsize xsputn(const char* text, std::streamsize size) override
+    {
+        if (std::string(text, static_cast<std::size_t>(size)).find(word_) != std::string::npos)
+            throw Failure();
+        return size;
+    }
+
+private:
+    std::string word_;
+};
+
+struct OddFailure : std::exception
+{
+    const char* what() const noexcept override { return "odd\nfailure"; }
+};
+
+template <typename Failure>
+LoadedInputs LoadWithFailure(const std::vector<std::filesystem::path>& inputs, const std::string& word,
+                             const PluginLibrary& plugin)
+{
+    FailingAt<Failure> buffer(word);
+    std::ostream out(&buffer);
+    out.exceptions(std::ios::badbit);  // or the stream would keep the failure to itself
+    Progress progress(out, false);
+    return LoadInputs({.inputs = inputs, .keepGoing = true}, plugin, progress);
+}
+
+TEST_F(LoadInputsTest, WhateverGoesWrongWithAnInputItIsLeftOut)
+{
+    const auto small = WriteSmallObj(folder_);
+    const auto bad = folder_.Write("bad.obj", ReadText(small));
+    const LoadedInputs poor = LoadWithFailure<std::bad_alloc>({small, bad}, "bad.obj", plugin_);
+    EXPECT_THAT(poor.inputs, ElementsAre(small));
+    EXPECT_THAT(poor.problems, ElementsAre("reading " + bad.string() +
+                                           " needs more memory than it may have; raise --memory-limit or use a "
+                                           "smaller model"));
+    const LoadedInputs odd = LoadWithFailure<OddFailure>({small, bad}, "bad.obj", plugin_);
+    EXPECT_THAT(odd.leftOut, ElementsAre(bad));
+    EXPECT_THAT(odd.problems, ElementsAre("reading " + bad.string() + " went wrong (odd failure); check the model"));
+}
+
+TEST_F(LoadInputsTest, WhatGoesWrongWhileAppendingEndsTheWork)
+{
+    const auto small = WriteSmallObj(folder_);
+    EXPECT_THROW(LoadWithFailure<OddFailure>({small, small}, "Append", plugin_), OddFailure);
 }
 
 }  // namespace

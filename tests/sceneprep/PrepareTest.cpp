@@ -112,6 +112,16 @@ TEST_F(PrepareTest, InputsThatCannotBeReadAreLeftOutAndTold)
     EXPECT_TRUE(std::filesystem::exists(options_.output));
 }
 
+TEST_F(PrepareTest, WhenNoInputIsLeftEachHasItsLine)
+{
+    options_.inputs = {folder_.Write("a.glb", "no glTF"), folder_.Write("b.glb", "no glTF")};
+    options_.keepGoing = true;
+    EXPECT_EQ(RunError(), "no input is left; name one that can be read");
+    EXPECT_THAT(errors_.str(), testing::MatchesRegex("sceneprep: cannot read [^\n]*a.glb[^\n]*\nsceneprep: cannot read "
+                                                     "[^\n]*b.glb[^\n]*\n"));
+    EXPECT_FALSE(std::filesystem::exists(options_.output));
+}
+
 TEST_F(PrepareTest, BadPathsAreToldBeforeTheWork)
 {
     options_.jsonFile = folder_ / "no/report.json";

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <new>
+#include <stdexcept>
 
 namespace
 {
@@ -23,6 +24,13 @@ TEST(WorkState, SaysWhatIsGoingOn)
     WorkState::Enter(WorkState::Phase::Preparing, "c");
     EXPECT_EQ(WorkState::Describe(), "preparing c");
     EXPECT_EQ(WorkState::CurrentPhase(), WorkState::Phase::Preparing);
+}
+
+TEST(WorkState, SaysInOneLineWhatWentWrong)
+{
+    WorkState::Enter(WorkState::Phase::Reading, "a.obj");
+    EXPECT_EQ(WorkState::DescribeFailure(std::runtime_error("two\nlines")),
+              "reading a.obj went wrong (two lines); check the model");
 }
 
 TEST(WorkState, IsSeenFromTheParentProcess)
@@ -50,6 +58,10 @@ TEST(WorkState, KeepsInMindThatMemoryRanOut)
     WorkState::Reset();
     const std::new_handler before = std::get_new_handler();
     WorkState::WatchMemory();
+    EXPECT_FALSE(WorkState::RanOutOfMemory());
+    EXPECT_THROW(std::get_new_handler()(), std::bad_alloc);
+    EXPECT_TRUE(WorkState::RanOutOfMemory());
+    WorkState::Enter(WorkState::Phase::Reading, "next.obj");
     EXPECT_FALSE(WorkState::RanOutOfMemory());
     EXPECT_THROW(std::get_new_handler()(), std::bad_alloc);
     EXPECT_TRUE(WorkState::RanOutOfMemory());

@@ -1,11 +1,16 @@
 #include <sceneprep/ImportMaterials.h>
 
+#include <assimp/GltfMaterial.h>
 #include <assimp/material.h>
+#include <fmt/format.h>
+#include <importing/math/SameBits.h>
 #include <sceneprep/Conversions.h>
+#include <sceneprep/ImportTextureTransform.h>
 #include <sceneprep/MapTypes.h>
 #include <sceneprep/Roughness.h>
 
 #include <algorithm>
+#include <optional>
 
 namespace Sceneprep
 {
@@ -53,12 +58,28 @@ Material ConvertMaterial(const aiMaterial& source)
     return material;
 }
 
+bool IsCutOut(const aiMaterial& source)
+{
+    aiString mode;
+    return source.Get(AI_MATKEY_GLTF_ALPHAMODE, mode) == aiReturn_SUCCESS && std::string(mode.C_Str()) == "MASK";
+}
+
+/// Readers keep the mark as a truth value, an integer or a float.
+bool IsDoubleSided(const aiMaterial& source)
+{
+    const aiMaterialProperty* mark = nullptr;
+    if (aiGetMaterialProperty(&source, AI_MATKEY_TWOSIDED, &mark) != aiReturn_SUCCESS)
+        return false;
+    return std::any_of(mark->mData, mark->mData + mark->mDataLength, [](char byte) { return byte != 0; });
+}
+
 /// Physically based formats name one texture twice, as base colour and as diffuse colour.
 bool RepeatsDiffuse(std::vector<Map>& maps, Map& map)
 {
     return map.GetType() == "base-color" && std::any_of(maps.begin(), maps.end(), [&map](Map& other) {
                return other.GetType() == "diffuse" && other.GetTextureID() == map.GetTextureID() &&
-                      other.GetUVSetIndex() == map.GetUVSetIndex();
+                      other.GetUVSetIndex() == map.GetUVSetIndex() &&
+                      Importing::SameBits(other.GetMatrix(), map.GetMatrix());
            });
 }
 
@@ -81,6 +102,8 @@ void MaterialImporter::Apply(unsigned sourceMaterial, Importing::Surface& surfac
 
 MaterialImporter::Imported MaterialImporter::Import(const aiMaterial& source)
 {
+    cutOuts_ += IsCutOut(source) ? 1 : 0;
+    doubleSided_ += IsDoubleSided(source) ? 1 : 0;
     Material material = ConvertMaterial(source);
     return {scene_.AddMaterialToLibrary(material, true), ImportMaps(source)};
 }
@@ -102,6 +125,7 @@ std::vector<Map> MaterialImporter::ImportMaps(const aiMaterial& source)
             map.SetType(type.name);
             map.SetUVSetIndex(uvSet);
             map.SetAmount(amount);
+            ApplyTransform(source, type.texture, i, map);
             textures_.spelling.emplace(scene_.TextureLibrary[static_cast<std::size_t>(map.GetTextureID())],
                                        file.C_Str());
             if (!RepeatsDiffuse(maps, map))
@@ -109,6 +133,29 @@ std::vector<Map> MaterialImporter::ImportMaps(const aiMaterial& source)
         }
     }
     return maps;
+}
+
+void MaterialImporter::ApplyTransform(const aiMaterial& source, aiTextureType type, unsigned layer, Map& map)
+{
+    const std::optional<aiUVTransform> transform = FindTextureTransform(source, type, layer);
+    if (!transform)
+        return;
+    if (IsFromGltf(source_))
+        map.SetMatrix(GltfTextureMatrix(*transform));
+    else
+        ++transformsLeftOut_;
+}
+
+std::vector<std::string> MaterialImporter::Notes() const
+{
+    std::vector<std::string> notes;
+    if (transformsLeftOut_ > 0)
+        notes.push_back(fmt::format("texture transforms are left out (layers: {})", transformsLeftOut_));
+    if (cutOuts_ > 0)
+        notes.push_back(fmt::format("alpha cut-outs are left out (materials: {})", cutOuts_));
+    if (doubleSided_ > 0)
+        notes.push_back(fmt::format("double-sided materials become one-sided ({})", doubleSided_));
+    return notes;
 }
 
 std::vector<EmbeddedTexture> ImportEmbeddedTextures(const aiScene& source)

@@ -4,7 +4,9 @@
 #include <importing/plugin/SceneContainer.h>
 #include <sceneprep/Textures.h>
 
+#include <cstddef>
 #include <map>
+#include <string>
 #include <vector>
 
 namespace Sceneprep
@@ -22,6 +24,9 @@ public:
     /// Gives the surface the material and the layers of a material of the file.
     void Apply(unsigned sourceMaterial, Importing::Surface& surface);
 
+    /// @return what the scene cannot hold of the materials so far, one line each.
+    std::vector<std::string> Notes() const;
+
 private:
     struct Imported
     {
@@ -31,11 +36,16 @@ private:
 
     Imported Import(const aiMaterial& material);
     std::vector<Importing::Map> ImportMaps(const aiMaterial& material);
+    /// Carries the layer's coordinates as the file does, or counts that this is left out.
+    void ApplyTransform(const aiMaterial& material, aiTextureType type, unsigned layer, Importing::Map& map);
 
     const aiScene& source_;
     Importing::SceneContainer& scene_;
     Textures& textures_;
     std::map<unsigned, Imported> imported_;
+    std::size_t transformsLeftOut_ = 0;
+    std::size_t cutOuts_ = 0;
+    std::size_t doubleSided_ = 0;
 };
 
 /// Keeps the pictures that lie in the file.

@@ -109,6 +109,8 @@ public:
         return names;
     }
 
+    std::vector<std::string> NotesOnMaterials() const { return materials_.Notes(); }
+
 private:
     int ImportNode(const aiNode& source, int parent)
     {
@@ -202,11 +204,14 @@ ImportedModel ImportModel(const std::filesystem::path& file, SceneContainer& sce
 
     ImportedModel model;
     scene.SetName(file.stem().string());
-    const NodeNames nodes = SceneImporter(source, scene, model).ImportNodes();
+    SceneImporter importedScene(source, scene, model);
+    const NodeNames nodes = importedScene.ImportNodes();
     ImportCameras(source, nodes, scene);
     ImportLights(source, nodes, scene);
     model.textures.embedded = ImportEmbeddedTextures(source);
     model.notes = NotesOnMeshes(source);
+    for (std::string& note : importedScene.NotesOnMaterials())
+        model.notes.push_back(std::move(note));
     for (std::string& note : ImportAnimations(source, nodes, scene))
         model.notes.push_back(std::move(note));
     return model;

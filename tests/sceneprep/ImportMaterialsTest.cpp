@@ -1,5 +1,7 @@
 #include <sceneprep/ImportMaterials.h>
 
+#include <assimp/GltfMaterial.h>
+#include <assimp/commonMetaData.h>
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -124,6 +126,55 @@ TEST_F(ImportMaterialsTest, ABaseColourThatRepeatsTheDiffuseTextureIsNoSecondLay
     AddTexture(source, aiTextureType_BASE_COLOR, "a.png");
     EXPECT_EQ(Import(0).MapList.size(), 1U);
     EXPECT_EQ(scene_.TextureLibrary.size(), 1U);
+}
+
+TEST_F(ImportMaterialsTest, ABaseColourThatIsCarriedInAnotherWayIsALayer)
+{
+    source_.mMetaData = aiMetadata::Alloc(1);
+    source_.mMetaData->Set(0, AI_METADATA_SOURCE_FORMAT, aiString("glTF2 Importer"));
+    aiMaterial& source = AddMaterial();
+    AddTexture(source, aiTextureType_DIFFUSE, "a.png");
+    AddTexture(source, aiTextureType_BASE_COLOR, "a.png");
+    aiUVTransform moved;
+    moved.mScaling = {2, 1};
+    source.AddProperty(&moved, 1, AI_MATKEY_UVTRANSFORM(aiTextureType_BASE_COLOR, 0));
+    Surface surface = Import(0);
+    ASSERT_EQ(surface.MapList.size(), 2U);
+    EXPECT_EQ(surface.MapList[0].GetMatrix()._11, 1);
+    EXPECT_EQ(surface.MapList[1].GetMatrix()._11, 2);
+    EXPECT_TRUE(importer_->Notes().empty());
+}
+
+TEST_F(ImportMaterialsTest, WhatCannotBeHeldIsTold)
+{
+    const aiString mask("MASK");
+    const aiString blend("BLEND");
+    const bool yes = true;
+    const int no = 0;
+    const int one = 1;
+    aiUVTransform moved;
+    moved.mTranslation = {0.5F, 0};
+    aiMaterial& first = AddMaterial();
+    first.AddProperty(&mask, AI_MATKEY_GLTF_ALPHAMODE);
+    first.AddProperty(&yes, 1, AI_MATKEY_TWOSIDED);
+    AddTexture(first, aiTextureType_DIFFUSE, "a.png");
+    first.AddProperty(&moved, 1, AI_MATKEY_UVTRANSFORM(aiTextureType_DIFFUSE, 0));
+    aiMaterial& second = AddMaterial();
+    second.AddProperty(&blend, AI_MATKEY_GLTF_ALPHAMODE);
+    second.AddProperty(&one, 1, AI_MATKEY_TWOSIDED);
+    AddMaterial().AddProperty(&no, 1, AI_MATKEY_TWOSIDED);
+    for (const unsigned material : {0U, 1U, 1U, 2U})
+        Import(material);
+    EXPECT_EQ(importer_->Notes(), (std::vector<std::string>{"texture transforms are left out (layers: 1)",
+                                                            "alpha cut-outs are left out (materials: 1)",
+                                                            "double-sided materials become one-sided (2)"}));
+}
+
+TEST_F(ImportMaterialsTest, MaterialsThatHoldNothingMoreAreNotTold)
+{
+    AddMaterial();
+    Import(0);
+    EXPECT_TRUE(importer_->Notes().empty());
 }
 
 TEST_F(ImportMaterialsTest, AMeshWithoutAMaterialGetsNone)

@@ -12,10 +12,8 @@ namespace Golden
 namespace
 {
 
-using Importing::Camera;
 using Importing::Geometry;
 using Importing::Key;
-using Importing::Light;
 using Importing::Map;
 using Importing::Material;
 using Importing::Node;

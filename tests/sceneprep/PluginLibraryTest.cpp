@@ -2,9 +2,11 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
 #include <sceneprep/Error.h>
 #include <sceneprep/TestFiles.h>
 
+#include <filesystem>
 #include <fstream>
 #include <typeinfo>
 
@@ -14,7 +16,10 @@ namespace
 using namespace Sceneprep;
 using testing::HasSubstr;
 
-std::string Fake(const std::string& kind) { return std::string(SCENEPREP_FAKE_PLUGINS) + "/libFake" + kind + ".so"; }
+std::string Fake(const std::string& kind)
+{
+    return std::filesystem::path(SCENEPREP_FAKE_PLUGINS) / ("libFake" + kind + ".so");
+}
 
 std::string LoadingError(const std::string& file)
 {

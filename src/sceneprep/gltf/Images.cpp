@@ -38,6 +38,13 @@ const PictureKind* KindOf(const EmbeddedTexture& picture)
     return found == std::end(kKinds) ? nullptr : found;
 }
 
+/// May stand in a reference as it is: RFC 3986, section 3.3.
+bool IsPlain(unsigned char byte)
+{
+    constexpr std::string_view kAllowed = "-._~/!$&'()*+,;=@";
+    return byte < 0x80 && (std::isalnum(byte) != 0 || kAllowed.find(static_cast<char>(byte)) != std::string_view::npos);
+}
+
 /// glTF files hand their references on as they stand there.
 bool IsEncoded(const std::string& reference, std::size_t place)
 {
@@ -51,7 +58,6 @@ bool IsEncoded(const std::string& reference, std::size_t place)
 
 std::string EncodeUri(const std::string& reference)
 {
-    constexpr std::string_view kAllowed = "-._~/!$&'()*+,;=@";
     if (reference.find("://") != std::string::npos)
         return reference;  // a reference into the net is encoded already
     std::string uri;
@@ -59,11 +65,9 @@ std::string EncodeUri(const std::string& reference)
     {
         const char letter = reference[i];
         const auto byte = static_cast<unsigned char>(letter);
-        if (IsEncoded(reference, i))
-            uri += letter;
-        else if (letter == '\\')
+        if (letter == '\\')
             uri += '/';
-        else if ((byte < 0x80 && std::isalnum(byte) != 0) || kAllowed.find(letter) != std::string_view::npos)
+        else if (IsPlain(byte) || IsEncoded(reference, i))
             uri += letter;
         else
             uri += fmt::format("%{:02X}", byte);

@@ -10,7 +10,6 @@ namespace
 {
 
 using Importing::Geometry;
-using Importing::Joint;
 using namespace Sceneprep::Gltf;
 using SceneprepTests::ReadArray;
 

@@ -108,7 +108,10 @@ Geometry ProcessedMesh(Random& random, int number)
     mesh.TransformUVs(RandomMatrix(random), 1);
     mesh.SetBindShapeTransform(RandomMatrix(random));
     if (number == 1)
-        mesh.Append(Landscape(random, 1), RandomMatrix(random));
+    {
+        const D3DXMATRIX placement = RandomMatrix(random);
+        mesh.Append(Landscape(random, 1), placement);
+    }
     if (number == 2)
         AddPointCache(mesh, random, 2);
     return mesh;

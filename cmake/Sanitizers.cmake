@@ -3,5 +3,5 @@ option(IMPORTING_SANITIZE "Build with the address and undefined behaviour saniti
 if(IMPORTING_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
-    add_compile_definitions(_GLIBCXX_ASSERTIONS)
+    add_compile_definitions(IMPORTING_SANITIZE _GLIBCXX_ASSERTIONS)
 endif()

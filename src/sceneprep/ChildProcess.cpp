@@ -57,7 +57,7 @@ private:
 
 void LimitMemory(std::uint64_t bytes)
 {
-#if !defined(__SANITIZE_ADDRESS__)
+#if !defined(IMPORTING_SANITIZE)
     if (bytes == 0)
         return;
     const rlimit limit = {bytes, bytes};

@@ -68,7 +68,7 @@ TEST(ChildProcess, UsuallyThreeQuartersOfTheMemoryMayBeTaken)
     EXPECT_NEAR(static_cast<double>(DefaultMemoryLimit()), 0.75 * memory, 8);
 }
 
-#if !defined(__SANITIZE_ADDRESS__)
+#if !defined(IMPORTING_SANITIZE)
 TEST(ChildProcess, MoreMemoryThanTheLimitIsRefused)
 {
     const auto askForOneGiB = [] {

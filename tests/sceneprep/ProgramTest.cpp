@@ -137,7 +137,7 @@ TEST(Program, KeepsGoingWithoutABrokenInput)
     EXPECT_TRUE(std::filesystem::exists(folder / "out.stl"));
 }
 
-#if !defined(__SANITIZE_ADDRESS__)
+#if !defined(IMPORTING_SANITIZE)
 TEST(Program, AMemoryLimitIsKeptInOneLine)
 {
     const TemporaryFolder folder;

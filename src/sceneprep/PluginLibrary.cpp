@@ -84,7 +84,12 @@ std::unique_ptr<Importing::SceneContainer> PluginLibrary::CreateScene() const
 
 std::filesystem::path PluginLibrary::FindDefault()
 {
-    const std::filesystem::path folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    std::error_code failure;
+    const std::filesystem::path folder = std::filesystem::read_symlink("/proc/self/exe", failure).parent_path();
+    if (failure)
+        throw ToolError(fmt::format("cannot tell where the program lies, to find {} beside it ({}); name it with "
+                                    "--plugin, or mount /proc",
+                                    kFileName, failure.message()));
     for (const char* place : {".", "../lib", SCENEPREP_LIBRARY_FOLDER})
     {
         std::filesystem::path candidate = (folder / place / kFileName).lexically_normal();

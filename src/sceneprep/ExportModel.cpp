@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 #include <sceneprep/Error.h>
+#include <sceneprep/ExportNotes.h>
 #include <sceneprep/ExportScene.h>
 #include <sceneprep/Formats.h>
 #include <sceneprep/ModelProgress.h>
@@ -26,14 +27,6 @@ WriteFormat FormatOf(const fs::path& file)
     return *format;
 }
 
-std::vector<std::string> NotesOn(const Importing::SceneContainer& scene, const WriteFormat& format)
-{
-    const std::size_t objects = scene.CameraLibrary.size() + scene.LightLibrary.size();
-    if (objects == 0 || format.HoldsCamerasAndLights())
-        return {};
-    return {fmt::format("cameras and lights are left out: {} as it is written here holds none", format.description)};
-}
-
 void WriteByModelLibrary(const aiScene& scene, const WriteFormat& format, const fs::path& file, Progress& progress)
 {
     Assimp::Exporter exporter;
@@ -52,7 +45,7 @@ std::vector<std::string> Write(Importing::SceneContainer& scene, const Textures&
     if (format.IsGltf())
         return Gltf::WriteModel(scene, textures, file, format.extension == "glb");
     WriteByModelLibrary(*BuildExportScene(scene, textures, format), format, file, progress);
-    return NotesOn(scene, format);
+    return NotesOnExport(scene, format);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/Conversions.h>
+#include <sceneprep/CutMesh.h>
 #include <sceneprep/Error.h>
 #include <sceneprep/ExportMaterials.h>
 #include <sceneprep/ExportMeshes.h>
@@ -21,6 +22,7 @@ namespace
 {
 
 using Importing::At;
+using Importing::Geometry;
 using Importing::Node;
 using Importing::SceneContainer;
 using Importing::Surface;
@@ -46,6 +48,9 @@ unsigned FlagsOf(const std::vector<std::unique_ptr<aiMesh>>& meshes)
     return sharesVertices ? AI_SCENE_FLAGS_NON_VERBOSE_FORMAT : 0U;
 }
 
+/// Turns a frame in which y points up into one in which z does.
+const D3DXMATRIX kTurnZUp = {1, 0, 0, 0, 0, 0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1};
+
 /// Builds one file's scene.
 class SceneExporter
 {
@@ -62,7 +67,7 @@ public:
     {
         if (walk_.order.empty())
             AddNode(scene_.GetName(), aiMatrix4x4());
-        else if (format_.IsFlat())
+        else if (IsWrittenFlat(scene_, format_))
             BuildFlat();
         else
             BuildHierarchy();
@@ -78,15 +83,14 @@ private:
 
     void BuildFlat()
     {
-        Node& root = At(scene_.NodeLibrary, scene_.GetRootNodeIndex());
-        const D3DXMATRIX rootMatrix = root.GetLocalTransform().GetMatrix();
-        const std::vector<D3DXMATRIX> matrices = MatricesInRootFrame(scene_, walk_);
-        const std::size_t top = AddNode(root.GetName(), aiMatrix4x4());
+        const std::vector<D3DXMATRIX> matrices = WorldMatricesOf(scene_, walk_);
+        const std::size_t top = AddNode(At(scene_.NodeLibrary, walk_.order.front()).GetName(), aiMatrix4x4());
         for (const int node : walk_.order)
         {
-            const D3DXMATRIX world = Product(At(matrices, node), rootMatrix);
+            const D3DXMATRIX& world = At(matrices, node);
+            const D3DXMATRIX placement = format_.IsZUp() ? Product(world, kTurnZUp) : world;
             for (const std::int32_t index : At(scene_.NodeLibrary, node).SurfaceList)
-                AddBakedSurface(At(scene_.SurfaceLibrary, index), world, top);
+                AddBakedSurface(At(scene_.SurfaceLibrary, index), placement, top);
         }
     }
 
@@ -94,13 +98,27 @@ private:
     {
         if (!IsShown(surface))
             return;
-        const unsigned mesh = AddMesh(surface);
+        Geometry& geometry = At(scene_.GeometryLibrary, surface.GetGeometryID());
+        if (!IsLargerThan(format_.LargestMesh(), geometry))
+        {
+            AddBakedMesh(geometry, surface, world, top);
+            return;
+        }
+        for (Geometry& part : CutMesh(geometry, format_.LargestMesh()))
+            AddBakedMesh(part, surface, world, top);
+    }
+
+    void AddBakedMesh(Geometry& geometry, Surface& surface, const D3DXMATRIX& world, std::size_t top)
+    {
+        const unsigned mesh = AddMesh(geometry, surface);
         BakeMatrix(world, *meshes_[mesh]);
         SetMesh(AddChild(top, surface.GetName()), mesh);
     }
 
     void BuildHierarchy()
     {
+        if (format_.LosesRoot())
+            AddNode("", aiMatrix4x4());  // the scene's own root stands below it
         for (const int index : walk_.order)
         {
             Node& node = At(scene_.NodeLibrary, index);
@@ -109,6 +127,8 @@ private:
             const int parent = At(walk_.parent, index);
             if (parent >= 0)
                 nodes_[At(nodeOf_, parent)].children.push_back(target);
+            else if (format_.LosesRoot())
+                nodes_.front().children.push_back(target);
             AddAnimation(node, target);
         }
         // Children that surfaces and objects need stand behind the scene's own.
@@ -116,7 +136,7 @@ private:
         {
             Node& node = At(scene_.NodeLibrary, index);
             AddSurfaces(node, At(nodeOf_, index));
-            if (format_.HoldsCamerasAndLights())
+            if (format_.Holds(Content::Cameras) || format_.Holds(Content::Lights))
                 AddCamerasAndLights(node, At(nodeOf_, index));
         }
     }
@@ -148,12 +168,14 @@ private:
     {
         const std::pair<int, unsigned> key(surface.GetGeometryID(), materials_.Find(surface));
         const auto found = meshOf_.find(key);
-        return found != meshOf_.end() ? found->second : meshOf_[key] = AddMesh(surface);
+        return found != meshOf_.end()
+                   ? found->second
+                   : meshOf_[key] = AddMesh(At(scene_.GeometryLibrary, surface.GetGeometryID()), surface);
     }
 
-    unsigned AddMesh(Surface& surface)
+    unsigned AddMesh(Geometry& geometry, Surface& surface)
     {
-        std::unique_ptr<aiMesh> mesh = ConvertMesh(At(scene_.GeometryLibrary, surface.GetGeometryID()));
+        std::unique_ptr<aiMesh> mesh = ConvertMesh(geometry);
         if (mesh->mName.length == 0)
             mesh->mName = FileText(surface.GetName());
         mesh->mMaterialIndex = materials_.Find(surface);
@@ -294,6 +316,16 @@ private:
 };
 
 }  // namespace
+
+bool IsWrittenFlat(SceneContainer& scene, const WriteFormat& format)
+{
+    if (format.IsFlat() || format.HoldsShear())
+        return format.IsFlat();
+    const NodeWalk walk = WalkFromRoot(scene);
+    return std::any_of(walk.order.begin(), walk.order.end(), [&](int node) {
+        return !IsShearFree(At(scene.NodeLibrary, node).GetLocalTransform().GetMatrix());
+    });
+}
 
 std::unique_ptr<aiScene> BuildExportScene(SceneContainer& scene, const Textures& textures, const WriteFormat& format)
 {

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <limits>
 #include <map>
 #include <set>
 #include <sstream>
@@ -17,7 +19,28 @@ namespace
 {
 
 /// Which of several formats of one ending is meant.
-constexpr std::array<std::string_view, 4> kPreferredIds = {"gltf2", "glb2", "plyb", "stlb"};
+constexpr std::array<std::string_view, 5> kPreferredIds = {"fbxa", "gltf2", "glb2", "plyb", "stlb"};
+
+constexpr std::string_view kUnusableExtension = "pbrt";
+
+using enum Content;
+
+/// What files lack as the model library writes them, by ending.
+const std::map<std::string_view, std::vector<Content>> kLacks = {
+    {"3ds", {Cameras, Lights, Movements, TexturePlacements, FurtherUVs}},
+    {"3mf", {Cameras, Lights, Movements, Textures, UVs}},
+    {"assbin", {TexturePlacements}},
+    {"assxml", {TexturePlacements}},
+    {"dae", {TexturePlacements}},
+    {"fbx", {Cameras, TexturePlacements}},
+    {"json", {TexturePlacements}},
+    {"obj", {Cameras, Lights, Movements, TexturePlacements, FurtherUVs}},
+    {"ply", {Cameras, Lights, Movements, Materials, Textures, FurtherUVs}},
+    {"stl", {Cameras, Lights, Movements, Materials, Textures, UVs}},
+    {"stp", {Cameras, Lights, Movements, Textures, UVs}},
+    {"x", {Cameras, Lights, Movements, TexturePlacements, FurtherUVs}},
+    {"x3d", {Cameras, Lights, Movements, TexturePlacements, FurtherUVs}},
+};
 
 bool IsPreferred(std::string_view id)
 {
@@ -37,6 +60,8 @@ std::map<std::string, WriteFormat> FormatsByExtension()
     {
         const aiExportFormatDesc& found = *exporter.GetExportFormatDescription(i);
         const WriteFormat format = {found.id, found.fileExtension, found.description};
+        if (format.extension == kUnusableExtension)
+            continue;
         if (IsPreferred(format.id))
             formats.insert_or_assign(format.extension, format);
         else
@@ -47,9 +72,25 @@ std::map<std::string, WriteFormat> FormatsByExtension()
 
 }  // namespace
 
-bool WriteFormat::IsFlat() const { return IsOneOf(extension, {"obj", "ply", "stl"}); }
+bool WriteFormat::IsFlat() const { return IsOneOf(extension, {"3ds", "3mf", "obj", "ply", "stl", "stp", "x3d"}); }
 
-bool WriteFormat::HoldsCamerasAndLights() const { return !IsFlat(); }
+bool WriteFormat::Holds(Content content) const
+{
+    const auto lacks = kLacks.find(extension);
+    return lacks == kLacks.end() ||
+           std::find(lacks->second.begin(), lacks->second.end(), content) == lacks->second.end();
+}
+
+bool WriteFormat::LosesRoot() const { return extension == "fbx"; }
+
+bool WriteFormat::HoldsShear() const { return extension != "fbx"; }
+
+bool WriteFormat::IsZUp() const { return extension == "3ds"; }
+
+std::size_t WriteFormat::LargestMesh() const
+{
+    return extension == "3ds" ? std::numeric_limits<std::uint16_t>::max() : std::numeric_limits<std::size_t>::max();
+}
 
 bool WriteFormat::IsGltf() const { return IsOneOf(extension, {"gltf", "glb"}); }
 

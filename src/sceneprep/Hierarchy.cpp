@@ -2,6 +2,7 @@
 
 #include <importing/base/CheckedAccess.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace Sceneprep
@@ -9,6 +10,15 @@ namespace Sceneprep
 
 namespace
 {
+
+/// How far from a right angle the axes of a node may be, as a cosine.
+constexpr double kRightAngle = 1e-5;
+
+/// Of two rows of the upper 3x3 part.
+double Dot(const float* a, const float* b)
+{
+    return static_cast<double>(a[0]) * b[0] + static_cast<double>(a[1]) * b[1] + static_cast<double>(a[2]) * b[2];
+}
 
 /// Of the upper 3x3 part, with its sign.
 double Cofactor(const D3DXMATRIX& m, unsigned row, unsigned column)
@@ -94,7 +104,26 @@ std::vector<D3DXMATRIX> WorldMatricesOf(Importing::SceneContainer& scene, const 
     return matrices;
 }
 
+bool IsIdentity(const D3DXMATRIX& m)
+{
+    D3DXMATRIX identity;
+    D3DXMatrixIdentity(&identity);
+    return std::equal(&m.m[0][0], &m.m[0][0] + 16, &identity.m[0][0]);
+}
+
 bool IsMirroring(const D3DXMATRIX& m) { return DeterminantOf3x3(m) < 0; }
+
+bool IsShearFree(const D3DXMATRIX& m)
+{
+    for (unsigned row = 0; row < 3; ++row)
+    {
+        const float* a = m.m[row];
+        const float* b = m.m[(row + 1) % 3];
+        if (std::fabs(Dot(a, b)) > kRightAngle * std::sqrt(Dot(a, a) * Dot(b, b)))
+            return false;
+    }
+    return DeterminantOf3x3(m) != 0;
+}
 
 std::optional<D3DXMATRIX> InverseOf(const D3DXMATRIX& m)
 {

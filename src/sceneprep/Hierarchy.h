@@ -30,8 +30,14 @@ std::vector<D3DXMATRIX> MatricesInRootFrame(Importing::SceneContainer& scene, co
 ///         local matrix.
 std::vector<D3DXMATRIX> WorldMatricesOf(Importing::SceneContainer& scene, const NodeWalk& walk);
 
+bool IsIdentity(const D3DXMATRIX& matrix);
+
 /// @return whether the matrix turns a left hand into a right one.
 bool IsMirroring(const D3DXMATRIX& matrix);
+
+/// @return whether the axes stay at right angles, so that scale, rotation and translation make up the matrix. False
+///         for one that flattens.
+bool IsShearFree(const D3DXMATRIX& matrix);
 
 /// @return the matrix that undoes an affine one; nothing when it flattens.
 std::optional<D3DXMATRIX> InverseOf(const D3DXMATRIX& matrix);

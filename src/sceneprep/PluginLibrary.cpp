@@ -87,9 +87,10 @@ std::filesystem::path PluginLibrary::FindDefault()
     std::error_code failure;
     const std::filesystem::path folder = std::filesystem::read_symlink("/proc/self/exe", failure).parent_path();
     if (failure)
-        throw ToolError(fmt::format("cannot tell where the program lies, to find {} beside it ({}); name it with "
-                                    "--plugin, or mount /proc",
-                                    kFileName, failure.message()));
+        throw ToolError(
+            fmt::format("cannot tell where the program lies, to find {} beside it ({}); name it with "
+                        "--plugin, or mount /proc",
+                        kFileName, failure.message()));
     for (const char* place : {".", "../lib", SCENEPREP_LIBRARY_FOLDER})
     {
         std::filesystem::path candidate = (folder / place / kFileName).lexically_normal();

@@ -82,6 +82,47 @@ TEST(ExportScene, FlatFormatsGetEverythingInTheWorld)
     EXPECT_EQ(target->mMeshes[1]->mFaces[0].mIndices[1], indices[2]);  // mirrored, so turned
 }
 
+TEST(ExportScene, WhereZPointsUpTheWorldIsTurned)
+{
+    SceneContainer scene = Scene("Root@1,2,3[a]");
+    const D3DXVECTOR3 first = Support::MeshOf(scene, "a").VertexArray[0].GetPosition();
+    const auto target = Build(scene, "a.3ds");
+    EXPECT_EQ(target->mMeshes[0]->mVertices[0], aiVector3D(first.x + 1, -(first.z + 3), first.y + 2));
+}
+
+TEST(ExportScene, WhereTheRootIsLostItGetsARootAboveIt)
+{
+    SceneContainer scene = Scene("Root@1,2,3[a]( A[b] )");
+    const auto target = Build(scene, "a.fbx");
+    EXPECT_EQ(Shape(*target->mRootNode), "0(Root1(A1))");
+    EXPECT_TRUE(target->mRootNode->mTransformation.IsIdentity());
+    EXPECT_EQ(target->mRootNode->mChildren[0]->mTransformation.c4, 3);
+}
+
+TEST(ExportScene, WhereNodesCannotShearASceneThatDoesIsWrittenFlat)
+{
+    SceneContainer scene = Scene("Root( A( B[b] ) )");
+    D3DXMATRIX shear = Support::Translation(0, 0, 0);
+    shear._21 = 1;
+    Support::NodeNamed(scene, "A").SetLocalTransform(shear);
+    EXPECT_EQ(Shape(*Build(scene, "a.fbx")->mRootNode), "Root0(b1)");
+    EXPECT_EQ(Shape(*Build(scene, "a.dae")->mRootNode), "Root0(A0(B1))");
+}
+
+TEST(ExportScene, MeshesThatAreTooLargeBecomeSeveral)
+{
+    SceneContainer scene = Scene("Root[a]");
+    std::vector<std::uint32_t>& indices = Support::MeshOf(scene, "a").IndexArray;
+    const std::vector<std::uint32_t> box = indices;
+    while (indices.size() < std::size_t{3} * 65536)
+        indices.insert(indices.end(), box.begin(), box.end());
+    const auto target = Build(scene, "a.3ds");
+    EXPECT_EQ(Shape(*target->mRootNode), "Root0(a1 a1)");
+    EXPECT_EQ(target->mMeshes[0]->mNumFaces, 65535U);
+    EXPECT_EQ(target->mMeshes[1]->mNumFaces, indices.size() / 3 - 65535);
+    EXPECT_EQ(Build(scene, "a.obj")->mNumMeshes, 1U);
+}
+
 TEST(ExportScene, ALoneCameraStandsAtItsNodeAndOthersAtChildren)
 {
     SceneContainer scene = Scene("Root( A{eye} B{left right} )");

@@ -26,7 +26,7 @@ TEST(Formats, OtherEndings)
 {
     EXPECT_EQ(IdOf("a.obj"), "obj");
     EXPECT_EQ(IdOf("a.dae"), "collada");
-    EXPECT_EQ(IdOf("a.fbx"), "fbx");
+    EXPECT_EQ(IdOf("a.fbx"), "fbxa");
     EXPECT_EQ(IdOf("a.ply"), "plyb");
     EXPECT_EQ(IdOf("a.stl"), "stlb");
 }
@@ -37,14 +37,19 @@ TEST(Formats, UnknownEndingsAreNone)
 {
     EXPECT_EQ(IdOf("a.zzz"), "none");
     EXPECT_EQ(IdOf("glb"), "none");
+    EXPECT_EQ(IdOf("a.pbrt"), "none");
     EXPECT_EQ(IdOf(""), "none");
 }
 
 TEST(Formats, SayWhatTheyHold)
 {
-    EXPECT_TRUE(FindWriteFormat("a.dae")->HoldsCamerasAndLights());
-    EXPECT_TRUE(FindWriteFormat("a.glb")->HoldsCamerasAndLights());
-    EXPECT_FALSE(FindWriteFormat("a.obj")->HoldsCamerasAndLights());
+    EXPECT_TRUE(FindWriteFormat("a.dae")->Holds(Content::Cameras));
+    EXPECT_TRUE(FindWriteFormat("a.glb")->Holds(Content::TexturePlacements));
+    EXPECT_FALSE(FindWriteFormat("a.obj")->Holds(Content::Cameras));
+    EXPECT_TRUE(FindWriteFormat("a.fbx")->LosesRoot());
+    EXPECT_FALSE(FindWriteFormat("a.fbx")->HoldsShear());
+    EXPECT_TRUE(FindWriteFormat("a.3ds")->IsZUp());
+    EXPECT_EQ(FindWriteFormat("a.3ds")->LargestMesh(), 65535U);
     EXPECT_FALSE(FindWriteFormat("a.glb")->IsFlat());
     EXPECT_TRUE(FindWriteFormat("a.stl")->IsFlat());
     EXPECT_TRUE(FindWriteFormat("a.obj")->IsObj());

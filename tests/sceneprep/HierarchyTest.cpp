@@ -83,6 +83,21 @@ TEST(Hierarchy, WorldMatricesHoldTheRootsOwn)
     EXPECT_TRUE(WorldMatricesOf(empty, WalkFromRoot(empty)).empty());
 }
 
+TEST(Hierarchy, ScaleRotationAndMirroringAreNoShear)
+{
+    EXPECT_TRUE(IsShearFree(Support::Scaling(-1, 2, 3)));
+    const D3DXMATRIX turn = {1, 0, 0, 0, 0, 0.8F, 0.6F, 0, 0, -0.6F, 0.8F, 0, 0, 0, 0, 1};
+    EXPECT_TRUE(IsShearFree(Product(Support::Scaling(1, 5, 1), turn)));
+    EXPECT_FALSE(IsShearFree(Product(turn, Support::Scaling(1, 5, 1))));
+    EXPECT_FALSE(IsShearFree(Support::Scaling(0, 1, 1)));
+}
+
+TEST(Hierarchy, TheIdentityIsTold)
+{
+    EXPECT_TRUE(IsIdentity(Support::Translation(0, 0, 0)));
+    EXPECT_FALSE(IsIdentity(Support::Translation(0, 1e-30F, 0)));
+}
+
 TEST(Hierarchy, AnInverseUndoesItsMatrix)
 {
     const D3DXMATRIX matrix = {0, 2, 0, 0, -1, 0, 0, 0, 0, 0.5F, -4, 0, 3, 5, 7, 1};

@@ -1,6 +1,7 @@
 #include <sceneprep/gltf/Placement.h>
 
 #include <importing/math/DecomposeMatrix.h>
+#include <sceneprep/Hierarchy.h>
 
 #include <algorithm>
 #include <array>
@@ -15,9 +16,6 @@ namespace
 
 using Row = std::array<double, 3>;
 using Matrix3 = std::array<Row, 3>;
-
-/// How far from a right angle the axes of a node may be, as a cosine.
-constexpr double kRightAngle = 1e-5;
 
 /// Beside the largest singular value, this is nothing.
 constexpr double kVanishing = 1e-12;
@@ -109,19 +107,6 @@ std::vector<double> ToList(const D3DXQUATERNION& q)
 
 }  // namespace
 
-bool IsShearFree(const D3DXMATRIX& matrix)
-{
-    const Matrix3 rows = UpperPart(matrix);
-    for (std::size_t r = 0; r < 3; ++r)
-    {
-        const Row& a = rows[r];
-        const Row& b = rows[(r + 1) % 3];
-        if (std::fabs(Dot(a, b)) > kRightAngle * std::sqrt(Dot(a, a) * Dot(b, b)))
-            return false;
-    }
-    return Determinant(rows) != 0;
-}
-
 bool IsFinite(const D3DXMATRIX& matrix)
 {
     const float* first = &matrix.m[0][0];
@@ -165,12 +150,10 @@ ShearedParts SplitSheared(const D3DXMATRIX& matrix)
 
 void SetMatrix(const D3DXMATRIX& matrix, tinygltf::Node& node)
 {
-    D3DXMATRIX identity;
-    D3DXMatrixIdentity(&identity);
-    const float* first = &matrix.m[0][0];
-    // Row vectors times rows, laid out by rows, is the format's columns times column vectors, laid out by columns.
-    if (std::equal(first, first + 16, &identity.m[0][0]))
+    if (IsIdentity(matrix))
         return;
+    // Row vectors times rows, laid out by rows, is the format's columns times column vectors, laid out by columns.
+    const float* first = &matrix.m[0][0];
     node.matrix.assign(first, first + 16);
     node.matrix[3] = node.matrix[7] = node.matrix[11] = 0;
     node.matrix[15] = 1;

@@ -16,9 +16,6 @@ struct Parts
     D3DXVECTOR3 translation;
 };
 
-/// @return whether the axes stay at right angles, so that scale, rotation and translation make up the matrix.
-bool IsShearFree(const D3DXMATRIX& matrix);
-
 /// @return whether every element is a finite number.
 bool IsFinite(const D3DXMATRIX& matrix);
 

@@ -1,6 +1,7 @@
 #include <sceneprep/gltf/Placement.h>
 
 #include <gtest/gtest.h>
+#include <sceneprep/Hierarchy.h>
 #include <support/Random.h>
 
 #include <cmath>
@@ -69,7 +70,7 @@ TEST(GltfPlacement, MirroringIsNoShear)
 {
     D3DXMATRIX mirror;
     D3DXMatrixScaling(&mirror, -1, 1, 1);
-    EXPECT_TRUE(IsShearFree(mirror));
+    EXPECT_TRUE(Sceneprep::IsShearFree(mirror));
     EXPECT_EQ(SplitShearFree(mirror).scale.x, -1);
 }
 

@@ -12,22 +12,6 @@ namespace Sceneprep
 namespace
 {
 
-namespace fs = std::filesystem;
-
-bool IsRelativeFile(const std::string& reference)
-{
-    return !reference.empty() && !fs::path(reference).is_absolute() && reference.find(':') == std::string::npos;
-}
-
-std::string Rebase(const std::string& reference, const fs::path& from, const fs::path& to)
-{
-    const fs::path fromFolder = fs::absolute(from).lexically_normal().parent_path();
-    const fs::path toFolder = fs::absolute(to).lexically_normal().parent_path();
-    if (fromFolder == toFolder || !IsRelativeFile(reference))
-        return reference;
-    return (fromFolder / reference).lexically_normal().lexically_relative(toFolder).generic_string();
-}
-
 /// @return the reference in a form that means the same beside other models' pictures: those in the file by number,
 ///         `before` pictures counted first, and no file in the form of a number.
 std::string Distinct(const Textures& textures, const std::string& reference, std::size_t before)
@@ -75,7 +59,8 @@ void AppendModel(const LoadedModel& first, const LoadedModel& other)
     for (std::string& entry : other.scene.TextureLibrary)
     {
         const std::string reference = Distinct(other.textures, SpellingOf(other.textures, entry), pictures);
-        const std::string spelling = reference.starts_with('*') ? reference : Rebase(reference, other.file, first.file);
+        const std::string spelling =
+            reference.starts_with('*') ? reference : RebasedReference(reference, other.file, first.file);
         const int index = first.scene.AddTextureToLibrary(spelling, true);
         entry = Importing::At(first.scene.TextureLibrary, index);
         first.textures.spelling.emplace(entry, spelling);

@@ -115,8 +115,8 @@ void ExportEmbeddedTextures(const Textures& textures, aiScene& target)
     {
         auto texture = std::make_unique<aiTexture>();
         texture->mFilename = picture.fileName;
-        texture->mWidth = picture.width;
-        texture->mHeight = picture.height;
+        texture->mWidth = static_cast<unsigned>(picture.content.size());
+        texture->mHeight = 0;  // a file, not bare pixels
         std::strncpy(texture->achFormatHint, picture.formatHint.c_str(), HINTMAXTEXTURELEN - 1);
         texture->pcData = new aiTexel[(picture.content.size() + sizeof(aiTexel) - 1) / sizeof(aiTexel)];
         std::memcpy(texture->pcData, picture.content.data(), picture.content.size());

@@ -1,6 +1,7 @@
 #include <sceneprep/ExportModel.h>
 
 #include <fmt/format.h>
+#include <sceneprep/CompanionFiles.h>
 #include <sceneprep/Error.h>
 #include <sceneprep/ExportNotes.h>
 #include <sceneprep/ExportScene.h>
@@ -44,7 +45,16 @@ std::vector<std::string> Write(Importing::SceneContainer& scene, const Textures&
 {
     if (format.IsGltf())
         return Gltf::WriteModel(scene, textures, file, format.extension == "glb");
-    WriteByModelLibrary(*BuildExportScene(scene, textures, format), format, file, progress);
+    if (format.HoldsPictures() || !format.Holds(Content::Textures))
+    {
+        WriteByModelLibrary(*BuildExportScene(scene, textures, format), format, file, progress);
+    }
+    else
+    {
+        const PlacedTextures placed = PlaceBeside(scene, textures, file.stem().string());
+        WriteByModelLibrary(*BuildExportScene(scene, placed.textures, format), format, file, progress);
+        WriteCompanions(placed.companions, file.parent_path());
+    }
     return NotesOnExport(scene, format);
 }
 

@@ -35,7 +35,7 @@ const std::map<std::string_view, std::vector<Content>> kLacks = {
     {"fbx", {Cameras, TexturePlacements}},
     {"json", {TexturePlacements}},
     {"obj", {Cameras, Lights, Movements, TexturePlacements, FurtherUVs}},
-    {"ply", {Cameras, Lights, Movements, Materials, Textures, FurtherUVs}},
+    {"ply", {Cameras, Lights, Movements, Materials, TexturePlacements, FurtherUVs}},
     {"stl", {Cameras, Lights, Movements, Materials, Textures, UVs}},
     {"stp", {Cameras, Lights, Movements, Textures, UVs}},
     {"x", {Cameras, Lights, Movements, TexturePlacements, FurtherUVs}},
@@ -95,6 +95,8 @@ std::size_t WriteFormat::LargestMesh() const
 bool WriteFormat::IsGltf() const { return IsOneOf(extension, {"gltf", "glb"}); }
 
 bool WriteFormat::HoldsLineBreaks() const { return IsGltf(); }
+
+bool WriteFormat::HoldsPictures() const { return IsOneOf(extension, {"assbin", "assxml", "fbx", "glb", "json"}); }
 
 bool WriteFormat::IsObj() const { return extension == "obj"; }
 

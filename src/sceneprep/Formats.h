@@ -47,6 +47,8 @@ struct WriteFormat
     /// False where a name that goes over several lines would break the file.
     bool HoldsLineBreaks() const;
     bool IsObj() const;
+    /// True where pictures lie in the model file itself.
+    bool HoldsPictures() const;
 };
 
 /// @return the format that the ending of the file's name stands for, in either case of letters; none when there is no

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 #include <importing/math/SameBits.h>
 #include <sceneprep/Conversions.h>
+#include <sceneprep/EncodePng.h>
 #include <sceneprep/ImportTextureTransform.h>
 #include <sceneprep/MapTypes.h>
 #include <sceneprep/Roughness.h>
@@ -164,15 +165,18 @@ std::vector<EmbeddedTexture> ImportEmbeddedTextures(const aiScene& source)
     for (unsigned i = 0; i < source.mNumTextures; ++i)
     {
         const aiTexture& picture = *source.mTextures[i];
-        const std::size_t bytes = picture.mHeight == 0
-                                      ? picture.mWidth
-                                      : sizeof(aiTexel) * picture.mWidth * static_cast<std::size_t>(picture.mHeight);
         const auto* first = reinterpret_cast<const unsigned char*>(picture.pcData);
-        textures.push_back({.fileName = picture.mFilename.C_Str(),
-                            .formatHint = picture.achFormatHint,
-                            .width = picture.mWidth,
-                            .height = picture.mHeight,
-                            .content = {first, first + bytes}});
+        EmbeddedTexture texture{.fileName = picture.mFilename.C_Str(), .formatHint = picture.achFormatHint};
+        if (picture.mHeight == 0)
+        {
+            texture.content.assign(first, first + picture.mWidth);
+        }
+        else
+        {
+            texture.formatHint = "png";
+            texture.content = EncodePng(first, picture.mWidth, picture.mHeight);
+        }
+        textures.push_back(std::move(texture));
     }
     return textures;
 }

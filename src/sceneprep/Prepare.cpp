@@ -9,6 +9,7 @@
 #include <sceneprep/PrepareReport.h>
 #include <sceneprep/PrepareSteps.h>
 #include <sceneprep/Proof.h>
+#include <sceneprep/TextureReferences.h>
 #include <sceneprep/WorkState.h>
 
 #include <fstream>
@@ -131,6 +132,7 @@ int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ost
     CheckProof(options, report);
 
     WorkState::Enter(WorkState::Phase::Writing, options.output);
+    RebaseReferences(scene, loaded.inputs.front(), options.output, loaded.textures);
     std::vector<std::string> notes;
     report.steps.push_back(
         RunStep("Export", progress, [&] { notes = ExportModel(scene, loaded.textures, options.output, progress); }));

@@ -6,6 +6,18 @@
 namespace Sceneprep
 {
 
+namespace
+{
+
+namespace fs = std::filesystem;
+
+bool IsRelativeFile(const std::string& reference)
+{
+    return !reference.empty() && !fs::path(reference).is_absolute() && reference.find(':') == std::string::npos;
+}
+
+}  // namespace
+
 std::string FileNameOf(const std::string& path) { return path.substr(path.find_last_of("/\\") + 1); }
 
 std::string SpellingOf(const Textures& textures, const std::string& entry)
@@ -29,6 +41,26 @@ const EmbeddedTexture* FindEmbedded(const Textures& textures, const std::string&
             return !picture.fileName.empty() && FileNameOf(picture.fileName) == FileNameOf(reference);
         });
     return named == textures.embedded.end() ? nullptr : &*named;
+}
+
+std::string RebasedReference(const std::string& reference, const fs::path& from, const fs::path& to)
+{
+    const fs::path fromFolder = fs::absolute(from).lexically_normal().parent_path();
+    const fs::path toFolder = fs::absolute(to).lexically_normal().parent_path();
+    if (fromFolder == toFolder || !IsRelativeFile(reference))
+        return reference;
+    return (fromFolder / reference).lexically_normal().lexically_relative(toFolder).generic_string();
+}
+
+void RebaseReferences(const Importing::SceneContainer& scene, const fs::path& from, const fs::path& to,
+                      Textures& textures)
+{
+    for (const std::string& entry : scene.TextureLibrary)
+    {
+        const std::string reference = SpellingOf(textures, entry);
+        if (FindEmbedded(textures, reference) == nullptr)
+            textures.spelling[entry] = RebasedReference(reference, from, to);
+    }
 }
 
 }  // namespace Sceneprep

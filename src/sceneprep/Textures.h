@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -12,10 +11,8 @@ namespace Sceneprep
 struct EmbeddedTexture
 {
     std::string fileName = {};
-    std::string formatHint = {};              ///< as "png"; empty where the file did not say
-    std::uint32_t width = 0;                  ///< in pixels; of a compressed picture its size in bytes
-    std::uint32_t height = 0;                 ///< in pixels; 0 for a compressed picture
-    std::vector<unsigned char> content = {};  ///< the compressed file, or four bytes a pixel
+    std::string formatHint = {};              ///< as "png"; empty where the model file did not say
+    std::vector<unsigned char> content = {};  ///< of the picture file
 };
 
 /// What a model file says about its textures beyond the scene's texture library.

@@ -146,8 +146,7 @@ TEST_F(ExportMaterialsTest, ASceneWithoutSurfacesStillGetsOne)
 
 TEST_F(ExportMaterialsTest, PicturesAreHandedOn)
 {
-    textures_.embedded.push_back(
-        {.fileName = "w.png", .formatHint = "png", .width = 3, .height = 0, .content = {1, 2, 3}});
+    textures_.embedded.push_back({.fileName = "w.png", .formatHint = "png", .content = {1, 2, 3}});
     ExportEmbeddedTextures(textures_, target_);
     ASSERT_EQ(target_.mNumTextures, 1U);
     EXPECT_STREQ(target_.mTextures[0]->achFormatHint, "png");

@@ -182,6 +182,22 @@ TEST_F(ExportModelTest, GltfKeepsCameras)
     EXPECT_EQ(Reimport("out.glb").CameraLibrary.size(), 1U);
 }
 
+TEST_F(ExportModelTest, PicturesOfTheInputLieBesideFilesThatHoldNone)
+{
+    SceneContainer scene = Support::Scene("Root[a=m:c]");
+    Importing::Map map;
+    map.SetType("diffuse");
+    map.SetTextureID(scene.AddTextureToLibrary("*0", true));
+    scene.SurfaceLibrary[0].MapList.push_back(map);
+    Textures textures;
+    textures.embedded = {{.formatHint = "png", .content = {0x89, 'P', 'N', 'G', 1}}};
+    ExportModel(scene, textures, folder_ / "out.obj", progress_);
+    EXPECT_THAT(ReadText(folder_ / "out.mtl"), HasSubstr("map_Kd out-picture0.png\n"));
+    EXPECT_EQ(std::filesystem::file_size(folder_ / "out-picture0.png"), 5U);
+    ExportModel(scene, textures, folder_ / "solid.stl", progress_);
+    EXPECT_EQ(folder_.CountEntries(), 4U);  // one more: the format has no textures
+}
+
 TEST_F(ExportModelTest, CompanionFilesComeAlongAndNothingElseStays)
 {
     SceneContainer scene = Support::Scene("Root[a]");

@@ -54,6 +54,8 @@ TEST(Formats, SayWhatTheyHold)
     EXPECT_TRUE(FindWriteFormat("a.stl")->IsFlat());
     EXPECT_TRUE(FindWriteFormat("a.obj")->IsObj());
     EXPECT_TRUE(FindWriteFormat("a.gltf")->IsGltf());
+    EXPECT_TRUE(FindWriteFormat("a.glb")->HoldsPictures());
+    EXPECT_FALSE(FindWriteFormat("a.gltf")->HoldsPictures());
 }
 
 TEST(Formats, ListsEveryEndingOnceInOrder)

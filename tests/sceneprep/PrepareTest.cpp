@@ -60,6 +60,14 @@ TEST_F(PrepareTest, WritesTheOutputAndReports)
     EXPECT_EQ(errors_.str(), "");
 }
 
+TEST_F(PrepareTest, TextureFilesAreReferredToFromTheOutputsFolder)
+{
+    std::filesystem::create_directory(folder_ / "deep");
+    options_.output = folder_ / "deep/out.gltf";
+    Run();
+    EXPECT_EQ(nlohmann::json::parse(ReadText(options_.output))["images"][0]["uri"], "../Wood.PNG");
+}
+
 TEST_F(PrepareTest, JsonHoldsTheSame)
 {
     options_.jsonFile = folder_ / "report.json";

@@ -113,11 +113,11 @@ protected:
     }
 
     /// Files that the model library writes and does not read are searched for their triangles.
-    void ExpectHeldByFile(SceneContainer& scene, const WriteFormat& format)
+    void ExpectHeldByFile(SceneContainer& scene, const Textures& textures, const WriteFormat& format)
     {
         SCOPED_TRACE(format.extension);
         const path file = folder_ / ("out." + format.extension);
-        ExportModel(scene, {}, file, progress_);
+        ExportModel(scene, textures, file, progress_);
         if (format.extension == "x3d")
             folder_.Write("out.x3d", WithoutTextures(ReadText(file)));
         if (format.extension == "stp")
@@ -211,9 +211,10 @@ TEST_P(RealFilesTest, ExportAndImportKeepTheWorld)
 
 TEST_P(RealFilesTest, EveryFormatHoldsTheWorld)
 {
-    SceneContainer scene = Import(GetParam());
+    SceneContainer scene;
+    const Textures textures = ImportModel(GetParam(), scene, progress_).textures;
     for (const WriteFormat& format : ListWriteFormats())
-        ExpectHeldByFile(scene, format);
+        ExpectHeldByFile(scene, textures, format);
 }
 
 TEST_P(RealFilesTest, ExportAndImportKeepThePreparedWorld)

@@ -27,6 +27,32 @@ TEST_F(TextureReferencesTest, FileNamesLieBehindEitherSlash)
     EXPECT_EQ(FileNameOf("Stone.png"), "Stone.png");
 }
 
+TEST_F(TextureReferencesTest, AReferenceMeansTheSameFileFromAnotherFolder)
+{
+    EXPECT_EQ(RebasedReference("tex/Wood.PNG", "/in/a.obj", "/in/b.glb"), "tex/Wood.PNG");
+    EXPECT_EQ(RebasedReference("tex/Wood.PNG", "/in/a.obj", "/out/x/b.glb"), "../../in/tex/Wood.PNG");
+    EXPECT_EQ(RebasedReference("../Wood.PNG", "/in/models/a.obj", "/in/b.glb"), "Wood.PNG");
+    EXPECT_EQ(RebasedReference("Wood.PNG", "models/a.obj", "b.glb"), "models/Wood.PNG");
+}
+
+TEST_F(TextureReferencesTest, WhatIsNotRelativeStays)
+{
+    for (const char* reference : {"/art/Wood.PNG", "C:\\art\\Wood.PNG", "https://host/Wood.PNG", ""})
+        EXPECT_EQ(RebasedReference(reference, "/in/a.obj", "/out/b.glb"), reference);
+}
+
+TEST_F(TextureReferencesTest, OnlyReferencesToFilesAreRebased)
+{
+    Importing::SceneContainer scene;
+    textures_.spelling["stone.png"] = "Stone.png";
+    scene.TextureLibrary = {"wood.png", "*0", "stone.png", "plain.png"};
+    RebaseReferences(scene, "/in/a.obj", "/out/b.glb", textures_);
+    EXPECT_EQ(SpellingOf(textures_, "wood.png"), "../in/Wood.PNG");
+    EXPECT_EQ(SpellingOf(textures_, "*0"), "*0");
+    EXPECT_EQ(SpellingOf(textures_, "stone.png"), "Stone.png");  // lies in the model file
+    EXPECT_EQ(SpellingOf(textures_, "plain.png"), "../in/plain.png");
+}
+
 TEST_F(TextureReferencesTest, TheFilesSpellingIsKept)
 {
     EXPECT_EQ(SpellingOf(textures_, "wood.png"), "Wood.PNG");

@@ -2,10 +2,10 @@
 
 #include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
+#include <sceneprep/PictureKind.h>
 #include <sceneprep/TextureReferences.h>
 #include <sceneprep/gltf/Utf8.h>
 
-#include <algorithm>
 #include <cctype>
 #include <string_view>
 #include <utility>
@@ -15,28 +15,6 @@ namespace Sceneprep::Gltf
 
 namespace
 {
-
-struct PictureKind
-{
-    const char* mimeType;
-    const char* extension;
-    std::string_view start;  ///< the file's first bytes
-};
-
-/// The kinds that every reader of the format knows.
-constexpr PictureKind kKinds[] = {{"image/png", "png", "\x89PNG"}, {"image/jpeg", "jpg", "\xFF\xD8\xFF"}};
-
-const PictureKind* KindOf(const EmbeddedTexture& picture)
-{
-    if (picture.height != 0)
-        return nullptr;
-    const auto* found = std::find_if(std::begin(kKinds), std::end(kKinds), [&](const PictureKind& kind) {
-        return picture.content.size() > kind.start.size() &&
-               std::equal(kind.start.begin(), kind.start.end(), picture.content.begin(),
-                          [](char a, unsigned char b) { return static_cast<unsigned char>(a) == b; });
-    });
-    return found == std::end(kKinds) ? nullptr : found;
-}
 
 /// May stand in a reference as it is: RFC 3986, section 3.3.
 bool IsPlain(unsigned char byte)
@@ -110,7 +88,7 @@ int ImageWriter::Write(int texture)
 
 bool ImageWriter::Fill(const EmbeddedTexture& picture, tinygltf::Image& image)
 {
-    const PictureKind* kind = KindOf(picture);
+    const PictureKind* kind = KindOf(picture.content);  // those that every reader of the format knows
     if (kind == nullptr)
         return false;
     image.name = ToUtf8(picture.fileName);
@@ -120,7 +98,7 @@ bool ImageWriter::Fill(const EmbeddedTexture& picture, tinygltf::Image& image)
         image.bufferView = buffers_.AddView(picture.content.data(), picture.content.size(), Usage::Other);
         return true;
     }
-    const std::string name = fmt::format("{}-picture{}.{}", stem_, companions_.size(), kind->extension);
+    const std::string name = CompanionName(stem_, companions_.size(), picture);
     image.uri = EncodeUri(name);
     companions_.push_back({name, &picture.content});
     return true;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <importing/plugin/SceneContainer.h>
+#include <sceneprep/CompanionFiles.h>
 #include <sceneprep/Textures.h>
 #include <sceneprep/gltf/Buffers.h>
 
@@ -12,13 +13,6 @@
 
 namespace Sceneprep::Gltf
 {
-
-/// A picture that has to lie beside the model file.
-struct CompanionFile
-{
-    std::string name;
-    const std::vector<unsigned char>* content;
-};
 
 /// Writes the textures that materials ask for.
 ///

@@ -58,17 +58,6 @@ bool IsWholeText(const fs::path& file, const tinygltf::Model& model)
     return in.get(last) && last == '}';
 }
 
-void WriteCompanion(const CompanionFile& companion, const fs::path& folder)
-{
-    const std::vector<unsigned char>& bytes = *companion.content;
-    std::ofstream out(folder / companion.name, std::ios::binary);
-    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    out.close();
-    if (!out)
-        throw ToolError(
-            fmt::format("cannot write {}: is the disk full? Make room or choose another folder", companion.name));
-}
-
 }  // namespace
 
 std::vector<std::string> WriteModel(Importing::SceneContainer& scene, const Textures& textures, const fs::path& file,
@@ -85,8 +74,7 @@ std::vector<std::string> WriteModel(Importing::SceneContainer& scene, const Text
     if (!isWritten || !(isBinary ? IsWholeBinary(file) : IsWholeText(file, built.model)))
         throw ToolError(fmt::format("cannot write {}: is the disk full? Make room or choose another folder",
                                     file.filename().string()));
-    for (const CompanionFile& companion : built.companions)
-        WriteCompanion(companion, file.parent_path());
+    WriteCompanions(built.companions, file.parent_path());
     return built.notes;
 }
 

@@ -74,7 +74,7 @@ TEST_F(GltfImages, OtherKindsOfPicturesAreLeftOutAndTold)
 {
     ImageWriter writer = Writer(true);
     EXPECT_EQ(writer.Find(3), -1);
-    textures_.embedded[0].height = 4;  // not a file but bare pixels
+    textures_.embedded[0].content = {'B', 'M', 1, 2, 3, 4};
     EXPECT_EQ(writer.Find(1), -1);
     EXPECT_EQ(writer.LeftOut(), (std::set<std::string>{"*0", "*2"}));
     EXPECT_TRUE(model_.images.empty());

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 namespace Sceneprep
 {
@@ -92,6 +91,35 @@ std::unique_ptr<aiMesh> ConvertMesh(Geometry& geometry)
     ConvertUVSets(geometry, *mesh);
     ConvertTriangles(geometry, *mesh);
     return mesh;
+}
+
+void AddBones(Geometry& geometry, const std::vector<std::string>& bones, aiMesh& mesh)
+{
+    std::vector<std::vector<aiVertexWeight>> weights(bones.size());
+    for (std::size_t v = 0; v < geometry.VertexArray.size(); ++v)
+    {
+        Vertex& vertex = geometry.VertexArray[v];
+        for (std::uint64_t w = 0; w < vertex.GetWeightsCount(); ++w)
+        {
+            const Vertex::Weight weight = vertex.GetWeight(w);
+            if (weight.first < weights.size())
+                weights[weight.first].emplace_back(static_cast<unsigned>(v), weight.second);
+        }
+    }
+    mesh.mBones = new aiBone*[bones.size()];
+    for (std::size_t b = 0; b < bones.size(); ++b)
+    {
+        auto bone = std::make_unique<aiBone>();
+        const D3DXMATRIX bind = Product(geometry.GetBindShapeTransform(), geometry.JointArray[b].GetBindPoseInverse());
+        bone->mName = bones[b];
+        bone->mOffsetMatrix = FromMatrix(bind);
+        if (weights[b].empty())
+            weights[b].emplace_back(0, 0.0F);  // exporters want at least one
+        bone->mNumWeights = static_cast<unsigned>(weights[b].size());
+        bone->mWeights = new aiVertexWeight[bone->mNumWeights];
+        std::copy(weights[b].begin(), weights[b].end(), bone->mWeights);
+        mesh.mBones[mesh.mNumBones++] = bone.release();
+    }
 }
 
 bool SharesVertices(const aiMesh& mesh)

@@ -4,6 +4,8 @@
 #include <importing/geometry/Geometry.h>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace Sceneprep
 {
@@ -14,6 +16,10 @@ bool HasTriangles(const Importing::Geometry& geometry);
 /// Makes a mesh for a file: positions, normals, every UV set, triangles.
 /// @throws std::out_of_range when an index leads to no vertex.
 std::unique_ptr<aiMesh> ConvertMesh(Importing::Geometry& geometry);
+
+/// Ties a mesh to bones, one for each joint.
+/// @param bones  [joints] the names of the nodes that they are
+void AddBones(Importing::Geometry& geometry, const std::vector<std::string>& bones, aiMesh& mesh);
 
 /// @return whether some vertex is a corner of more than one triangle.
 bool SharesVertices(const aiMesh& mesh);

@@ -40,10 +40,17 @@ bool HoldsUVSets(SceneContainer& scene, std::uint64_t count)
     });
 }
 
+bool HoldsJoints(SceneContainer& scene)
+{
+    return std::any_of(scene.GeometryLibrary.begin(), scene.GeometryLibrary.end(),
+                       [](const Importing::Geometry& mesh) { return !mesh.JointArray.empty(); });
+}
+
 constexpr NamedContent kContents[] = {
     {Content::Cameras, "cameras", [](SceneContainer& scene) { return !scene.CameraLibrary.empty(); }},
     {Content::Lights, "lights", [](SceneContainer& scene) { return !scene.LightLibrary.empty(); }},
     {Content::Movements, "movements", [](SceneContainer& scene) { return !scene.AnimationLibrary.empty(); }},
+    {Content::Skins, "skins", HoldsJoints},
     {Content::Materials, "materials", [](SceneContainer& scene) { return !scene.MaterialLibrary.empty(); }},
     {Content::Textures, "textures", [](SceneContainer& scene) { return AnyMap(scene, [](Map&) { return true; }); }},
     {Content::TexturePlacements, "placements of textures",
@@ -60,8 +67,8 @@ std::vector<std::string> NotesOnExport(SceneContainer& scene, const WriteFormat&
     std::vector<std::string> notes;
     if (!format.IsFlat() && IsWrittenFlat(scene, format))
         notes.push_back(
-            fmt::format("the hierarchy, and with it movements, cameras and lights, is given up: nodes shear, "
-                        "which those of {} cannot",
+            fmt::format("the hierarchy, and with it movements, skins, cameras and lights, is given up: nodes "
+                        "shear, which those of {} cannot",
                         format.description));
     std::vector<std::string> lost;
     for (const NamedContent& entry : kContents)

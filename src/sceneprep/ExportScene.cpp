@@ -10,9 +10,13 @@
 #include <sceneprep/ExportObjects.h>
 #include <sceneprep/Hierarchy.h>
 #include <sceneprep/ImportAnimations.h>
+#include <sceneprep/Skeletons.h>
 
 #include <algorithm>
 #include <map>
+#include <optional>
+#include <set>
+#include <tuple>
 #include <utility>
 
 namespace Sceneprep
@@ -75,6 +79,8 @@ public:
     }
 
 private:
+    using MeshKey = std::tuple<int, unsigned, std::vector<int>>;  // geometry, material of the file, joints
+
     struct FileNode
     {
         std::unique_ptr<aiNode> node;
@@ -117,27 +123,60 @@ private:
 
     void BuildHierarchy()
     {
+        if (format_.Holds(Content::Skins))
+            FindSkeletons();
         if (format_.LosesRoot())
             AddNode("", aiMatrix4x4());  // the scene's own root stands below it
         for (const int index : walk_.order)
         {
             Node& node = At(scene_.NodeLibrary, index);
-            const std::size_t target = AddNode(FileNameOf(node), FromMatrix(node.GetLocalTransform().GetMatrix()));
+            const std::size_t target = AddNode(FileNameOf(index), FromMatrix(node.GetLocalTransform().GetMatrix()));
             At(nodeOf_, index) = target;
             const int parent = At(walk_.parent, index);
             if (parent >= 0)
                 nodes_[At(nodeOf_, parent)].children.push_back(target);
             else if (format_.LosesRoot())
                 nodes_.front().children.push_back(target);
-            AddAnimation(node, target);
+            AddAnimation(node.GetAnimationID(), target);
         }
+        AddJointNodes();
         // Children that surfaces and objects need stand behind the scene's own.
         for (const int index : walk_.order)
         {
             Node& node = At(scene_.NodeLibrary, index);
-            AddSurfaces(node, At(nodeOf_, index));
+            AddSurfaces(index, At(nodeOf_, index));
             if (format_.Holds(Content::Cameras) || format_.Holds(Content::Lights))
                 AddCamerasAndLights(node, At(nodeOf_, index));
+        }
+    }
+
+    void FindSkeletons()
+    {
+        const std::vector<SkinnedMesh> meshes = ListSkinnedMeshes(scene_, walk_);
+        if (meshes.empty())
+            return;
+        for (Surface& surface : scene_.SurfaceLibrary)
+            ++nameUses_[surface.GetName()];  // children that surfaces need must not be taken for bones
+        skeletons_.emplace(scene_, walk_);
+        for (const SkinnedMesh& mesh : meshes)
+        {
+            std::vector<int>& joints = jointsOf_[{mesh.geometry, mesh.node}];
+            if (joints.empty())
+                joints = skeletons_->Find(At(scene_.GeometryLibrary, mesh.geometry), mesh.node);
+            isJoint_.insert(joints.begin(), joints.end());
+        }
+    }
+
+    void AddJointNodes()
+    {
+        if (!skeletons_)
+            return;
+        for (const JointNode& joint : skeletons_->JointNodes())
+        {
+            const std::size_t target = AddNode(UniqueName(joint.name, "joint"), FromMatrix(joint.local));
+            nodes_[At(nodeOf_, joint.parent)].children.push_back(target);
+            nodeOf_.push_back(target);
+            AddAnimation(joint.animation, target);
         }
     }
 
@@ -146,10 +185,10 @@ private:
         return surface.GetGeometryID() >= 0 && HasTriangles(At(scene_.GeometryLibrary, surface.GetGeometryID()));
     }
 
-    void AddSurfaces(Node& node, std::size_t target)
+    void AddSurfaces(int node, std::size_t target)
     {
         std::vector<Surface*> shown;
-        for (const std::int32_t index : node.SurfaceList)
+        for (const std::int32_t index : At(scene_.NodeLibrary, node).SurfaceList)
         {
             Surface& surface = At(scene_.SurfaceLibrary, index);
             if (IsShown(surface))
@@ -157,20 +196,35 @@ private:
         }
         if (shown.size() == 1)
         {
-            SetMesh(target, SharedMesh(*shown.front()));
+            SetMesh(target, SharedMesh(*shown.front(), node));
             return;
         }
         for (Surface* surface : shown)
-            SetMesh(AddChild(target, surface->GetName()), SharedMesh(*surface));
+            SetMesh(AddChild(target, surface->GetName()), SharedMesh(*surface, node));
     }
 
-    unsigned SharedMesh(Surface& surface)
+    unsigned SharedMesh(Surface& surface, int node)
     {
-        const std::pair<int, unsigned> key(surface.GetGeometryID(), materials_.Find(surface));
-        const auto found = meshOf_.find(key);
-        return found != meshOf_.end()
-                   ? found->second
-                   : meshOf_[key] = AddMesh(At(scene_.GeometryLibrary, surface.GetGeometryID()), surface);
+        const int index = surface.GetGeometryID();
+        Geometry& geometry = At(scene_.GeometryLibrary, index);
+        const auto joints = jointsOf_.find({index, node});
+        const bool isSkinned = joints != jointsOf_.end();
+        const MeshKey key{index, materials_.Find(surface), isSkinned ? joints->second : std::vector<int>()};
+        const auto [known, isNew] = meshOf_.emplace(key, static_cast<unsigned>(meshes_.size()));
+        if (isNew)
+            AddMesh(geometry, surface);
+        if (isNew && isSkinned)
+            AddBones(geometry, NamesOf(joints->second), *meshes_[known->second]);
+        return known->second;
+    }
+
+    std::vector<std::string> NamesOf(const std::vector<int>& joints)
+    {
+        std::vector<std::string> names;
+        names.reserve(joints.size());
+        for (const int joint : joints)
+            names.emplace_back(nodes_[At(nodeOf_, joint)].node->mName.C_Str());
+        return names;
     }
 
     unsigned AddMesh(Geometry& geometry, Surface& surface)
@@ -200,21 +254,22 @@ private:
         }
     }
 
-    void AddAnimation(Node& node, std::size_t target)
+    void AddAnimation(int animation, std::size_t target)
     {
-        if (!Importing::IsValidIndex(node.GetAnimationID(), scene_.AnimationLibrary.size()))
+        if (!Importing::IsValidIndex(animation, scene_.AnimationLibrary.size()))
             return;
-        std::vector<Importing::Key>& keys = At(scene_.AnimationLibrary, node.GetAnimationID());
+        std::vector<Importing::Key>& keys = At(scene_.AnimationLibrary, animation);
         if (!keys.empty())
             channels_.push_back(ConvertAnimation(keys, nodes_[target].node->mName.C_Str()));
     }
 
-    /// Files tie movements to nodes by name, so a node that moves needs a name of its own.
-    std::string FileNameOf(Node& node)
+    /// Files tie movements and bones to nodes by name, so a node that moves or is a joint needs a name of its own.
+    std::string FileNameOf(int index)
     {
+        Node& node = At(scene_.NodeLibrary, index);
         const std::string name = node.GetName();
-        const bool needsOwnName = node.GetAnimationID() >= 0 && (name.empty() || nameUses_[name] > 1);
-        return needsOwnName ? UniqueName(name, "animated") : name;
+        const bool isTied = node.GetAnimationID() >= 0 || isJoint_.count(index) > 0;
+        return isTied && (name.empty() || nameUses_[name] > 1) ? UniqueName(name, "animated") : name;
     }
 
     std::string FileText(const std::string& name) const
@@ -306,10 +361,13 @@ private:
     NodeWalk walk_;
     MaterialExporter materials_;
     std::vector<FileNode> nodes_;      // the first is the root
-    std::vector<std::size_t> nodeOf_;  // by node of the scene
+    std::vector<std::size_t> nodeOf_;  // by node of the scene, then joint nodes
+    std::optional<Skeletons> skeletons_;
+    std::map<std::pair<int, int>, std::vector<int>> jointsOf_;  // by geometry and node that shows it
+    std::set<int> isJoint_;
     std::map<std::string, int> nameUses_;
     std::vector<std::unique_ptr<aiMesh>> meshes_;
-    std::map<std::pair<int, unsigned>, unsigned> meshOf_;  // by geometry and material of the file
+    std::map<MeshKey, unsigned> meshOf_;
     std::vector<std::unique_ptr<aiCamera>> cameras_;
     std::vector<std::unique_ptr<aiLight>> lights_;
     std::vector<std::unique_ptr<aiNodeAnim>> channels_;

@@ -24,6 +24,9 @@ bool IsWrittenFlat(Importing::SceneContainer& scene, const WriteFormat& format);
 /// What is written flat: every surface is a child of the root, its mesh carried into the world by its node's matrix,
 /// and the winding turned where that matrix mirrors. Meshes that are too large for the format become several.
 ///
+/// In formats that hold skins joints are bones: nodes of the scene or further ones, as Skeletons says, with names that
+/// no other node has.
+///
 /// A camera or light stands at its node where the node has no other and its name is the only one of its kind; else at
 /// a child of its own. Left out: surfaces without triangles, and what the root does not lead to.
 std::unique_ptr<aiScene> BuildExportScene(Importing::SceneContainer& scene, const Textures& textures,

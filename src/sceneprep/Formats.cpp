@@ -27,19 +27,19 @@ using enum Content;
 
 /// What files lack as the model library writes them, by ending.
 const std::map<std::string_view, std::vector<Content>> kLacks = {
-    {"3ds", {Cameras, Lights, Movements, TexturePlacements, FurtherUVs}},
-    {"3mf", {Cameras, Lights, Movements, Textures, UVs}},
+    {"3ds", {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs}},
+    {"3mf", {Cameras, Lights, Movements, Skins, Textures, UVs}},
     {"assbin", {TexturePlacements}},
     {"assxml", {TexturePlacements}},
     {"dae", {TexturePlacements}},
     {"fbx", {Cameras, TexturePlacements}},
     {"json", {TexturePlacements}},
-    {"obj", {Cameras, Lights, Movements, TexturePlacements, FurtherUVs}},
-    {"ply", {Cameras, Lights, Movements, Materials, TexturePlacements, FurtherUVs}},
-    {"stl", {Cameras, Lights, Movements, Materials, Textures, UVs}},
-    {"stp", {Cameras, Lights, Movements, Textures, UVs}},
-    {"x", {Cameras, Lights, Movements, TexturePlacements, FurtherUVs}},
-    {"x3d", {Cameras, Lights, Movements, TexturePlacements, FurtherUVs}},
+    {"obj", {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs}},
+    {"ply", {Cameras, Lights, Movements, Skins, Materials, TexturePlacements, FurtherUVs}},
+    {"stl", {Cameras, Lights, Movements, Skins, Materials, Textures, UVs}},
+    {"stp", {Cameras, Lights, Movements, Skins, Textures, UVs}},
+    {"x", {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs}},
+    {"x3d", {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs}},
 };
 
 bool IsPreferred(std::string_view id)

@@ -15,6 +15,7 @@ enum class Content
     Cameras,
     Lights,
     Movements,
+    Skins,
     Materials,
     Textures,
     TexturePlacements,  ///< map matrices

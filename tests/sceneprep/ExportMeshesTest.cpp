@@ -27,6 +27,26 @@ Geometry MakeTriangle()
     return geometry;
 }
 
+TEST(ExportMeshes, BonesHaveWeightsAndBindPoses)
+{
+    Geometry geometry = MakeTriangle();
+    geometry.JointArray.resize(2);
+    geometry.JointArray[1].SetBindPoseInverse(Support::Translation(1, 2, 3));
+    geometry.SetBindShapeTransform(Support::Scaling(2, 2, 2));
+    geometry.VertexArray[2].AddWeight(1, 0.25F);
+    geometry.VertexArray[2].AddWeight(7, 1);  // there is no such joint
+    const std::unique_ptr<aiMesh> mesh = ConvertMesh(geometry);
+    AddBones(geometry, {"A", "B"}, *mesh);
+    ASSERT_EQ(mesh->mNumBones, 2U);
+    EXPECT_STREQ(mesh->mBones[1]->mName.C_Str(), "B");
+    EXPECT_EQ(mesh->mBones[1]->mOffsetMatrix.a1, 2);
+    EXPECT_EQ(mesh->mBones[1]->mOffsetMatrix.b4, 2);
+    ASSERT_EQ(mesh->mBones[1]->mNumWeights, 1U);
+    EXPECT_EQ(mesh->mBones[1]->mWeights[0].mVertexId, 2U);
+    ASSERT_EQ(mesh->mBones[0]->mNumWeights, 1U) << "one that says nothing";
+    EXPECT_EQ(mesh->mBones[0]->mWeights[0].mWeight, 0);
+}
+
 TEST(ExportMeshes, CarryVerticesAndTrianglesOver)
 {
     Geometry geometry = MakeTriangle();

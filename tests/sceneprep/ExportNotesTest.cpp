@@ -35,6 +35,7 @@ SceneContainer FullScene()
     map.SetTextureID(scene.AddTextureToLibrary("wood.png", true));
     map.SetMatrix(Support::Scaling(2, 2, 1));
     scene.SurfaceLibrary[0].MapList.push_back(map);
+    scene.GeometryLibrary[0].JointArray.resize(1);
     return scene;
 }
 
@@ -52,9 +53,9 @@ TEST(ExportNotes, WhatItLacksIsToldInOneLine)
     SceneContainer scene = FullScene();
     EXPECT_THAT(Notes(scene, "a.obj"),
                 ElementsAre("left out, since Wavefront OBJ format as it is written here holds none: cameras, lights, "
-                            "movements, placements of textures, further sets of texture coordinates"));
+                            "movements, skins, placements of textures, further sets of texture coordinates"));
     EXPECT_THAT(Notes(scene, "a.stl"),
-                ElementsAre(EndsWith(": cameras, lights, movements, materials, textures, texture coordinates")));
+                ElementsAre(EndsWith(": cameras, lights, movements, skins, materials, textures, texture coordinates")));
     EXPECT_THAT(Notes(scene, "a.dae"), ElementsAre(EndsWith(": placements of textures")));
 }
 

@@ -160,6 +160,25 @@ TEST(ExportScene, MovingNodesGetNamesOfTheirOwn)
     EXPECT_EQ(Shape(*target->mRootNode), "Root0(Same_20 Same_30 Same0)");
 }
 
+TEST(ExportScene, JointsAreBonesNamedAfterTheirNodes)
+{
+    SceneContainer scene = Scene("Root( Hip@1,0,0 A[a=m] B@0,5,0[b=m] )");
+    Importing::Geometry& mesh = scene.GeometryLibrary[0];
+    mesh.JointArray.emplace_back(std::string("Hip")).SetLocalTM(Support::Translation(1, 0, 0));
+    mesh.JointArray.emplace_back(std::string("Leg")).SetParentID(0);
+    mesh.VertexArray[3].AddWeight(0, 0.5F);
+    const auto target = Build(scene);
+    EXPECT_EQ(Shape(*target->mRootNode), "Root0(Hip0(Leg0) A1 B1(Hip_20(Leg_20)))");
+    ASSERT_EQ(target->mNumMeshes, 2U) << "each node sees joints of its own";
+    ASSERT_EQ(target->mMeshes[0]->mNumBones, 2U);
+    EXPECT_STREQ(target->mMeshes[0]->mBones[0]->mName.C_Str(), "Hip");
+    EXPECT_EQ(target->mMeshes[0]->mBones[0]->mWeights[0].mVertexId, 3U);
+    EXPECT_EQ(target->mMeshes[0]->mBones[0]->mWeights[0].mWeight, 0.5F);
+    EXPECT_STREQ(target->mMeshes[1]->mBones[1]->mName.C_Str(), "Leg_2");
+    EXPECT_EQ(Build(scene, "a.3ds")->mMeshes[0]->mNumBones, 0U);
+    EXPECT_EQ(Shape(*Build(scene, "a.3ds")->mRootNode), "Root0(Hip0 A1 B1)");
+}
+
 TEST(ExportScene, AnEmptySceneIsARootAlone)
 {
     SceneContainer scene;

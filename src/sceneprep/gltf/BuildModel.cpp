@@ -52,7 +52,8 @@ public:
     ModelBuilder(SceneContainer& scene, const Textures& textures, const std::string& stem, bool isBinary)
         : scene_(scene), walk_(WalkFromRoot(scene)), buffers_(model_),
           images_(scene, textures, stem, isBinary, buffers_, model_), materials_(scene, images_, model_),
-          meshes_(scene, buffers_, model_), animations_(buffers_, model_), skins_(scene, buffers_, animations_, model_)
+          meshes_(scene, buffers_, model_), animations_(buffers_, model_),
+          skins_(scene, walk_, buffers_, animations_, model_)
     {}
 
     BuiltModel Build()
@@ -60,9 +61,11 @@ public:
         model_.asset.version = "2.0";
         model_.asset.generator = "sceneprep";
         AddScene();
+        AnnounceSkins();
         AddNodes();
+        skins_.AddJointNodes(carrierOf_);
         for (const int node : walk_.order)
-            Fill(At(scene_.NodeLibrary, node), At(carrierOf_, node));
+            Fill(node);
         animations_.Finish();
         return {std::move(model_), images_.Companions(), Notes()};
     }
@@ -79,6 +82,21 @@ private:
         model_.defaultScene = 0;
     }
 
+    void AnnounceSkins()
+    {
+        for (const SkinnedMesh& mesh : ListSkinnedMeshes(scene_, walk_))
+        {
+            if (HasSkin(mesh.geometry))
+                skins_.Announce(mesh.geometry, mesh.node);
+        }
+    }
+
+    bool HasSkin(int geometry)
+    {
+        const MeshArrays* arrays = meshes_.Find(geometry);
+        return arrays != nullptr && arrays->isSkinned;
+    }
+
     /// The scene's own nodes, parents before children, so that the first is the root; what only the format needs comes
     /// behind them.
     void AddNodes()
@@ -88,7 +106,7 @@ private:
         for (const int index : walk_.order)
         {
             Importing::Node& node = At(scene_.NodeLibrary, index);
-            const int target = AddNode(node.GetName());
+            const int target = AddNode(skins_.NameOf(index));
             At(carrierOf_, index) = target;
             if (!node.GetNote().empty())
                 SetExtra("note", Value(ToUtf8(node.GetNote())), NodeAt(target));
@@ -126,9 +144,7 @@ private:
     {
         const int outer = At(carrierOf_, index);
         const int inner = AddNode(NodeAt(outer).name + " (turned)");
-        SetParts({{1, 1, 1}, turn, {0, 0, 0}}, NodeAt(inner));
-        NodeAt(inner).scale.clear();
-        NodeAt(inner).translation.clear();
+        SetRotation(turn, NodeAt(inner));
         NodeAt(outer).children.push_back(inner);
         At(carrierOf_, index) = inner;
     }
@@ -141,36 +157,36 @@ private:
         return keys.empty() ? nullptr : &keys;
     }
 
-    void Fill(Importing::Node& node, int target)
+    void Fill(int filled)
     {
-        AddSurfaces(node, target);
+        Importing::Node& node = At(scene_.NodeLibrary, filled);
+        const int target = At(carrierOf_, filled);
+        AddSurfaces(filled, target);
         for (const std::int32_t index : node.CameraList)
             AddCamera(At(scene_.CameraLibrary, index), target);
         for (const std::int32_t index : node.LightList)
             AddLight(At(scene_.LightLibrary, index), target);
     }
 
-    void AddSurfaces(Importing::Node& node, int target)
+    void AddSurfaces(int node, int target)
     {
         std::vector<Surface*> shown;
-        for (const std::int32_t index : node.SurfaceList)
+        for (const std::int32_t index : At(scene_.NodeLibrary, node).SurfaceList)
         {
             Surface& surface = At(scene_.SurfaceLibrary, index);
             if (surface.GetGeometryID() >= 0 && meshes_.Find(surface.GetGeometryID()) != nullptr)
                 shown.push_back(&surface);
         }
-        const bool isAlone = shown.size() == 1 && !meshes_.Find(shown.front()->GetGeometryID())->isSkinned;
         for (Surface* surface : shown)
-            ShowSurface(*surface, isAlone ? target : AddChild(target, surface->GetName()), target);
+            ShowSurface(*surface, node, shown.size() == 1 ? target : AddChild(target, surface->GetName()));
     }
 
-    /// @param joints  the node below which the joints of a skin hang, in the frame of which the mesh lies
-    void ShowSurface(Surface& surface, int target, int joints)
+    void ShowSurface(Surface& surface, int node, int target)
     {
         Importing::Geometry& geometry = At(scene_.GeometryLibrary, surface.GetGeometryID());
         NodeAt(target).mesh = SharedMesh(surface, geometry);
-        if (meshes_.Find(surface.GetGeometryID())->isSkinned)
-            NodeAt(target).skin = skins_.Add(geometry, joints);
+        if (HasSkin(surface.GetGeometryID()))
+            NodeAt(target).skin = skins_.Add(surface.GetGeometryID(), node, carrierOf_);
         SetExtras(surface, geometry, NodeAt(target));
     }
 
@@ -266,6 +282,7 @@ private:
         count(mended.normals, "normals without a direction are replaced by those of a face");
         count(mended.texCoords, "texture coordinates that are no numbers are written as (0, 0)");
         count(mended.skins, "skins without weights, or with weights of joints that are not there, are left out");
+        count(mended.weights, "vertices whose weights do not add up to 1 get them shared out anew");
         count(unplaced_, "what has a matrix that is not finite is placed where its parent is");
         count(lightsLeftOut_, "lights without a kind are left out");
         if (!materials_.LayersLeftOut().empty())

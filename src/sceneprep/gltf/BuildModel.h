@@ -20,8 +20,9 @@ struct BuiltModel
 
 /// Builds a model of what the scene's root leads to.
 ///
-/// Nodes keep their order and names. A node carries at most one mesh of one surface: one with several surfaces, or with
-/// a skin, gets a child for each. Surfaces of one geometry and one material share a mesh. What the format has no words
+/// Nodes keep their order and names, but those that are joints get names of their own. A node carries at most one mesh
+/// of one surface: one with several surfaces gets a child for each. Joints that are no nodes of the scene become nodes
+/// behind those. Surfaces of one geometry and one material share a mesh. What the format has no words
 /// for travels as extras of nodes, where it says anything: a node's `note`; the `collisionOffset` of the surface that a
 /// node shows, and its `surfaceName` unless the mesh has that name already.
 ///

@@ -189,6 +189,7 @@ void MeshWriter::WriteWeights(Geometry& geometry, MeshArrays& arrays)
         ++mended_.skins;
         return;
     }
+    mended_.weights += weights->sharedAnew;
     for (std::size_t set = 0; set < weights->joints.size(); ++set)
     {
         arrays.attributes[fmt::format("JOINTS_{}", set)] = buffers_.Add(

@@ -19,6 +19,7 @@ struct MendedValues
     std::size_t normals = 0;    ///< without length or direction: a face's normal stands in
     std::size_t texCoords = 0;  ///< not finite: (0, 0) stands in
     std::size_t skins = 0;      ///< left out: weights that name no joint
+    std::size_t weights = 0;    ///< vertices whose weights did not add up to 1
 };
 
 /// A mesh as it lies in the file: accessors by the format's names of vertex attributes, and that of the indices.

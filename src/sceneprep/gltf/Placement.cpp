@@ -166,6 +166,8 @@ void SetParts(const Parts& parts, tinygltf::Node& node)
     node.translation = ToList(parts.translation);
 }
 
+void SetRotation(const D3DXQUATERNION& rotation, tinygltf::Node& node) { node.rotation = ToList(rotation); }
+
 std::optional<D3DXQUATERNION> Place(const D3DXMATRIX& matrix, tinygltf::Node& node)
 {
     if (!IsFinite(matrix))

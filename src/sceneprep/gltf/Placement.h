@@ -39,6 +39,9 @@ void SetMatrix(const D3DXMATRIX& matrix, tinygltf::Node& node);
 /// Gives a node its place in parts, as nodes that move need it.
 void SetParts(const Parts& parts, tinygltf::Node& node);
 
+/// Turns a node that has no place yet.
+void SetRotation(const D3DXQUATERNION& rotation, tinygltf::Node& node);
+
 /// Gives a node its place. The nodes of this format cannot shear: of a matrix that does, the node takes the outer
 /// placement. A matrix that is not finite leaves the node where its parent is.
 /// @return the inner turn that a child has to add, which then carries all that the node should; none without shear.

@@ -15,6 +15,9 @@ using Importing::Vertex;
 
 constexpr std::size_t kPerSet = 4;
 
+/// Sums that lie nearer to 1 come from rounding.
+constexpr float kRounding = 1e-3F;
+
 /// A vertex's weights, one for each joint, largest first.
 using Shares = std::vector<Vertex::Weight>;
 
@@ -41,6 +44,14 @@ void Join(const Vertex::Weight& weight, Shares& shares)
         shares.push_back(weight);
     else
         same->second += weight.second;
+}
+
+bool AddUpToOne(Vertex& vertex)
+{
+    float sum = 0;
+    for (std::uint64_t w = 0; w < vertex.GetWeightsCount(); ++w)
+        sum += vertex.GetWeight(w).second;
+    return std::fabs(sum - 1) <= kRounding;
 }
 
 void ShareOut(Shares& shares)
@@ -94,6 +105,7 @@ std::optional<WeightSets> CollectWeights(Geometry& geometry)
     for (std::size_t v = 0; v < geometry.VertexArray.size(); ++v)
     {
         const Shares shares = SharesOf(geometry.VertexArray[v]);
+        sets.sharedAnew += AddUpToOne(geometry.VertexArray[v]) ? 0 : 1;
         Grow(sets, (shares.size() + kPerSet - 1) / kPerSet, geometry.VertexArray.size());
         for (std::size_t w = 0; w < shares.size(); ++w)
         {

@@ -3,6 +3,7 @@
 #include <importing/geometry/Geometry.h>
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -18,6 +19,7 @@ struct WeightSets
 {
     std::vector<std::vector<std::array<std::uint16_t, 4>>> joints;
     std::vector<std::vector<std::array<float, 4>>> weights;
+    std::size_t sharedAnew = 0;  ///< vertices whose weights did not add up to 1
 };
 
 /// @return the weights of every vertex; none when the mesh has no weights or a weight names a joint that it does not

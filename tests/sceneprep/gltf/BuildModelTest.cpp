@@ -185,19 +185,34 @@ TEST_F(GltfBuildModel, ANodeThatMovesIsPlacedInParts)
     EXPECT_EQ(model.animations[0].channels[0].target_node, 1);
 }
 
-TEST_F(GltfBuildModel, ASkinnedSurfaceHasANodeOfItsOwn)
+TEST_F(GltfBuildModel, ASkinnedSurfaceStandsAtItsNodeAndJointsBelowIt)
 {
     scene_.GeometryLibrary[0].JointArray.resize(1);
     scene_.GeometryLibrary[0].VertexArray[0].AddWeight(0, 1);
     AddSurface(0, 0, "Skin");
     const tinygltf::Model& model = Build();
-    ASSERT_EQ(model.nodes.size(), 3U);
-    EXPECT_THAT(model.nodes[0].children, ElementsAre(1, 2));
-    EXPECT_EQ(model.nodes[0].mesh, -1);
-    EXPECT_EQ(model.nodes[1].name, "Skin");
-    EXPECT_EQ(model.nodes[1].mesh, 0);
-    EXPECT_EQ(model.nodes[1].skin, 0);
-    EXPECT_THAT(model.skins.at(0).joints, ElementsAre(2));
+    ASSERT_EQ(model.nodes.size(), 2U);
+    EXPECT_THAT(model.nodes[0].children, ElementsAre(1));
+    EXPECT_EQ(model.nodes[0].mesh, 0);
+    EXPECT_EQ(model.nodes[0].skin, 0);
+    EXPECT_THAT(model.skins.at(0).joints, ElementsAre(1));
+}
+
+TEST_F(GltfBuildModel, JointsThatAreNodesAreThose)
+{
+    const int hip = AddNode("Hip", 0);
+    const int body = AddNode("Body", 0);
+    AddNode("Hip", body);
+    SetLocal(hip, *D3DXMatrixTranslation(std::make_unique<D3DXMATRIX>().get(), 1, 0, 0));
+    Importing::Joint& joint = scene_.GeometryLibrary[0].JointArray.emplace_back(std::string("Hip"));
+    joint.SetLocalTM(scene_.NodeLibrary[1].GetLocalTransform().GetMatrix());
+    scene_.GeometryLibrary[0].VertexArray[0].AddWeight(0, 1);
+    AddSurface(body);
+    const tinygltf::Model& model = Build();
+    EXPECT_EQ(model.nodes.size(), 4U);
+    EXPECT_THAT(model.skins.at(0).joints, ElementsAre(1));
+    EXPECT_EQ(model.nodes[1].name, "Hip_2") << "a joint's name is its own";
+    EXPECT_EQ(model.nodes[3].name, "Hip");
 }
 
 TEST_F(GltfBuildModel, CamerasAndLightsStandAtChildrenUnlessTheyLookTheFormatsWay)

@@ -142,6 +142,7 @@ TEST_F(GltfMeshes, JointsAndWeightsComeInSetsOfFour)
     const auto weights = ReadArray<std::array<float, 4>>(model_, arrays->attributes.at("WEIGHTS_0"));
     EXPECT_EQ(joints[0][0], 1);
     EXPECT_EQ(weights[0][0], 1);
+    EXPECT_EQ(writer_.Mended().weights, 3U);
 }
 
 TEST_F(GltfMeshes, ASkinWithoutWeightsIsLeftOutAndCounted)

@@ -43,6 +43,17 @@ TEST_F(GltfWeights, SharesAddUpToOneAndTheLargestIsFirst)
     EXPECT_EQ(sets.weights[0][0], (std::array<float, 4>{0.75F, 0.25F, 0, 0}));
 }
 
+TEST_F(GltfWeights, VerticesThatAreSharedOutAnewAreCounted)
+{
+    Weigh(0, 0, 0.25F);
+    Weigh(0, 1, 0.75F);
+    Weigh(1, 0, 0.5F);
+    EXPECT_EQ(CollectWeights(mesh_).value().sharedAnew, 2U) << "one with half, one without weights";
+    Weigh(1, 1, 0.5F);
+    Weigh(2, 1, std::numeric_limits<float>::quiet_NaN());
+    EXPECT_EQ(CollectWeights(mesh_).value().sharedAnew, 1U);
+}
+
 TEST_F(GltfWeights, AVertexWithoutWeightsFollowsTheFirstJoint)
 {
     Weigh(0, 2, 1);

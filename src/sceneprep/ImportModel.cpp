@@ -10,6 +10,7 @@
 #include <sceneprep/ImportAnimations.h>
 #include <sceneprep/ImportMaterials.h>
 #include <sceneprep/ImportObjects.h>
+#include <sceneprep/ImportSkins.h>
 #include <sceneprep/ModelProgress.h>
 #include <sceneprep/SurfaceExtras.h>
 #include <sceneprep/WorkState.h>
@@ -71,13 +72,16 @@ void FillTriangles(const aiMesh& mesh, Geometry& geometry)
     }
 }
 
-void FillGeometry(const aiMesh& mesh, Geometry& geometry)
+/// @return how many weights are left out.
+std::size_t FillGeometry(const aiMesh& mesh, Geometry& geometry)
 {
     geometry.SetName(mesh.mName.C_Str());
     FillVertices(mesh, geometry);
+    const std::size_t leftOut = ImportWeights(mesh, geometry);
     FillTriangles(mesh, geometry);
     if (!mesh.HasNormals())
-        geometry.ComputeNormals();
+        geometry.ComputeNormals();  // splits vertices, which takes weights along
+    return leftOut;
 }
 
 /// Carries one file's nodes and meshes over into a scene.
@@ -111,6 +115,16 @@ public:
 
     std::vector<std::string> NotesOnMaterials() const { return materials_.Notes(); }
 
+    /// To be called when nodes have their animations.
+    std::vector<std::string> ImportSkinsOfMeshes()
+    {
+        std::vector<std::string> notes = ImportSkins(skinned_, scene_);
+        if (weightsLeftOut_ > 0)
+            notes.push_back(
+                fmt::format("weights that are no numbers or name no vertex are left out ({})", weightsLeftOut_));
+        return notes;
+    }
+
 private:
     int ImportNode(const aiNode& source, int parent)
     {
@@ -140,7 +154,10 @@ private:
         surface.SetGeometryID(GeometryFor(mesh));
         materials_.Apply(source.mMaterialIndex, surface);
         ApplyExtras(node, surface);
-        return scene_.AddSurfaceToLibrary(std::move(surface), false);
+        const int index = scene_.AddSurfaceToLibrary(std::move(surface), false);
+        if (source.HasBones())
+            skinned_.push_back({&source, index, static_cast<int>(scene_.NodeLibrary.size())});
+        return index;
     }
 
     int GeometryFor(unsigned mesh)
@@ -149,7 +166,7 @@ private:
         if (first < 0)
         {
             first = scene_.CreateNewGeometryInLibrary();
-            FillGeometry(*source_.mMeshes[mesh], At(scene_.GeometryLibrary, first));
+            weightsLeftOut_ += FillGeometry(*source_.mMeshes[mesh], At(scene_.GeometryLibrary, first));
         }
         return first;
     }
@@ -158,27 +175,25 @@ private:
     SceneContainer& scene_;
     MaterialImporter materials_;
     std::vector<int> geometryOf_;  // by mesh of the file: the geometry made of it, or -1
+    std::vector<SkinnedSurface> skinned_;
+    std::size_t weightsLeftOut_ = 0;
 };
 
 std::vector<std::string> NotesOnMeshes(const aiScene& source)
 {
     std::size_t pointsAndLines = 0;
-    std::size_t skins = 0;
     std::size_t colored = 0;
     for (unsigned m = 0; m < source.mNumMeshes; ++m)
     {
         const aiMesh& mesh = *source.mMeshes[m];
         if (!HoldsTriangles(mesh))
             pointsAndLines += mesh.mNumFaces;
-        skins += mesh.HasBones() ? 1 : 0;
         colored += mesh.HasVertexColors(0) ? 1 : 0;
     }
 
     std::vector<std::string> notes;
     if (pointsAndLines > 0)
         notes.push_back(fmt::format("only triangles are kept: points and lines are left out ({})", pointsAndLines));
-    if (skins > 0)
-        notes.push_back(fmt::format("skins are left out: meshes keep the shape that they were bound in ({})", skins));
     if (colored > 0)
         notes.push_back(fmt::format("vertex colours are left out (meshes with colours: {})", colored));
     return notes;
@@ -213,6 +228,8 @@ ImportedModel ImportModel(const std::filesystem::path& file, SceneContainer& sce
     for (std::string& note : importedScene.NotesOnMaterials())
         model.notes.push_back(std::move(note));
     for (std::string& note : ImportAnimations(source, nodes, scene))
+        model.notes.push_back(std::move(note));
+    for (std::string& note : importedScene.ImportSkinsOfMeshes())
         model.notes.push_back(std::move(note));
     return model;
 }

@@ -26,8 +26,8 @@ void CheckReadable(const std::filesystem::path& file);
 ///
 /// Nodes come with their local matrices (parents before children, the root first), meshes as triangles with normals
 /// and every UV set, one surface for each mesh reference of a node, materials and textures that surfaces use, cameras,
-/// lights, and the animations of nodes. A mesh without normals gets them from Geometry::ComputeNormals(). Points and
-/// lines, skins and vertex colours are left out.
+/// lights, the animations of nodes, and skins as ImportSkins() makes them. A mesh without normals gets them from
+/// Geometry::ComputeNormals(). Points, lines and vertex colours are left out.
 ///
 /// @throws ToolError when there is no such file, its format is not known, or it cannot be read.
 ImportedModel ImportModel(const std::filesystem::path& file, Importing::SceneContainer& scene, Progress& progress);

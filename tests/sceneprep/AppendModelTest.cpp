@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sceneprep/ExpectSameWorld.h>
+#include <sceneprep/Skeletons.h>
 #include <sceneprep/TextureReferences.h>
 #include <support/SceneText.h>
 
@@ -43,6 +44,23 @@ struct Model
     SceneContainer scene;
     Textures textures;
 };
+
+TEST(AppendModel, SkinsKeepTheirJointsAndMovements)
+{
+    Model first("House*[a]");
+    Model other("Figure( Hip@1,0,0* Body[b] )");
+    Importing::Joint& joint = other.scene.GeometryLibrary[0].JointArray.emplace_back(std::string("Hip"));
+    joint.SetLocalTM(Support::Translation(1, 0, 0));
+    joint.SetAnimationID(0);
+    other.scene.GeometryLibrary[0].VertexArray[0].AddWeight(0, 1);
+    AppendModel(first.At("a.obj"), other.At("b.obj"));
+    Importing::Geometry& body = Support::MeshOf(first.scene, "b");
+    ASSERT_EQ(body.JointArray.size(), 1U);
+    EXPECT_EQ(body.JointArray[0].GetAnimationID(), Support::NodeNamed(first.scene, "Hip").GetAnimationID());
+    EXPECT_EQ(body.VertexArray[0].GetWeightsCount(), 1U);
+    const std::vector<bool> isJoint = FindJointNodes(first.scene, WalkFromRoot(first.scene));
+    EXPECT_TRUE(isJoint.at(static_cast<std::size_t>(Support::NodeIndex(first.scene, "Hip"))));
+}
 
 TEST(AppendModel, JoinsTheHierarchies)
 {

@@ -3,8 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sceneprep/Error.h>
+#include <sceneprep/ExportModel.h>
 #include <sceneprep/SceneStats.h>
-#include <sceneprep/TestFiles.h>
+#include <sceneprep/SkinnedFiles.h>
+#include <sceneprep/SkinnedShape.h>
 #include <support/SceneText.h>
 
 #include <sstream>
@@ -124,6 +126,55 @@ TEST_F(ImportModelTest, MatricesAreTurnedIntoRowVectorForm)
     const D3DXMATRIX child = scene_.CalculateGlobalTM(Support::NodeIndex(scene_, "Child"));
     EXPECT_EQ(child._41, 10);
     EXPECT_EQ(child._42, 21);
+}
+
+/// What both files of SkinnedFiles.h hold.
+void ExpectHipAndLeg(SceneContainer& scene)
+{
+    EXPECT_EQ(Support::NodeNamed(scene, "Leg").GetLocalTransform().GetMatrix()._42, 2) << "nodes stay";
+    ASSERT_EQ(scene.GeometryLibrary.size(), 1U);
+    Importing::Geometry& mesh = scene.GeometryLibrary[0];
+    ASSERT_EQ(mesh.JointArray.size(), 2U);
+    EXPECT_EQ(mesh.JointArray[0].GetName(), "Hip");
+    EXPECT_EQ(mesh.JointArray[0].GetParentID(), -1);
+    EXPECT_EQ(mesh.JointArray[0].GetLocalTM()._42, 1);
+    EXPECT_EQ(mesh.JointArray[0].GetBindPoseInverse()._42, -1);
+    EXPECT_EQ(mesh.JointArray[1].GetName(), "Leg");
+    EXPECT_EQ(mesh.JointArray[1].GetParentID(), 0);
+    EXPECT_EQ(mesh.JointArray[1].GetLocalTM()._42, 2);
+    EXPECT_EQ(mesh.JointArray[1].GetBindPoseInverse()._42, -3);
+    ASSERT_EQ(mesh.VertexArray.size(), 3U);
+    EXPECT_EQ(mesh.VertexArray[0].GetWeightsCount(), 1U);
+    EXPECT_EQ(mesh.VertexArray[1].GetWeight(0), Importing::Vertex::Weight(0, 0.25F));
+    EXPECT_EQ(mesh.VertexArray[1].GetWeight(1), Importing::Vertex::Weight(1, 0.75F));
+    EXPECT_EQ(mesh.VertexArray[2].GetWeight(0), Importing::Vertex::Weight(1, 1.0F));
+    EXPECT_EQ(mesh.VertexArray[2].GetNormal(), D3DXVECTOR3(0, 0, 1)) << "computed";
+    ExpectSameShapes(SkinnedShapes(scene, kRest), {{"Skin", {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}}});
+}
+
+TEST_F(ImportModelTest, SkinsOfGltf)
+{
+    EXPECT_THAT(Import(WriteSkinnedGltf(folder_)).notes, testing::IsEmpty());
+    ExpectHipAndLeg(scene_);
+}
+
+TEST_F(ImportModelTest, SkinsOfCollada)
+{
+    EXPECT_THAT(Import(WriteSkinnedCollada(folder_)).notes, testing::IsEmpty());
+    scene_.GeometryLibrary.at(0).SetName("Skin");  // the name of a skin's mesh gets lost
+    ExpectHipAndLeg(scene_);
+}
+
+TEST_F(ImportModelTest, SkinsComeBackFromGltf)
+{
+    Import(WriteSkinnedGltf(folder_));
+    std::ostringstream out;
+    Progress progress(out, false);
+    EXPECT_THAT(ExportModel(scene_, {}, folder_ / "out.glb", progress), testing::IsEmpty());
+    scene_ = SceneContainer();
+    Import(folder_ / "out.glb");
+    ExpectHipAndLeg(scene_);
+    EXPECT_EQ(Support::ToText(scene_), "Top( Hip( Leg ) Body[Skin] )");
 }
 
 TEST_F(ImportModelTest, UnusableFilesAreToldInOneLine)

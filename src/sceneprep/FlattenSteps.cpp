@@ -3,9 +3,12 @@
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/Facing.h>
 #include <sceneprep/Hierarchy.h>
+#include <sceneprep/SkinSteps.h>
 
 #include <algorithm>
 #include <map>
+#include <memory>
+#include <utility>
 
 namespace Sceneprep
 {
@@ -29,6 +32,22 @@ std::vector<bool> FindKeptNodes(SceneContainer& scene, const NodeWalk& walk)
                          (parent >= 0 && kept[static_cast<std::size_t>(parent)]);
     }
     return kept;
+}
+
+/// Surfaces at the root are merged even where it is animated.
+Changes SetSkinsAside(SceneContainer& scene, bool ignoreAnimation, std::vector<Node>& skins)
+{
+    std::vector<bool> kept(scene.NodeLibrary.size(), false);
+    if (!ignoreAnimation)
+        kept = FindKeptNodes(scene, WalkFromRoot(scene));
+    if (Importing::IsValidIndex(scene.GetRootNodeIndex(), kept.size()))
+        kept[static_cast<std::size_t>(scene.GetRootNodeIndex())] = false;
+    skins = TakeSkinnedSurfaces(scene, kept);
+
+    std::size_t surfaces = 0;
+    for (const Node& node : skins)
+        surfaces += node.SurfaceList.size();
+    return {{"skinned surfaces kept apart", surfaces}};
 }
 
 /// The topmost animated nodes that are not children of the root, by parent.
@@ -71,6 +90,12 @@ void MoveUnderAnchor(SceneContainer& scene, int parent, const std::vector<std::i
 
 void AddFlattenSteps(Pipeline& pipeline, const FlattenOptions& options)
 {
+    const auto skins = std::make_shared<std::vector<Node>>();
+    if (!options.ignoreAnimation)
+        pipeline.AddCounting("Drop skeleton nodes", LeaveSkeletonsToJoints);
+    pipeline.AddCounting("Set skins aside", [options, skins](SceneContainer& scene) {
+        return SetSkinsAside(scene, options.ignoreAnimation, *skins);
+    });
     if (!options.ignoreAnimation)
         pipeline.Add("Anchor animated nodes", AnchorAnimatedNodes);
     pipeline.Add("Turn mirrored faces",
@@ -78,6 +103,7 @@ void AddFlattenSteps(Pipeline& pipeline, const FlattenOptions& options)
     pipeline.Add("Flatten", [options](SceneContainer& scene) { Flatten(scene, options); });
     if (!options.ignoreAnimation)
         pipeline.Add("Release anchors", ReleaseAnchors);
+    pipeline.Add("Put skins back", [skins](SceneContainer& scene) { HangBelowRoot(scene, std::exchange(*skins, {})); });
     pipeline.Add("Drop unreachable nodes", DropUnreachableNodes);
 }
 

@@ -14,9 +14,9 @@ struct FlattenOptions
     bool ignoreAnimation = false;
 };
 
-/// Appends the steps that collapse a scene into its root, in this order: AnchorAnimatedNodes, TurnMirroredFaces,
-/// Flatten, ReleaseAnchors, DropUnreachableNodes; without the anchors when animation is ignored. The scene's surfaces
-/// must not share meshes.
+/// Appends the steps that collapse a scene into its root, in this order: LeaveSkeletonsToJoints, TakeSkinnedSurfaces,
+/// AnchorAnimatedNodes, TurnMirroredFaces, Flatten, ReleaseAnchors, HangBelowRoot, DropUnreachableNodes; without the
+/// skeletons and the anchors when animation is ignored. The scene's surfaces must not share meshes.
 void AddFlattenSteps(Pipeline& pipeline, const FlattenOptions& options);
 
 /// Hangs the topmost animated nodes under anchors that are children of the root and stand where the nodes' parents

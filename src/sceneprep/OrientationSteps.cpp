@@ -5,6 +5,9 @@
 #include <sceneprep/Facing.h>
 #include <sceneprep/Hierarchy.h>
 #include <sceneprep/ProbeScene.h>
+#include <sceneprep/Skeletons.h>
+
+#include <algorithm>
 
 namespace Sceneprep
 {
@@ -16,14 +19,22 @@ using Importing::At;
 using Importing::Node;
 using Importing::SceneContainer;
 
-/// @return for each node [nodes] whether it, or a node below it, is animated.
+/// A mesh that is carried by a matrix leaves its joints behind.
+bool ShowsSkin(const SceneContainer& scene, const Node& node)
+{
+    return std::any_of(node.SurfaceList.begin(), node.SurfaceList.end(),
+                       [&scene](std::int32_t surface) { return IsSkinned(scene, surface); });
+}
+
+/// @return for each node [nodes] whether it, or a node below it, is animated, is a joint or shows a skinned mesh.
 std::vector<bool> FindAnimatedBranches(SceneContainer& scene, const NodeWalk& walk)
 {
-    std::vector<bool> animated(scene.NodeLibrary.size(), false);
+    std::vector<bool> animated = FindJointNodes(scene, walk);
     for (auto node = walk.order.rbegin(); node != walk.order.rend(); ++node)  // children first
     {
         const auto position = static_cast<std::size_t>(*node);
-        if (scene.NodeLibrary[position].GetAnimationID() != -1)
+        const Node& record = scene.NodeLibrary[position];
+        if (record.GetAnimationID() != -1 || ShowsSkin(scene, record))
             animated[position] = true;
         if (animated[position] && walk.parent[position] >= 0)
             animated[static_cast<std::size_t>(walk.parent[position])] = true;

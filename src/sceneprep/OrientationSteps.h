@@ -13,7 +13,8 @@ namespace Sceneprep
 /// the operation turned against the picture are turned back.
 ///
 /// A mirrored node stays as it is where the operation would move something: it or a node below it is animated (keys
-/// replace a node's matrix), or its matrix cannot be taken apart (a row without length, or a skew).
+/// replace a node's matrix), is a joint or shows a skinned mesh, or its matrix cannot be taken apart (a row without
+/// length, or a skew).
 Changes RepairMirrors(Importing::SceneContainer& scene);
 
 /// Turns meshes whose first triangle faces away from its normal, as SceneContainer::CheckFacesOrientation() does. What

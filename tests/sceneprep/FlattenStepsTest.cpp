@@ -106,16 +106,41 @@ TEST(FlattenSteps, AnEmptySceneStaysEmpty)
     EXPECT_EQ(scene.GetRootNodeIndex(), -1);
 }
 
+TEST(FlattenSteps, SkinnedMeshesAreNeitherCarriedNorMerged)
+{
+    for (const char* text : {"Root( P@1,0,0( A@0,2,0[a] B[b c d] ) )", "Root*[a b]( C[c] D[d] )"})
+    {
+        SceneContainer scene = Scene(text);
+        for (const char* surface : {"a", "b"})
+            Support::MeshOf(scene, surface).JointArray.resize(2);
+        const auto before = Measure(scene);
+        RunFlatten(scene, false);
+        EXPECT_EQ(Support::MeshOf(scene, "a").VertexArray.size(), 8U);
+        EXPECT_EQ(Support::MeshOf(scene, "b").VertexArray.size(), 8U);
+        EXPECT_EQ(Support::MeshOf(scene, "b").JointArray.size(), 2U);
+        ExpectSameWorld(Measure(scene), before);
+    }
+    SceneContainer scene = Scene("Root( P@1,0,0*( A@0,2,0[a] ) B[b] )");
+    for (const char* surface : {"a", "b"})
+        Support::MeshOf(scene, surface).JointArray.resize(2);
+    RunFlatten(scene, false);
+    EXPECT_EQ(ToText(scene), "Root( P*( A[a] ) B[b] )") << "what moves stays where it is";
+    RunFlatten(scene, true);
+    EXPECT_EQ(ToText(scene), "Root( A[a] B[b] )");
+}
+
 TEST(FlattenSteps, StepsStandInTheirOrder)
 {
     Pipeline all;
     AddFlattenSteps(all, {});
-    EXPECT_EQ(all.StepNames(), (std::vector<std::string>{"Anchor animated nodes", "Turn mirrored faces", "Flatten",
-                                                         "Release anchors", "Drop unreachable nodes"}));
+    EXPECT_EQ(all.StepNames(),
+              (std::vector<std::string>{"Drop skeleton nodes", "Set skins aside", "Anchor animated nodes",
+                                        "Turn mirrored faces", "Flatten", "Release anchors", "Put skins back",
+                                        "Drop unreachable nodes"}));
     Pipeline fewer;
     AddFlattenSteps(fewer, {.minSurfaces = 2, .maxVertices = -1, .ignoreAnimation = true});
-    EXPECT_EQ(fewer.StepNames(),
-              (std::vector<std::string>{"Turn mirrored faces", "Flatten", "Drop unreachable nodes"}));
+    EXPECT_EQ(fewer.StepNames(), (std::vector<std::string>{"Set skins aside", "Turn mirrored faces", "Flatten",
+                                                           "Put skins back", "Drop unreachable nodes"}));
 }
 
 }  // namespace

@@ -22,6 +22,19 @@ TEST(NameSteps, NamesOfNodesMeshesAndMaterialsBecomeDistinct)
     EXPECT_EQ(scene.MaterialLibrary[1].GetName(), "c");
 }
 
+TEST(NameSteps, JointsTakeTheNamesOfTheirNodesAlong)
+{
+    SceneContainer scene = Scene("Root( Ann( Hip@1,0,0 A[a] ) Bob@5,0,0( Hip@1,0,0 B[b] ) )");
+    for (Importing::Geometry& geometry : scene.GeometryLibrary)
+        geometry.JointArray.emplace_back(std::string("Hip")).SetLocalTM(Support::Translation(1, 0, 0));
+    scene.GeometryLibrary[1].JointArray.emplace_back(std::string("Nowhere"));
+    MakeNamesUnique(scene);
+    EXPECT_EQ(ToText(scene), "Root( Ann( Hip(1) A[a] ) Bob( Hip B[b] ) )");
+    EXPECT_EQ(scene.GeometryLibrary[0].JointArray[0].GetName(), "Hip(1)");
+    EXPECT_EQ(scene.GeometryLibrary[1].JointArray[0].GetName(), "Hip");
+    EXPECT_EQ(scene.GeometryLibrary[1].JointArray[1].GetName(), "Nowhere");
+}
+
 TEST(NameSteps, SurfacesAreNamedAfterMeshAndMaterial)
 {
     SceneContainer scene = Scene("Root[a=m:c b=n]");

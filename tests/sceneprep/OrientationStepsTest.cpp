@@ -73,6 +73,18 @@ TEST(OrientationSteps, ObjectsOfOtherNodesAreLeftAlone)
     EXPECT_EQ(scene.CameraLibrary[0].GetOffsetMatrix().GetMatrix()._11, 1);
 }
 
+TEST(OrientationSteps, SkinnedMeshesAndJointsAreLeftMirrored)
+{
+    SceneContainer scene = Scene("Root( A( Hip ) B[b] C[c] )");
+    for (const char* node : {"A", "B", "C"})
+        NodeNamed(scene, node).SetLocalTransform(Scaling(-1, 1, 1));
+    scene.GeometryLibrary[0].JointArray.emplace_back(std::string("Hip"));
+    EXPECT_EQ(RepairMirrors(scene), Repaired(1, 2));
+    EXPECT_TRUE(IsMirrored(scene, "A")) << "above a joint";
+    EXPECT_TRUE(IsMirrored(scene, "B")) << "shows a skinned mesh";
+    EXPECT_FALSE(IsMirrored(scene, "C"));
+}
+
 TEST(OrientationSteps, BranchesThatMoveAreLeftMirrored)
 {
     SceneContainer scene = Scene("Root( A( B*[b] ) C*[c] D[d] )");

@@ -24,12 +24,27 @@ TEST(PrepareSteps, EverythingInItsOrder)
                                  .flatten = true,
                                  .surfaceNames = true,
                                  .collisionOffsets = true};
-    EXPECT_EQ(
-        MakePipeline(options).StepNames(),
-        (Names{"Resolve instances", "Repair mirrors", "Check orientation", "Fix culling", "Forget normals", "Weld",
-               "Compute normals", "Unify normals", "Generate cubic UVs, set 0", "Make names unique",
-               "Anchor animated nodes", "Turn mirrored faces", "Flatten", "Release anchors", "Drop unreachable nodes",
-               "Name surfaces", "Make surface names unique", "Compute collision offsets"}));
+    EXPECT_EQ(MakePipeline(options).StepNames(), (Names{"Resolve instances",
+                                                        "Repair mirrors",
+                                                        "Check orientation",
+                                                        "Fix culling",
+                                                        "Forget normals",
+                                                        "Weld",
+                                                        "Compute normals",
+                                                        "Unify normals",
+                                                        "Generate cubic UVs, set 0",
+                                                        "Make names unique",
+                                                        "Drop skeleton nodes",
+                                                        "Set skins aside",
+                                                        "Anchor animated nodes",
+                                                        "Turn mirrored faces",
+                                                        "Flatten",
+                                                        "Release anchors",
+                                                        "Put skins back",
+                                                        "Drop unreachable nodes",
+                                                        "Name surfaces",
+                                                        "Make surface names unique",
+                                                        "Compute collision offsets"}));
 }
 
 TEST(PrepareSteps, StepsThatWorkMatricesIntoMeshesResolveInstances)
@@ -54,9 +69,10 @@ TEST(PrepareSteps, TheRecommendedRoadKeepsThePictureAndTheArtistsData)
     StepOptions options = {.minSurfaces = 5};
     ChooseRecommended(options);
     EXPECT_EQ(MakePipeline(options).StepNames(),
-              (Names{"Resolve instances", "Repair mirrors", "Weld", "Make names unique", "Anchor animated nodes",
-                     "Turn mirrored faces", "Flatten", "Release anchors", "Drop unreachable nodes", "Name surfaces",
-                     "Make surface names unique", "Compute collision offsets"}));
+              (Names{"Resolve instances", "Repair mirrors", "Weld", "Make names unique", "Drop skeleton nodes",
+                     "Set skins aside", "Anchor animated nodes", "Turn mirrored faces", "Flatten", "Release anchors",
+                     "Put skins back", "Drop unreachable nodes", "Name surfaces", "Make surface names unique",
+                     "Compute collision offsets"}));
     EXPECT_EQ(options.minSurfaces, 5);
 }
 

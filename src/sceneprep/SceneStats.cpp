@@ -23,6 +23,7 @@ void CountGeometries(const SceneContainer& scene, SceneStats& stats)
         stats.vertices += geometry.VertexArray.size();
         if (geometry.GetPolySize() == 3)
             stats.triangles += geometry.IndexArray.size() / 3;
+        stats.joints += geometry.JointArray.size();
     }
 }
 
@@ -45,7 +46,7 @@ std::size_t CountPlayedAnimations(const SceneContainer& scene)
 
 }  // namespace
 
-std::array<std::pair<const char*, std::size_t>, 10> SceneStats::Rows() const
+std::array<std::pair<const char*, std::size_t>, 11> SceneStats::Rows() const
 {
     return {{{"nodes", nodes},
              {"surfaces", surfaces},
@@ -56,6 +57,7 @@ std::array<std::pair<const char*, std::size_t>, 10> SceneStats::Rows() const
              {"textures", textures},
              {"cameras", cameras},
              {"lights", lights},
+             {"joints", joints},
              {"animations", animations}}};
 }
 

@@ -21,12 +21,13 @@ struct SceneStats
     std::size_t textures = 0;
     std::size_t cameras = 0;
     std::size_t lights = 0;
+    std::size_t joints = 0;      ///< of all meshes
     std::size_t animations = 0;  ///< those that a node or a joint plays
 
     friend bool operator==(const SceneStats&, const SceneStats&) = default;
 
     /// The counts with their names, in the order in which they are shown.
-    std::array<std::pair<const char*, std::size_t>, 10> Rows() const;
+    std::array<std::pair<const char*, std::size_t>, 11> Rows() const;
 };
 
 /// Counts what the scene holds. Computes nothing and changes nothing.

@@ -13,7 +13,7 @@ TEST(JsonFigures, CountsKeepTheirOrder)
     EXPECT_EQ(counts.begin().key(), "nodes");
     EXPECT_EQ(counts["nodes"], 7);
     EXPECT_EQ(counts["animations"], 2);
-    EXPECT_EQ(counts.size(), 10U);
+    EXPECT_EQ(counts.size(), 11U);
 }
 
 TEST(JsonFigures, AWorldHasSevenFigures)

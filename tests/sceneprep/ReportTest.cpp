@@ -19,6 +19,7 @@ const SceneStats kBefore = {.nodes = 2000,
                             .textures = 3,
                             .cameras = 1,
                             .lights = 2,
+                            .joints = 24,
                             .animations = 0};
 
 TEST(Report, ComparesBeforeAndAfter)
@@ -37,6 +38,7 @@ TEST(Report, ComparesBeforeAndAfter)
               "textures               3           3\n"
               "cameras                1           1\n"
               "lights                 2           2\n"
+              "joints                24          24\n"
               "animations             0           0\n");
 }
 

@@ -20,6 +20,7 @@ TEST(SceneStats, CountsWhatIsThere)
 {
     SceneContainer scene = Scene("Root( A*[a=m:c b=m:d]{eye} B[e=n:c]<sun moon> )");
     scene.TextureLibrary.emplace_back("wood.png");
+    scene.GeometryLibrary[1].JointArray.resize(3);
     const SceneStats stats = CountScene(scene);
     EXPECT_EQ(stats, (SceneStats{.nodes = 3,
                                  .surfaces = 3,
@@ -30,6 +31,7 @@ TEST(SceneStats, CountsWhatIsThere)
                                  .textures = 1,
                                  .cameras = 1,
                                  .lights = 2,
+                                 .joints = 3,
                                  .animations = 1}));
 }
 

@@ -56,6 +56,7 @@ void RenameNodes(SceneContainer& scene)
     }
     Skeletons skeletons(scene, walk);
     std::vector<std::vector<int>> nodesOf;
+    nodesOf.reserve(meshes.size());
     for (const SkinnedMesh& mesh : meshes)
         nodesOf.push_back(skeletons.Find(Importing::At(scene.GeometryLibrary, mesh.geometry), mesh.node));
 

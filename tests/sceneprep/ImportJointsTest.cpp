@@ -17,6 +17,7 @@ using testing::ElementsAre;
 MeshJoints JointsOf(SceneContainer& scene, const std::vector<std::string>& nodes, const std::string& meshNode)
 {
     std::vector<Bone> bones;
+    bones.reserve(nodes.size());
     for (const std::string& name : nodes)
         bones.push_back({name, Support::Translation(0, 0, 8), Support::NodeIndex(scene, name)});
     return MakeJoints(scene, WalkFromRoot(scene).parent, bones, Support::NodeIndex(scene, meshNode));
@@ -26,6 +27,7 @@ MeshJoints JointsOf(SceneContainer& scene, const std::vector<std::string>& nodes
 std::vector<std::string> Told(std::vector<Joint> joints)
 {
     std::vector<std::string> told;
+    told.reserve(joints.size());
     for (Joint& joint : joints)
         told.push_back(joint.GetName() + '<' + std::to_string(joint.GetParentID()));
     return told;

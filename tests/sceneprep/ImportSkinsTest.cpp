@@ -54,6 +54,7 @@ SkinnedSurface Skinned(SceneContainer& scene, const aiMesh& mesh, const std::str
 std::vector<std::string> NamesOf(std::vector<Joint>& joints)
 {
     std::vector<std::string> names;
+    names.reserve(joints.size());
     for (Joint& joint : joints)
         names.push_back(joint.GetName());
     return names;
@@ -62,6 +63,7 @@ std::vector<std::string> NamesOf(std::vector<Joint>& joints)
 std::vector<int> ParentsOf(const std::vector<Joint>& joints)
 {
     std::vector<int> parents;
+    parents.reserve(joints.size());
     for (const Joint& joint : joints)
         parents.push_back(joint.GetParentID());
     return parents;

@@ -67,8 +67,8 @@ std::vector<std::string> NotesOnExport(SceneContainer& scene, const WriteFormat&
     std::vector<std::string> notes;
     if (!format.IsFlat() && IsWrittenFlat(scene, format))
         notes.push_back(
-            fmt::format("the hierarchy, and with it movements, skins, cameras and lights, is given up: nodes "
-                        "shear, which those of {} cannot",
+            fmt::format("the hierarchy, and with it movements, cameras and lights, is given up: nodes shear, "
+                        "which those of {} cannot",
                         format.description));
     std::vector<std::string> lost;
     for (const NamedContent& entry : kContents)

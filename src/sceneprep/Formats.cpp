@@ -32,7 +32,7 @@ const std::map<std::string_view, std::vector<Content>> kLacks = {
     {"assbin", {TexturePlacements}},
     {"assxml", {TexturePlacements}},
     {"dae", {TexturePlacements}},
-    {"fbx", {Cameras, TexturePlacements}},
+    {"fbx", {Cameras, Skins, TexturePlacements}},  // skins lose their bind poses
     {"json", {TexturePlacements}},
     {"obj", {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs}},
     {"ply", {Cameras, Lights, Movements, Skins, Materials, TexturePlacements, FurtherUVs}},

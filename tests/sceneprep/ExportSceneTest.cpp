@@ -175,8 +175,8 @@ TEST(ExportScene, JointsAreBonesNamedAfterTheirNodes)
     EXPECT_EQ(target->mMeshes[0]->mBones[0]->mWeights[0].mVertexId, 3U);
     EXPECT_EQ(target->mMeshes[0]->mBones[0]->mWeights[0].mWeight, 0.5F);
     EXPECT_STREQ(target->mMeshes[1]->mBones[1]->mName.C_Str(), "Leg_2");
-    EXPECT_EQ(Build(scene, "a.3ds")->mMeshes[0]->mNumBones, 0U);
-    EXPECT_EQ(Shape(*Build(scene, "a.3ds")->mRootNode), "Root0(Hip0 A1 B1)");
+    EXPECT_EQ(Build(scene, "a.x")->mMeshes[0]->mNumBones, 0U);
+    EXPECT_EQ(Shape(*Build(scene, "a.x")->mRootNode), "Root0(Hip0 A1 B1)");
 }
 
 TEST(ExportScene, AnEmptySceneIsARootAlone)

@@ -53,7 +53,7 @@ TEST(Formats, SayWhatTheyHold)
     EXPECT_FALSE(FindWriteFormat("a.glb")->IsFlat());
     EXPECT_TRUE(FindWriteFormat("a.stl")->IsFlat());
     EXPECT_TRUE(FindWriteFormat("a.dae")->Holds(Content::Skins));
-    EXPECT_FALSE(FindWriteFormat("a.x")->Holds(Content::Skins));
+    EXPECT_FALSE(FindWriteFormat("a.fbx")->Holds(Content::Skins));
     EXPECT_TRUE(FindWriteFormat("a.obj")->IsObj());
     EXPECT_TRUE(FindWriteFormat("a.gltf")->IsGltf());
     EXPECT_TRUE(FindWriteFormat("a.glb")->HoldsPictures());

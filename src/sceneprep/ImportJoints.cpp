@@ -113,7 +113,7 @@ private:
         }
     }
 
-    /// A frame is the parent of the animated nodes that it is the parent of, and of nothing else.
+    /// Keys count from the frame of the node's parent, so that becomes a joint where no other stands there.
     void AddFrames()
     {
         for (const int node : nodes_)

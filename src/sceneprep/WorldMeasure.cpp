@@ -1,7 +1,7 @@
 #include <sceneprep/WorldMeasure.h>
 
-#include <importing/base/CheckedAccess.h>
 #include <sceneprep/Hierarchy.h>
+#include <sceneprep/ShownSurfaces.h>
 
 #include <algorithm>
 #include <cmath>
@@ -14,17 +14,7 @@ namespace Sceneprep
 namespace
 {
 
-using Importing::At;
-using Point = std::array<double, 3>;
-
-Point Carry(const D3DXVECTOR3& p, const D3DXMATRIX& m)
-{
-    Point result{};
-    for (unsigned c = 0; c < 3; ++c)
-        result[c] = static_cast<double>(p.x) * m(0, c) + static_cast<double>(p.y) * m(1, c) +
-                    static_cast<double>(p.z) * m(2, c) + m(3, c);
-    return result;
-}
+using Point = WorldPoint;
 
 Point Minus(const Point& a, const Point& b) { return {a[0] - b[0], a[1] - b[1], a[2] - b[2]}; }
 
@@ -34,8 +24,6 @@ Point Cross(const Point& a, const Point& b)
 }
 
 double Dot(const Point& a, const Point& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
-
-bool IsFinite(const Point& p) { return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]); }
 
 void Extend(WorldMeasure& measure, const Point& point)
 {
@@ -63,18 +51,15 @@ void AddTriangle(WorldMeasure& measure, const Point& a, const Point& b, const Po
     measure.volume += handedness * Dot(a, across) / 6;
 }
 
-void AddGeometry(WorldMeasure& measure, Importing::Geometry& geometry, const D3DXMATRIX& world)
+void AddSurface(WorldMeasure& measure, const ShownSurface& shown)
 {
-    if (geometry.GetPolySize() != 3)
-        return;
     std::vector<Point> points;
-    points.reserve(geometry.VertexArray.size());
-    for (Importing::Vertex& vertex : geometry.VertexArray)
-        points.push_back(Carry(vertex.GetPosition(), world));
+    points.reserve(shown.geometry.VertexArray.size());
+    for (Importing::Vertex& vertex : shown.geometry.VertexArray)
+        points.push_back(CarryToWorld(vertex.GetPosition(), shown.world));
 
-    Importing::CheckIndices(geometry.IndexArray, points.size());
-    const double handedness = IsMirroring(world) ? -1 : 1;
-    const std::vector<std::uint32_t>& indices = geometry.IndexArray;
+    const double handedness = IsMirroring(shown.world) ? -1 : 1;
+    const std::vector<std::uint32_t>& indices = shown.geometry.IndexArray;
     for (std::size_t i = 0; i + 2 < indices.size(); i += 3)
         AddTriangle(measure, points[indices[i]], points[indices[i + 1]], points[indices[i + 2]], handedness);
 }
@@ -102,17 +87,7 @@ WorldMeasure Measure(Importing::SceneContainer& scene)
     measure.min = {kLargest, kLargest, kLargest};
     measure.max = {-kLargest, -kLargest, -kLargest};
 
-    const NodeWalk walk = WalkFromRoot(scene);
-    const std::vector<D3DXMATRIX> matrices = WorldMatricesOf(scene, walk);
-    for (const int node : walk.order)
-    {
-        for (const std::int32_t surface : At(scene.NodeLibrary, node).SurfaceList)
-        {
-            const int geometry = At(scene.SurfaceLibrary, surface).GetGeometryID();
-            if (geometry >= 0)
-                AddGeometry(measure, At(scene.GeometryLibrary, geometry), At(matrices, node));
-        }
-    }
+    ForEachShownSurface(scene, [&measure](const ShownSurface& shown) { AddSurface(measure, shown); });
     if (measure.triangles == measure.broken)
         measure.min = measure.max = {};
     return measure;

@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 
 namespace Sceneprep
 {
@@ -48,6 +49,22 @@ public:
 private:
     sigset_t before_ = {};
 };
+
+/// Pipes, devices and links to them are written to, not replaced.
+bool MayBeReplaced(const fs::path& file)
+{
+    const fs::file_type type = fs::symlink_status(file).type();
+    return type == fs::file_type::not_found || type == fs::file_type::regular;
+}
+
+void WriteInto(const fs::path& target, const fs::path& file, const std::function<void(std::ostream&)>& write)
+{
+    std::ofstream stream(target, std::ios::binary | std::ios::trunc);
+    write(stream);
+    stream.close();
+    if (!stream)
+        throw ToolError(fmt::format("cannot write {}; choose another name", file.string()));
+}
 
 }  // namespace
 
@@ -88,6 +105,19 @@ void MoveIntoPlace(const fs::path& from, const fs::path& file)
     {
         throw ToolError(fmt::format("cannot write {}: {}; choose another name", file.string(), error.code().message()));
     }
+}
+
+void WriteWhole(const fs::path& file, const std::function<void(std::ostream&)>& write)
+{
+    if (!MayBeReplaced(file))
+    {
+        WriteInto(file, file, write);
+        return;
+    }
+    const fs::path absolute = fs::absolute(file);
+    const TemporaryFolder temporary(absolute.parent_path());
+    WriteInto(temporary.Path() / absolute.filename(), file, write);
+    MoveIntoPlace(temporary.Path(), absolute);
 }
 
 }  // namespace Sceneprep

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <ostream>
 
 namespace Sceneprep
 {
@@ -27,5 +29,9 @@ private:
 /// program half way. The work is then at Phase::Written.
 /// @throws ToolError when one cannot be moved.
 void MoveIntoPlace(const std::filesystem::path& from, const std::filesystem::path& file);
+
+/// Writes a file that appears whole or not at all. Pipes, devices and links are written to instead, not replaced.
+/// @throws ToolError when it cannot be written.
+void WriteWhole(const std::filesystem::path& file, const std::function<void(std::ostream&)>& write);
 
 }  // namespace Sceneprep

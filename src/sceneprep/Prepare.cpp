@@ -12,7 +12,6 @@
 #include <sceneprep/TextureReferences.h>
 #include <sceneprep/WorkState.h>
 
-#include <fstream>
 #include <iterator>
 
 namespace Sceneprep
@@ -69,37 +68,6 @@ void CheckProof(const PrepareOptions& options, const PrepareReport& report)
                                 options.output.string(), fmt::join(report.differences, ", ")));
 }
 
-void WriteText(const std::string& text, const fs::path& target, const fs::path& file)
-{
-    std::ofstream stream(target, std::ios::binary | std::ios::trunc);
-    stream << text;
-    stream.close();
-    if (!stream)
-        throw ToolError(fmt::format("cannot write {}; choose another name", file.string()));
-}
-
-/// Pipes, devices and links to them are written to, not replaced.
-bool MayBeReplaced(const fs::path& file)
-{
-    const fs::file_type type = fs::symlink_status(file).type();
-    return type == fs::file_type::not_found || type == fs::file_type::regular;
-}
-
-/// An ordinary file appears whole or not at all.
-void WriteJson(const fs::path& file, const PrepareReport& report)
-{
-    const std::string json = ReportJson(report);
-    if (!MayBeReplaced(file))
-    {
-        WriteText(json, file, file);
-        return;
-    }
-    const fs::path absolute = fs::absolute(file);
-    const TemporaryFolder temporary(absolute.parent_path());
-    WriteText(json, temporary.Path() / absolute.filename(), file);
-    MoveIntoPlace(temporary.Path(), absolute);
-}
-
 }  // namespace
 
 int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ostream& out, std::ostream& errors,
@@ -138,7 +106,7 @@ int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ost
         RunStep("Export", progress, [&] { notes = ExportModel(scene, loaded.textures, options.output, progress); }));
     Tell(notes, progress, report);
     if (!options.jsonFile.empty())
-        WriteJson(options.jsonFile, report);
+        WriteWhole(options.jsonFile, [&](std::ostream& file) { file << ReportJson(report); });
 
     progress.Clear();
     out << ReportText(report);

@@ -60,4 +60,50 @@ TEST(PlaceFiles, WhatCannotBeMovedIsAnError)
     EXPECT_TRUE(fs::exists(folder.Path() / "house.obj"));
 }
 
+void WriteNew(std::ostream& stream) { stream << "new"; }
+
+TEST(PlaceFiles, AFileIsReplacedWhole)
+{
+    const SceneprepTests::TemporaryFolder folder;
+    const fs::path file = folder.Write("report.json", "old");
+    fs::create_hard_link(file, folder / "kept.json");
+    WriteWhole(file, WriteNew);
+    EXPECT_EQ(ReadText(file), "new");
+    EXPECT_EQ(ReadText(folder / "kept.json"), "old");
+    EXPECT_EQ(folder.CountEntries(), 2U);
+}
+
+TEST(PlaceFiles, AFileThatCannotBeWrittenWholeIsLeftAsItWas)
+{
+    const SceneprepTests::TemporaryFolder folder;
+    const fs::path file = folder.Write("report.json", "old");
+    EXPECT_THROW(WriteWhole(file, [](std::ostream& stream) { stream.setstate(std::ios::badbit); }), ToolError);
+    EXPECT_EQ(ReadText(file), "old");
+    EXPECT_EQ(folder.CountEntries(), 1U);
+}
+
+TEST(PlaceFiles, LinksAreWrittenThrough)
+{
+    const SceneprepTests::TemporaryFolder folder;
+    fs::create_symlink(folder / "far.json", folder / "link.json");
+    WriteWhole(folder / "link.json", WriteNew);
+    EXPECT_TRUE(fs::is_symlink(folder / "link.json"));
+    EXPECT_EQ(ReadText(folder / "far.json"), "new");
+}
+
+TEST(PlaceFiles, AFullDiskIsAnError)
+{
+    if (!fs::exists("/dev/full"))
+        return;
+    try
+    {
+        WriteWhole("/dev/full", WriteNew);
+        ADD_FAILURE() << "no error";
+    }
+    catch (const ToolError& error)
+    {
+        EXPECT_STREQ(error.what(), "cannot write /dev/full; choose another name");
+    }
+}
+
 }  // namespace

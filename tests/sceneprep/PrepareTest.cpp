@@ -83,34 +83,6 @@ TEST_F(PrepareTest, JsonHoldsTheSame)
     EXPECT_TRUE(json["differences"].empty());
 }
 
-TEST_F(PrepareTest, JsonReplacesAFileWhole)
-{
-    options_.jsonFile = folder_.Write("report.json", "old");
-    std::filesystem::create_hard_link(options_.jsonFile, folder_ / "kept.json");
-    const std::size_t before = folder_.CountEntries();
-    Run();
-    EXPECT_TRUE(nlohmann::json::accept(ReadText(options_.jsonFile)));
-    EXPECT_EQ(ReadText(folder_ / "kept.json"), "old");
-    EXPECT_EQ(folder_.CountEntries(), before + 1);  // the output
-}
-
-TEST_F(PrepareTest, JsonIsWrittenThroughALink)
-{
-    std::filesystem::create_symlink(folder_ / "far.json", folder_ / "link.json");
-    options_.jsonFile = folder_ / "link.json";
-    Run();
-    EXPECT_TRUE(std::filesystem::is_symlink(options_.jsonFile));
-    EXPECT_TRUE(nlohmann::json::accept(ReadText(folder_ / "far.json")));
-}
-
-TEST_F(PrepareTest, JsonOnAFullDiskIsAnError)
-{
-    if (!std::filesystem::exists("/dev/full"))
-        return;
-    options_.jsonFile = "/dev/full";
-    EXPECT_EQ(RunError(), "cannot write /dev/full; choose another name");
-}
-
 TEST_F(PrepareTest, InputsThatCannotBeReadAreLeftOutAndTold)
 {
     options_.inputs.emplace_back(folder_.Write("broken.glb", "no glTF at all"));

@@ -125,6 +125,11 @@ CLI::App* AddPrepare(CLI::App& app, Options& options, PrepareWords& words)
     command->add_option("--json", prepare.jsonFile, "Write what was done, with before and after, to FILE")
         ->type_name("FILE")
         ->group(kCareGroup);
+    command
+        ->add_option("--report", prepare.reportFile,
+                     "Write a page for browsers to FILE: what was done, before and after as numbers and pictures")
+        ->type_name("FILE")
+        ->group(kCareGroup);
     return command;
 }
 
@@ -162,6 +167,21 @@ bool NameOneFile(const std::filesystem::path& a, const std::filesystem::path& b)
            std::filesystem::equivalent(a, b, ignored);
 }
 
+/// @return what is wrong with the name of a report, which must overwrite nothing else; empty when nothing is.
+std::string CheckReportName(const char* option, const std::filesystem::path& file, const PrepareOptions& prepare)
+{
+    if (file.empty())
+        return {};
+    if (NameOneFile(file, prepare.output))
+        return fmt::format("{} and --output name the same file; give each a name of its own", option);
+    for (const std::filesystem::path& input : prepare.inputs)
+    {
+        if (NameOneFile(file, input))
+            return fmt::format("{} names the input {}; give the report a name of its own", option, input.string());
+    }
+    return {};
+}
+
 /// Takes over what needs more than one option to be understood.
 /// @return what makes no sense; empty when all does.
 std::string Complete(const CLI::App& command, const PrepareWords& words, PrepareOptions& prepare)
@@ -183,13 +203,12 @@ std::string Complete(const CLI::App& command, const PrepareWords& words, Prepare
         if (command.count(detail) > 0 && !prepare.steps.flatten)
             return fmt::format("{} requires --flatten or --all", detail);
     }
-    if (!prepare.jsonFile.empty() && NameOneFile(prepare.jsonFile, prepare.output))
-        return "--json and --output name the same file; give each a name of its own";
-    for (const std::filesystem::path& input : prepare.inputs)
-    {
-        if (!prepare.jsonFile.empty() && NameOneFile(prepare.jsonFile, input))
-            return fmt::format("--json names the input {}; give the report a name of its own", input.string());
-    }
+    if (std::string problem = CheckReportName("--json", prepare.jsonFile, prepare); !problem.empty())
+        return problem;
+    if (std::string problem = CheckReportName("--report", prepare.reportFile, prepare); !problem.empty())
+        return problem;
+    if (!prepare.jsonFile.empty() && !prepare.reportFile.empty() && NameOneFile(prepare.jsonFile, prepare.reportFile))
+        return "--json and --report name the same file; give each a name of its own";
     return {};
 }
 

@@ -18,6 +18,7 @@ struct PrepareOptions
     StepOptions steps = {};
     bool strict = false;                              ///< fail when the world is not the same afterwards
     std::filesystem::path jsonFile = {};              ///< empty: none
+    std::filesystem::path reportFile = {};            ///< the page; empty: none
     bool keepGoing = false;                           ///< leave inputs out that cannot be read
     std::vector<std::filesystem::path> leftOut = {};  ///< inputs that were left out already
 };

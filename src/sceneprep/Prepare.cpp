@@ -11,6 +11,8 @@
 #include <sceneprep/Proof.h>
 #include <sceneprep/TextureReferences.h>
 #include <sceneprep/WorkState.h>
+#include <sceneprep/report/PageText.h>
+#include <sceneprep/report/ReportPage.h>
 
 #include <iterator>
 
@@ -32,6 +34,11 @@ void CheckFiles(const PrepareOptions& options)
     CheckWritable(options.output);
     if (!options.jsonFile.empty())
         CheckFolderOf(options.jsonFile);
+    if (options.reportFile.empty())
+        return;
+    CheckFolderOf(options.reportFile);
+    if (!Report::HasPage())
+        throw ToolError("this sceneprep was built without the page for --report; use --json, or build it with npm");
 }
 
 std::vector<std::string> NotesOnTriangles(const WorldMeasure& world)
@@ -68,6 +75,22 @@ void CheckProof(const PrepareOptions& options, const PrepareReport& report)
                                 options.output.string(), fmt::join(report.differences, ", ")));
 }
 
+/// What the page shows of the scene before and after the steps.
+struct Pictures
+{
+    Report::Picture before;
+    Report::Picture after;
+};
+
+void WriteReports(const PrepareOptions& options, const PrepareReport& report, const Pictures& pictures)
+{
+    if (!options.jsonFile.empty())
+        WriteWhole(options.jsonFile, [&](std::ostream& file) { file << ReportJson(report); });
+    if (!options.reportFile.empty())
+        WriteWhole(options.reportFile,
+                   [&](std::ostream& file) { Report::WritePage(file, report, pictures.before, pictures.after); });
+}
+
 }  // namespace
 
 int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ostream& out, std::ostream& errors,
@@ -92,12 +115,17 @@ int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ost
     Tell(NotesOnTriangles(report.before.world), progress, report);
 
     WorkState::Enter(WorkState::Phase::Preparing, loaded.inputs.front());
+    Pictures pictures;
+    if (!options.reportFile.empty())
+        pictures.before = Report::TakePicture(scene, report.before.world);
     std::vector<StepResult> results = MakePipeline(options.steps).Run(scene, progress);
     report.steps.insert(report.steps.end(), std::make_move_iterator(results.begin()),
                         std::make_move_iterator(results.end()));
     report.after = FiguresOf(scene);
     report.differences = FindDifferences(report.before.world, report.after.world, TurnsFaces(options.steps));
     CheckProof(options, report);
+    if (!options.reportFile.empty())
+        pictures.after = Report::TakePicture(scene, report.after.world);
 
     WorkState::Enter(WorkState::Phase::Writing, options.output);
     RebaseReferences(scene, loaded.inputs.front(), options.output, loaded.textures);
@@ -105,8 +133,7 @@ int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ost
     report.steps.push_back(
         RunStep("Export", progress, [&] { notes = ExportModel(scene, loaded.textures, options.output, progress); }));
     Tell(notes, progress, report);
-    if (!options.jsonFile.empty())
-        WriteWhole(options.jsonFile, [&](std::ostream& file) { file << ReportJson(report); });
+    WriteReports(options, report, pictures);
 
     progress.Clear();
     out << ReportText(report);

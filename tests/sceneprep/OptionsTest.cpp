@@ -86,13 +86,14 @@ TEST(Options, AllIsTheRecommendedRoadAndMayBeAddedTo)
 TEST(Options, CareAndReport)
 {
     const ParsedCommandLine parsed =
-        ParseCommandLine({"prepare", "a.obj", "-o", "out.glb", "--strict", "--json", "report.json", "--keep-going",
-                          "--quiet", "--memory-limit", "1.5"});
+        ParseCommandLine({"prepare", "a.obj", "-o", "out.glb", "--strict", "--json", "report.json", "--report",
+                          "report.html", "--keep-going", "--quiet", "--memory-limit", "1.5"});
     ASSERT_TRUE(parsed.options) << parsed.error;
     EXPECT_TRUE(parsed.options->prepare.strict);
     EXPECT_TRUE(parsed.options->prepare.keepGoing);
     EXPECT_TRUE(parsed.options->quiet);
     EXPECT_EQ(parsed.options->prepare.jsonFile, "report.json");
+    EXPECT_EQ(parsed.options->prepare.reportFile, "report.html");
     EXPECT_EQ(parsed.options->memoryLimit, 1.5);
 }
 
@@ -114,6 +115,12 @@ TEST(Options, WhatMakesNoSenseTogetherIsBadUsage)
                    "prepare --help'");
     ExpectBadUsage({"prepare", "a.obj", "in.obj", "-o", "out.glb", "--json", "./in.obj"},
                    "sceneprep: --json names the input in.obj; give the report a name of its own; see 'sceneprep "
+                   "prepare --help'");
+    ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--report", "in.obj"},
+                   "sceneprep: --report names the input in.obj; give the report a name of its own; see 'sceneprep "
+                   "prepare --help'");
+    ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--report", "./r", "--json", "r"},
+                   "sceneprep: --json and --report name the same file; give each a name of its own; see 'sceneprep "
                    "prepare --help'");
     ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--weld", "--ignore-animation"},
                    "sceneprep: --ignore-animation requires --flatten or --all; see 'sceneprep prepare --help'");

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sceneprep/Error.h>
 #include <sceneprep/TestFiles.h>
+#include <sceneprep/report/PageText.h>
 #include <nlohmann/json.hpp>
 
 #include <sstream>
@@ -83,6 +84,26 @@ TEST_F(PrepareTest, JsonHoldsTheSame)
     EXPECT_TRUE(json["differences"].empty());
 }
 
+TEST_F(PrepareTest, TheReportIsAPageWhereTheBuildHasOne)
+{
+    options_.reportFile = folder_ / "report.html";
+    options_.jsonFile = folder_ / "report.json";
+    if (!Report::HasPage())
+    {
+        EXPECT_EQ(RunError(),
+                  "this sceneprep was built without the page for --report; use --json, or build it with npm");
+        EXPECT_FALSE(std::filesystem::exists(options_.output));
+        return;
+    }
+    options_.steps.flatten = true;
+    EXPECT_EQ(Run(), kDone);
+    const std::string page = ReadText(options_.reportFile);
+    EXPECT_THAT(page, testing::StartsWith("<!doctype html>"));
+    EXPECT_THAT(page, HasSubstr(ReadText(options_.jsonFile)));
+    EXPECT_THAT(page, HasSubstr("\"nodeNames\": [\n    \"Square\",\n    \"Corner\"\n  ]"));
+    EXPECT_THAT(page, HasSubstr("\"materialColors\": [\n    16711680,\n    255\n  ]"));
+}
+
 TEST_F(PrepareTest, InputsThatCannotBeReadAreLeftOutAndTold)
 {
     options_.inputs.emplace_back(folder_.Write("broken.glb", "no glTF at all"));
@@ -107,6 +128,9 @@ TEST_F(PrepareTest, BadPathsAreToldBeforeTheWork)
     options_.jsonFile = folder_ / "no/report.json";
     EXPECT_THAT(RunError(), HasSubstr("there is no folder"));
     options_.jsonFile.clear();
+    options_.reportFile = folder_ / "no/report.html";
+    EXPECT_THAT(RunError(), HasSubstr("there is no folder"));
+    options_.reportFile.clear();
     options_.inputs.emplace_back(folder_ / "none.obj");
     EXPECT_THAT(RunError(), HasSubstr("none.obj: there is no such file"));
     EXPECT_EQ(told_.str(), "");

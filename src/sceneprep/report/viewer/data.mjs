@@ -1,0 +1,24 @@
+// Reads what stands in the page's elements.
+
+export const element = (id) => document.getElementById(id);
+
+export const readJson = (id) => JSON.parse(element(id).textContent);
+
+function readBytes(id) {
+  const text = atob(element(id).textContent);
+  const bytes = new Uint8Array(text.length);
+  for (let i = 0; i < text.length; ++i) bytes[i] = text.charCodeAt(i);
+  return bytes;
+}
+
+// A picture: its box, its triangles as 16-bit places in that box, and the parts that they belong to.
+export function readPicture(id) {
+  const corners = new Uint16Array(readBytes(`${id}-corners`).buffer);
+  const numbers = new Int32Array(readBytes(`${id}-parts`).buffer);
+  const parts = [];
+  for (let i = 0; i < numbers.length; i += 4) {
+    const [triangles, node, material, collisionOffset] = numbers.subarray(i, i + 4);
+    parts.push({ triangles, node, material, collisionOffset, surface: parts.length });
+  }
+  return { ...readJson(id), corners, parts, shown: corners.length / 9 };
+}

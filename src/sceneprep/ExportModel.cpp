@@ -44,7 +44,8 @@ std::vector<std::string> Write(Importing::SceneContainer& scene, const Textures&
                                const fs::path& file, Progress& progress)
 {
     if (format.IsGltf())
-        return Gltf::WriteModel(scene, textures, file, format.extension == "glb");
+        return Gltf::WriteModel(scene, textures, file, format.extension == "glb",
+                                [&progress](double part) { progress.Update(part); });
     if (format.HoldsPictures() || !format.Holds(Content::Textures))
     {
         WriteByModelLibrary(*BuildExportScene(scene, textures, format), format, file, progress);

@@ -15,21 +15,27 @@ using Importing::Geometry;
 using Importing::SceneContainer;
 using Importing::Vertex;
 
-template <typename Visit>
-void ForEachMesh(SceneContainer& scene, Visit visit)
-{
-    for (Geometry& geometry : scene.GeometryLibrary)
-    {
-        if (!IsEmptied(geometry))
-            visit(geometry);
-    }
-}
-
-std::size_t CountVertices(SceneContainer& scene)
+std::size_t CountVertices(const SceneContainer& scene)
 {
     std::size_t count = 0;
-    ForEachMesh(scene, [&count](const Geometry& geometry) { count += geometry.VertexArray.size(); });
+    for (const Geometry& geometry : scene.GeometryLibrary)
+        count += geometry.VertexArray.size();
     return count;
+}
+
+/// Large meshes take longer: parts are told by vertices.
+template <typename Visit>
+void ForEachMesh(SceneContainer& scene, const PartListener& listener, Visit visit)
+{
+    PartCounter counter(listener, CountVertices(scene));
+    for (Geometry& geometry : scene.GeometryLibrary)
+    {
+        if (IsEmptied(geometry))
+            continue;
+        const std::size_t vertices = geometry.VertexArray.size();
+        visit(geometry);
+        counter.Add(vertices);
+    }
 }
 
 std::size_t CountTurnedTriangles(const std::vector<std::uint32_t>& before, const std::vector<std::uint32_t>& after)
@@ -67,25 +73,26 @@ std::string TitleOf(const UVMapping& mapping)
 void AddGeometrySteps(Pipeline& pipeline, const StepOptions& options)
 {
     if (options.fixCulling)
-        pipeline.AddCounting("Fix culling", FixCulling);
+        pipeline.AddGradual("Fix culling", FixCulling);
     if (options.weld && options.normals)
-        pipeline.Add("Forget normals", ForgetNormals);
+        pipeline.AddGradual("Forget normals", ForgetNormals);
     if (options.weld)
-        pipeline.AddCounting("Weld", Weld);
+        pipeline.AddGradual("Weld", Weld);
     if (options.normals)
-        pipeline.AddCounting("Compute normals", ComputeNormals);
+        pipeline.AddGradual("Compute normals", ComputeNormals);
     if (options.unifyNormals)
-        pipeline.AddCounting("Unify normals", UnifyNormals);
+        pipeline.AddGradual("Unify normals", UnifyNormals);
     for (const UVMapping& mapping : options.uvs)
-        pipeline.Add(TitleOf(mapping), [mapping](SceneContainer& scene) {
-            ForEachMesh(scene, [&mapping](Geometry& geometry) { GenerateUVs(geometry, mapping); });
+        pipeline.AddGradual(TitleOf(mapping), [mapping](SceneContainer& scene, const PartListener& listener) {
+            ForEachMesh(scene, listener, [&mapping](Geometry& geometry) { GenerateUVs(geometry, mapping); });
+            return Changes();
         });
 }
 
-Changes FixCulling(SceneContainer& scene)
+Changes FixCulling(SceneContainer& scene, const PartListener& listener)
 {
     std::size_t turned = 0;
-    ForEachMesh(scene, [&turned](Geometry& geometry) {
+    ForEachMesh(scene, listener, [&turned](Geometry& geometry) {
         const std::vector<std::uint32_t> before = geometry.IndexArray;
         geometry.FixFaceCulling(false);
         turned += CountTurnedTriangles(before, geometry.IndexArray);
@@ -93,32 +100,33 @@ Changes FixCulling(SceneContainer& scene)
     return {{"triangles turned", turned}};
 }
 
-void ForgetNormals(SceneContainer& scene)
+Changes ForgetNormals(SceneContainer& scene, const PartListener& listener)
 {
-    ForEachMesh(scene, [](Geometry& geometry) {
+    ForEachMesh(scene, listener, [](Geometry& geometry) {
         for (Vertex& vertex : geometry.VertexArray)
             vertex.SetNormal(D3DXVECTOR3(0, 0, 0));
     });
+    return {};
 }
 
-Changes Weld(SceneContainer& scene)
+Changes Weld(SceneContainer& scene, const PartListener& listener)
 {
     const std::size_t before = CountVertices(scene);
-    ForEachMesh(scene, [](Geometry& geometry) { geometry.Optimize(); });
+    ForEachMesh(scene, listener, [](Geometry& geometry) { geometry.Optimize(); });
     return {{"vertices removed", before - CountVertices(scene)}};
 }
 
-Changes ComputeNormals(SceneContainer& scene)
+Changes ComputeNormals(SceneContainer& scene, const PartListener& listener)
 {
     const std::size_t before = CountVertices(scene);
-    ForEachMesh(scene, [](Geometry& geometry) { geometry.ComputeNormals(); });
+    ForEachMesh(scene, listener, [](Geometry& geometry) { geometry.ComputeNormals(); });
     return {{"vertices split", CountVertices(scene) - before}};
 }
 
-Changes UnifyNormals(SceneContainer& scene)
+Changes UnifyNormals(SceneContainer& scene, const PartListener& listener)
 {
     std::size_t turned = 0;
-    ForEachMesh(scene, [&turned](Geometry& geometry) {
+    ForEachMesh(scene, listener, [&turned](Geometry& geometry) {
         const std::vector<D3DXVECTOR3> before = NormalsOf(geometry);
         geometry.UnifyNormals(false);
         turned += CountChangedNormals(before, geometry);

@@ -14,18 +14,18 @@ namespace Sceneprep
 void AddGeometrySteps(Pipeline& pipeline, const StepOptions& options);
 
 /// Turns the triangles whose three normals all point against them.
-Changes FixCulling(Importing::SceneContainer& scene);
+Changes FixCulling(Importing::SceneContainer& scene, const PartListener& listener = IgnorePart);
 
 /// Sets every normal to (0, 0, 0).
-void ForgetNormals(Importing::SceneContainer& scene);
+Changes ForgetNormals(Importing::SceneContainer& scene, const PartListener& listener = IgnorePart);
 
 /// Welds equal vertices and drops unused ones of meshes that have equal ones.
-Changes Weld(Importing::SceneContainer& scene);
+Changes Weld(Importing::SceneContainer& scene, const PartListener& listener = IgnorePart);
 
 /// Computes every mesh's normals, splitting vertices at hard edges.
-Changes ComputeNormals(Importing::SceneContainer& scene);
+Changes ComputeNormals(Importing::SceneContainer& scene, const PartListener& listener = IgnorePart);
 
 /// Turns the normals that point against their triangle.
-Changes UnifyNormals(Importing::SceneContainer& scene);
+Changes UnifyNormals(Importing::SceneContainer& scene, const PartListener& listener = IgnorePart);
 
 }  // namespace Sceneprep

@@ -105,7 +105,7 @@ void KeepFacesLooking(SceneContainer& scene, const NodeWalk& walk, const std::ve
 
 }  // namespace
 
-Changes RepairMirrors(SceneContainer& scene)
+Changes RepairMirrors(SceneContainer& scene, const PartListener& listener)
 {
     const NodeWalk walk = WalkFromRoot(scene);
     const std::vector<bool> animated = FindAnimatedBranches(scene, walk);
@@ -113,11 +113,13 @@ Changes RepairMirrors(SceneContainer& scene)
     const std::vector<D3DXMATRIX> worldBefore = WorldMatricesOf(scene, walk);
     const WindingRecord winding(scene);
 
+    PartCounter counter(listener, walk.order.size());
     std::size_t repaired = 0;
     std::size_t left = 0;
     for (std::size_t i = walk.order.size(); i-- > 0;)  // children first
     {
         const int node = walk.order[i];
+        counter.Add(1);
         if (!IsMirrored(scene, node))
             continue;
         const bool possible = !animated[static_cast<std::size_t>(node)] && KeepsTheWorld(scene, walk, i);

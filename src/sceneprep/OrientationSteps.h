@@ -15,7 +15,7 @@ namespace Sceneprep
 /// A mirrored node stays as it is where the operation would move something: it or a node below it is animated (keys
 /// replace a node's matrix), is a joint or shows a skinned mesh, or its matrix cannot be taken apart (a row without
 /// length, or a skew).
-Changes RepairMirrors(Importing::SceneContainer& scene);
+Changes RepairMirrors(Importing::SceneContainer& scene, const PartListener& listener = IgnorePart);
 
 /// Turns meshes whose first triangle faces away from its normal, as SceneContainer::CheckFacesOrientation() does. What
 /// a matrix mirrors is judged as viewers show it, with its winding turned. The scene's surfaces must not share meshes.

@@ -58,8 +58,11 @@ void Pipeline::Add(std::string name, Step step)
 
 void Pipeline::AddCounting(std::string name, CountingStep step)
 {
-    steps_.push_back({std::move(name), std::move(step)});
+    AddGradual(std::move(name),
+               [step = std::move(step)](Importing::SceneContainer& scene, const PartListener&) { return step(scene); });
 }
+
+void Pipeline::AddGradual(std::string name, GradualStep step) { steps_.push_back({std::move(name), std::move(step)}); }
 
 std::vector<std::string> Pipeline::StepNames() const
 {
@@ -71,11 +74,12 @@ std::vector<std::string> Pipeline::StepNames() const
 
 std::vector<StepResult> Pipeline::Run(Importing::SceneContainer& scene, Progress& progress) const
 {
+    const PartListener listener = [&progress](double part) { progress.Update(part); };
     std::vector<StepResult> results;
     for (const NamedStep& step : steps_)
     {
         Changes changes;
-        results.push_back(RunStep(step.name, progress, [&] { changes = step.step(scene); }));
+        results.push_back(RunStep(step.name, progress, [&] { changes = step.step(scene, listener); }));
         results.back().changes = std::move(changes);
     }
     return results;

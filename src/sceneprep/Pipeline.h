@@ -1,6 +1,7 @@
 #pragma once
 
 #include <importing/plugin/SceneContainer.h>
+#include <sceneprep/PartCounter.h>
 #include <sceneprep/Progress.h>
 
 #include <cstddef>
@@ -42,17 +43,20 @@ struct StepResult
 /// dropped. Exceptions of the step pass through.
 StepResult RunStep(const std::string& name, Progress& progress, const std::function<void()>& step);
 
-/// A list of named steps that work on a scene. A new step is one more Add() or AddCounting().
+/// A list of named steps that work on a scene. A new step is one more Add...().
 class Pipeline
 {
 public:
     using Step = std::function<void(Importing::SceneContainer& scene)>;
     using CountingStep = std::function<Changes(Importing::SceneContainer& scene)>;
+    using GradualStep = std::function<Changes(Importing::SceneContainer& scene, const PartListener& listener)>;
 
     /// Appends a step.
     void Add(std::string name, Step step);
     /// Appends a step that tells what it changed.
     void AddCounting(std::string name, CountingStep step);
+    /// Appends a step that tells what it changed and, on the way, how far it has come.
+    void AddGradual(std::string name, GradualStep step);
 
     /// @return the names of the steps, in order.
     std::vector<std::string> StepNames() const;
@@ -64,7 +68,7 @@ private:
     struct NamedStep
     {
         std::string name;
-        CountingStep step;
+        GradualStep step;
     };
 
     std::vector<NamedStep> steps_;

@@ -15,7 +15,7 @@ Pipeline MakePipeline(const StepOptions& options)
     if (NeedsOwnMeshes(options))
         pipeline.AddCounting("Resolve instances", ResolveInstances);
     if (options.repairMirrors)
-        pipeline.AddCounting("Repair mirrors", RepairMirrors);
+        pipeline.AddGradual("Repair mirrors", RepairMirrors);
     if (options.checkOrientation)
         pipeline.AddCounting("Check orientation", CheckOrientation);
     AddGeometrySteps(pipeline, options);

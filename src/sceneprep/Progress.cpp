@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace Sceneprep
 {
@@ -12,9 +13,19 @@ namespace
 
 constexpr const char* kBackToEmptyLine = "\r\033[K";
 
+/// Seconds up to a minute, minutes above: nobody waits by the second for those.
+std::string TextOf(std::chrono::seconds left)
+{
+    if (left <= std::chrono::minutes(1))
+        return fmt::format("{} s", left.count());
+    return fmt::format("{} min", std::chrono::ceil<std::chrono::minutes>(left).count());
+}
+
 }  // namespace
 
-Progress::Progress(std::ostream& out, bool movingLine) : out_(out), movingLine_(movingLine) {}
+Progress::Progress(std::ostream& out, bool movingLine, Clock clock)
+    : out_(out), movingLine_(movingLine), clock_(std::move(clock))
+{}
 
 Progress::~Progress() { Clear(); }
 
@@ -22,15 +33,23 @@ void Progress::Begin(const std::string& step)
 {
     step_ = step;
     if (movingLine_)
+    {
+        timeLeft_.Begin(clock_());
         Show(step_ + " ...");
+    }
     else
         out_ << step_ << " ..." << std::endl;
 }
 
 void Progress::Update(double part)
 {
-    if (movingLine_)
-        Show(fmt::format("{} ... {:.0f} %", step_, std::clamp(part, 0.0, 1.0) * 100));
+    if (!movingLine_)
+        return;
+    const double done = std::clamp(part, 0.0, 1.0);
+    std::string text = fmt::format("{} ... {:.0f} %", step_, done * 100);
+    if (const auto left = timeLeft_.Estimate(done, clock_()))
+        text += fmt::format(", {} left", TextOf(*left));
+    Show(text);
 }
 
 void Progress::Finish(double milliseconds)

@@ -1,17 +1,24 @@
 #pragma once
 
+#include <sceneprep/TimeLeft.h>
+
+#include <functional>
 #include <ostream>
 #include <string>
 
 namespace Sceneprep
 {
 
-/// Tells what is going on: on a terminal one line that is written over and over, elsewhere plain lines.
+/// Tells what is going on: on a terminal one line that is written over and over, with the share that is done and the
+/// time left; elsewhere plain lines.
 class Progress
 {
 public:
+    using Clock = std::function<TimeLeft::Clock::time_point()>;
+
     /// @param movingLine  whether `out` is a terminal
-    Progress(std::ostream& out, bool movingLine);
+    /// @param clock       what time it is; asked on a terminal only
+    Progress(std::ostream& out, bool movingLine, Clock clock = TimeLeft::Clock::now);
     /// Clears the moving line.
     ~Progress();
     Progress(const Progress&) = delete;
@@ -33,6 +40,8 @@ private:
 
     std::ostream& out_;
     bool movingLine_;
+    Clock clock_;
+    TimeLeft timeLeft_;
     std::string step_;
     std::string shown_;
 };

@@ -107,4 +107,14 @@ TEST(GeometrySteps, EmptiedMeshesAreLeftOut)
     EXPECT_TRUE(scene.GeometryLibrary[0].VertexArray.empty());
 }
 
+TEST(GeometrySteps, TellTheirPartByTheVerticesThatAreDone)
+{
+    SceneContainer scene = Support::Scene("Root( A[a=m] B[b=n] )");
+    scene.GeometryLibrary[0] = Support::UnindexedGrid(1, 1);
+    scene.GeometryLibrary[1] = Support::UnindexedGrid(3, 1);
+    std::vector<double> parts;
+    Weld(scene, [&parts](double part) { parts.push_back(part); });
+    EXPECT_EQ(parts, (std::vector<double>{0.25, 1}));
+}
+
 }  // namespace

@@ -5,6 +5,8 @@
 #include <sceneprep/Hierarchy.h>
 #include <support/SceneText.h>
 
+#include <vector>
+
 namespace
 {
 
@@ -144,6 +146,14 @@ TEST(OrientationSteps, AnEmptySceneHasNothingToTurn)
     SceneContainer scene;
     EXPECT_EQ(CheckOrientation(scene), (Changes{{"meshes turned", 0}}));
     EXPECT_EQ(RepairMirrors(scene), Repaired(0, 0));
+}
+
+TEST(OrientationSteps, RepairingTellsItsPartByTheNodesThatAreDone)
+{
+    SceneContainer scene = Scene("Root( A[a]( B[b] ) C[c] )");
+    std::vector<double> parts;
+    RepairMirrors(scene, [&parts](double part) { parts.push_back(part); });
+    EXPECT_EQ(parts, (std::vector<double>{0.25, 0.5, 0.75, 1}));
 }
 
 }  // namespace

@@ -43,6 +43,21 @@ TEST(Pipeline, KeepsWhatAStepChanged)
     EXPECT_EQ(results[1].changes, (Changes{{"nodes renamed", 3}}));
 }
 
+TEST(Pipeline, HandsOnHowFarAStepHasCome)
+{
+    Pipeline pipeline;
+    pipeline.AddGradual("halfway", [](SceneContainer&, const PartListener& listener) {
+        listener(0.5);
+        return Changes{{"nodes renamed", 3}};
+    });
+    SceneContainer scene;
+    std::ostringstream out;
+    Progress progress(out, true);
+    const std::vector<StepResult> results = pipeline.Run(scene, progress);
+    EXPECT_NE(out.str().find("halfway ... 50 %"), std::string::npos);
+    EXPECT_EQ(results[0].changes, (Changes{{"nodes renamed", 3}}));
+}
+
 TEST(Pipeline, TimesEachStep)
 {
     std::ostringstream out;

@@ -49,8 +49,9 @@ void SetExtras(Surface& surface, Importing::Geometry& geometry, tinygltf::Node& 
 class ModelBuilder
 {
 public:
-    ModelBuilder(SceneContainer& scene, const Textures& textures, const std::string& stem, bool isBinary)
-        : scene_(scene), walk_(WalkFromRoot(scene)), buffers_(model_),
+    ModelBuilder(SceneContainer& scene, const Textures& textures, const std::string& stem, bool isBinary,
+                 const PartListener& listener)
+        : scene_(scene), walk_(WalkFromRoot(scene)), counter_(listener, CountSurfaces()), buffers_(model_),
           images_(scene, textures, stem, isBinary, buffers_, model_), materials_(scene, images_, model_),
           meshes_(scene, buffers_, model_), animations_(buffers_, model_),
           skins_(scene, walk_, buffers_, animations_, model_)
@@ -71,6 +72,14 @@ public:
     }
 
 private:
+    std::size_t CountSurfaces() const
+    {
+        std::size_t count = 0;
+        for (const int node : walk_.order)
+            count += At(scene_.NodeLibrary, node).SurfaceList.size();
+        return count;
+    }
+
     void AddScene()
     {
         if (walk_.order.empty())
@@ -176,6 +185,7 @@ private:
             Surface& surface = At(scene_.SurfaceLibrary, index);
             if (surface.GetGeometryID() >= 0 && meshes_.Find(surface.GetGeometryID()) != nullptr)
                 shown.push_back(&surface);
+            counter_.Add(1);
         }
         for (Surface* surface : shown)
             ShowSurface(*surface, node, shown.size() == 1 ? target : AddChild(target, surface->GetName()));
@@ -299,6 +309,7 @@ private:
 
     SceneContainer& scene_;
     NodeWalk walk_;
+    PartCounter counter_;
     tinygltf::Model model_;
     Buffers buffers_;
     ImageWriter images_;
@@ -314,9 +325,10 @@ private:
 
 }  // namespace
 
-BuiltModel BuildModel(SceneContainer& scene, const Textures& textures, const std::string& stem, bool isBinary)
+BuiltModel BuildModel(SceneContainer& scene, const Textures& textures, const std::string& stem, bool isBinary,
+                      const PartListener& listener)
 {
-    return ModelBuilder(scene, textures, stem, isBinary).Build();
+    return ModelBuilder(scene, textures, stem, isBinary, listener).Build();
 }
 
 }  // namespace Sceneprep::Gltf

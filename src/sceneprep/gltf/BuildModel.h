@@ -1,6 +1,7 @@
 #pragma once
 
 #include <importing/plugin/SceneContainer.h>
+#include <sceneprep/PartCounter.h>
 #include <sceneprep/Textures.h>
 #include <sceneprep/gltf/Images.h>
 
@@ -29,6 +30,6 @@ struct BuiltModel
 /// @param stem      name of the model file without its ending
 /// @param isBinary  whether pictures go into the buffer instead of files beside the model
 BuiltModel BuildModel(Importing::SceneContainer& scene, const Textures& textures, const std::string& stem,
-                      bool isBinary);
+                      bool isBinary, const PartListener& listener = IgnorePart);
 
 }  // namespace Sceneprep::Gltf

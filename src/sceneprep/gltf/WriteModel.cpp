@@ -18,6 +18,9 @@ namespace
 
 namespace fs = std::filesystem;
 
+/// The part of building in the whole work, roughly: the library does not tell how far its writing has come.
+constexpr double kBuilding = 0.5;
+
 /// For names of files that the model refers to: nothing that a reference would have to encode.
 std::string PlainName(std::string stem)
 {
@@ -61,10 +64,11 @@ bool IsWholeText(const fs::path& file, const tinygltf::Model& model)
 }  // namespace
 
 std::vector<std::string> WriteModel(Importing::SceneContainer& scene, const Textures& textures, const fs::path& file,
-                                    bool isBinary)
+                                    bool isBinary, const PartListener& listener)
 {
     const std::string stem = PlainName(file.stem().string());
-    BuiltModel built = BuildModel(scene, textures, stem, isBinary);
+    BuiltModel built =
+        BuildModel(scene, textures, stem, isBinary, [&listener](double part) { listener(part * kBuilding); });
     if (!isBinary && !built.model.buffers.empty())
         built.model.buffers.front().uri = stem + ".bin";
 

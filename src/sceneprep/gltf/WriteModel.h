@@ -1,6 +1,7 @@
 #pragma once
 
 #include <importing/plugin/SceneContainer.h>
+#include <sceneprep/PartCounter.h>
 #include <sceneprep/Textures.h>
 
 #include <filesystem>
@@ -15,6 +16,7 @@ namespace Sceneprep::Gltf
 /// @return what the format cannot hold or had to be mended, one line each.
 /// @throws ToolError when a file cannot be written.
 std::vector<std::string> WriteModel(Importing::SceneContainer& scene, const Textures& textures,
-                                    const std::filesystem::path& file, bool isBinary);
+                                    const std::filesystem::path& file, bool isBinary,
+                                    const PartListener& listener = IgnorePart);
 
 }  // namespace Sceneprep::Gltf

@@ -272,4 +272,13 @@ TEST_F(GltfBuildModel, IndicesThatLeadNowhereThrow)
     EXPECT_THROW(Build(), std::out_of_range);
 }
 
+TEST_F(GltfBuildModel, TellsItsPartByTheSurfacesThatAreDone)
+{
+    AddSurface(0);
+    AddSurface(AddNode("A", 0));
+    std::vector<double> parts;
+    BuildModel(scene_, {}, "a", true, [&parts](double part) { parts.push_back(part); });
+    EXPECT_EQ(parts, (std::vector<double>{0.5, 1}));
+}
+
 }  // namespace

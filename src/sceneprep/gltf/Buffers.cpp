@@ -6,7 +6,7 @@ namespace Sceneprep::Gltf
 int Buffers::AddView(const void* data, std::size_t size, Usage usage)
 {
     if (model_.buffers.empty())
-        model_.buffers.emplace_back();
+        model_.buffers.emplace_back().data.reserve(expected_);
     std::vector<unsigned char>& bytes = model_.buffers.front().data;
     bytes.resize((bytes.size() + 3) / 4 * 4);
 

@@ -30,6 +30,9 @@ class Buffers
 public:
     explicit Buffers(tinygltf::Model& model) : model_(model) {}
 
+    /// Says roughly how many bytes will come, so that they need not move as they grow. Call it before the first comes.
+    void Expect(std::size_t size) { expected_ = size; }
+
     /// Copies an array whose elements lie close together in the given layout.
     /// @return the index of its accessor.
     template <typename T>
@@ -46,6 +49,7 @@ private:
     int AddBytes(const void* data, std::size_t count, std::size_t elementSize, const Layout& layout, Usage usage);
 
     tinygltf::Model& model_;
+    std::size_t expected_ = 0;
 };
 
 }  // namespace Sceneprep::Gltf

@@ -59,6 +59,26 @@ void SetBounds(const std::vector<D3DXVECTOR3>& positions, tinygltf::Accessor& ac
     accessor.maxValues = {max.x, max.y, max.z};
 }
 
+/// The largest number of an index of two bytes is kept for other purposes.
+constexpr std::size_t kMostShort = 65535;
+
+/// Of a mesh every vertex of which has as many UV sets as the first.
+std::size_t ExpectedBytes(const Geometry& geometry)
+{
+    const std::size_t vertices = geometry.VertexArray.size();
+    const std::size_t sets = vertices > 0 ? geometry.VertexArray.front().GetTexCoordCount() : 0;
+    const std::size_t indexSize = vertices <= kMostShort ? sizeof(std::uint16_t) : sizeof(std::uint32_t);
+    return vertices * (2 * sizeof(D3DXVECTOR3) + sets * sizeof(D3DXVECTOR2)) + geometry.IndexArray.size() * indexSize;
+}
+
+std::size_t ExpectedBytes(const Importing::SceneContainer& scene)
+{
+    std::size_t bytes = 0;
+    for (const Geometry& geometry : scene.GeometryLibrary)
+        bytes += ExpectedBytes(geometry);
+    return bytes;
+}
+
 }  // namespace
 
 std::size_t MeshArrays::CountTexCoords() const
@@ -70,7 +90,9 @@ std::size_t MeshArrays::CountTexCoords() const
 
 MeshWriter::MeshWriter(Importing::SceneContainer& scene, Buffers& buffers, tinygltf::Model& model)
     : scene_(scene), buffers_(buffers), model_(model)
-{}
+{
+    buffers_.Expect(ExpectedBytes(scene));
+}
 
 const MeshArrays* MeshWriter::Find(int geometry)
 {
@@ -100,9 +122,14 @@ std::optional<MeshArrays> MeshWriter::Write(Geometry& geometry)
 std::vector<std::uint32_t> MeshWriter::UsableTriangles(Geometry& geometry)
 {
     Importing::CheckIndices(geometry.IndexArray, geometry.VertexArray.size());
+    const auto isFinite = [](Vertex& vertex) { return IsFinite(vertex.Vertex::GetPosition()); };
+    if (geometry.IndexArray.size() % 3 == 0 &&
+        std::all_of(geometry.VertexArray.begin(), geometry.VertexArray.end(), isFinite))
+        return geometry.IndexArray;
+
     std::vector<std::uint32_t> triangles;
     triangles.reserve(geometry.IndexArray.size());
-    const auto isUsable = [&](std::uint32_t v) { return IsFinite(geometry.VertexArray[v].GetPosition()); };
+    const auto isUsable = [&](std::uint32_t v) { return isFinite(geometry.VertexArray[v]); };
     for (std::size_t i = 0; i + 2 < geometry.IndexArray.size(); i += 3)
     {
         const auto first = geometry.IndexArray.begin() + static_cast<std::ptrdiff_t>(i);
@@ -121,7 +148,10 @@ void MeshWriter::WritePositions(Geometry& geometry, const std::vector<std::uint3
     std::vector<D3DXVECTOR3> positions;
     positions.reserve(geometry.VertexArray.size());
     for (Vertex& vertex : geometry.VertexArray)
-        positions.push_back(IsFinite(vertex.GetPosition()) ? vertex.GetPosition() : usable);
+    {
+        const D3DXVECTOR3 position = vertex.Vertex::GetPosition();
+        positions.push_back(IsFinite(position) ? position : usable);
+    }
 
     const int accessor = buffers_.Add(positions, kVectors3, Usage::Vertices);
     SetBounds(positions, model_.accessors[static_cast<std::size_t>(accessor)]);
@@ -136,7 +166,7 @@ void MeshWriter::WriteNormals(Geometry& geometry, const std::vector<std::uint32_
     bool anyIsMissing = false;
     for (Vertex& vertex : geometry.VertexArray)
     {
-        D3DXVECTOR3 normal = vertex.GetNormal();
+        D3DXVECTOR3 normal = vertex.Vertex::GetNormal();
         if (!Normalize(normal))
         {
             isMissing[normals.size()] = true;
@@ -202,8 +232,6 @@ void MeshWriter::WriteWeights(Geometry& geometry, MeshArrays& arrays)
 
 void MeshWriter::WriteIndices(const std::vector<std::uint32_t>& triangles, std::size_t vertexCount, MeshArrays& arrays)
 {
-    // The largest number of each kind is kept for other purposes.
-    constexpr std::size_t kMostShort = 65535;
     if (vertexCount <= kMostShort)
         arrays.indices =
             buffers_.Add(std::vector<std::uint16_t>(triangles.begin(), triangles.end()), kShortIndices, Usage::Indices);

@@ -41,6 +41,17 @@ TEST(GltfBuffers, AccessorsSayHowManyElementsOfWhichKind)
     EXPECT_EQ(model.bufferViews[0].target, TINYGLTF_TARGET_ARRAY_BUFFER);
 }
 
+TEST(GltfBuffers, WhatIsExpectedMakesRoomAndNoBuffer)
+{
+    tinygltf::Model model;
+    Buffers buffers(model);
+    buffers.Expect(1000);
+    EXPECT_TRUE(model.buffers.empty());
+    buffers.AddView("abc", 3, Usage::Other);
+    EXPECT_EQ(model.buffers[0].data.size(), 3U);
+    EXPECT_GE(model.buffers[0].data.capacity(), 1000U);
+}
+
 TEST(GltfBuffers, APictureHasAViewAndNoAccessor)
 {
     tinygltf::Model model;

@@ -3,8 +3,6 @@
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/Hierarchy.h>
 
-#include <cmath>
-
 namespace Sceneprep
 {
 
@@ -29,16 +27,5 @@ void ForEachShownSurface(Importing::SceneContainer& scene, const std::function<v
         }
     }
 }
-
-WorldPoint CarryToWorld(const D3DXVECTOR3& p, const D3DXMATRIX& m)
-{
-    WorldPoint result{};
-    for (unsigned c = 0; c < 3; ++c)
-        result[c] = static_cast<double>(p.x) * m(0, c) + static_cast<double>(p.y) * m(1, c) +
-                    static_cast<double>(p.z) * m(2, c) + m(3, c);
-    return result;
-}
-
-bool IsFinite(const WorldPoint& p) { return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]); }
 
 }  // namespace Sceneprep

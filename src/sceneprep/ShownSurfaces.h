@@ -3,6 +3,7 @@
 #include <importing/plugin/SceneContainer.h>
 
 #include <array>
+#include <cmath>
 #include <functional>
 
 namespace Sceneprep
@@ -25,8 +26,15 @@ void ForEachShownSurface(Importing::SceneContainer& scene, const std::function<v
 /// A place in the world, in double precision.
 using WorldPoint = std::array<double, 3>;
 
-WorldPoint CarryToWorld(const D3DXVECTOR3& position, const D3DXMATRIX& world);
+inline WorldPoint CarryToWorld(const D3DXVECTOR3& p, const D3DXMATRIX& m)
+{
+    WorldPoint result{};
+    for (unsigned c = 0; c < 3; ++c)
+        result[c] = static_cast<double>(p.x) * m(0, c) + static_cast<double>(p.y) * m(1, c) +
+                    static_cast<double>(p.z) * m(2, c) + m(3, c);
+    return result;
+}
 
-bool IsFinite(const WorldPoint& point);
+inline bool IsFinite(const WorldPoint& p) { return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]); }
 
 }  // namespace Sceneprep

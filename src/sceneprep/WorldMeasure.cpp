@@ -51,17 +51,25 @@ void AddTriangle(WorldMeasure& measure, const Point& a, const Point& b, const Po
     measure.volume += handedness * Dot(a, across) / 6;
 }
 
-void AddSurface(WorldMeasure& measure, const ShownSurface& shown)
+/// @param points  room for the mesh's vertices in the world, kept from mesh to mesh
+void AddSurface(WorldMeasure& measure, const ShownSurface& shown, std::vector<Point>& points)
 {
-    std::vector<Point> points;
-    points.reserve(shown.geometry.VertexArray.size());
+    points.clear();
     for (Importing::Vertex& vertex : shown.geometry.VertexArray)
-        points.push_back(CarryToWorld(vertex.GetPosition(), shown.world));
+        points.push_back(CarryToWorld(vertex.Vertex::GetPosition(), shown.world));
 
     const double handedness = IsMirroring(shown.world) ? -1 : 1;
     const std::vector<std::uint32_t>& indices = shown.geometry.IndexArray;
     for (std::size_t i = 0; i + 2 < indices.size(); i += 3)
         AddTriangle(measure, points[indices[i]], points[indices[i + 1]], points[indices[i + 2]], handedness);
+}
+
+std::size_t CountListings(const Importing::SceneContainer& scene)
+{
+    std::size_t count = 0;
+    for (const Importing::Node& node : scene.NodeLibrary)
+        count += node.SurfaceList.size();
+    return count;
 }
 
 }  // namespace
@@ -80,14 +88,19 @@ double WorldMeasure::Extent() const
     return largest;
 }
 
-WorldMeasure Measure(Importing::SceneContainer& scene)
+WorldMeasure Measure(Importing::SceneContainer& scene, const PartListener& listener)
 {
     constexpr double kLargest = std::numeric_limits<double>::max();
     WorldMeasure measure;
     measure.min = {kLargest, kLargest, kLargest};
     measure.max = {-kLargest, -kLargest, -kLargest};
 
-    ForEachShownSurface(scene, [&measure](const ShownSurface& shown) { AddSurface(measure, shown); });
+    PartCounter counter(listener, CountListings(scene));
+    std::vector<Point> points;
+    ForEachShownSurface(scene, [&](const ShownSurface& shown) {
+        AddSurface(measure, shown, points);
+        counter.Add(1);
+    });
     if (measure.triangles == measure.broken)
         measure.min = measure.max = {};
     return measure;

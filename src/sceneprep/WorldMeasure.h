@@ -1,6 +1,7 @@
 #pragma once
 
 #include <importing/plugin/SceneContainer.h>
+#include <sceneprep/PartCounter.h>
 
 #include <array>
 #include <cstddef>
@@ -28,6 +29,6 @@ struct WorldMeasure
 };
 
 /// Measures in double precision behind the world matrices.
-WorldMeasure Measure(Importing::SceneContainer& scene);
+WorldMeasure Measure(Importing::SceneContainer& scene, const PartListener& listener = IgnorePart);
 
 }  // namespace Sceneprep

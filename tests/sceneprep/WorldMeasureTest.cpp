@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <limits>
+#include <vector>
 
 namespace
 {
@@ -82,6 +83,21 @@ TEST(WorldMeasure, AnIndexWithoutVertexIsRefused)
     SceneContainer scene = Scene("Root[a]");
     scene.GeometryLibrary[0].IndexArray[4] = 8;
     EXPECT_THROW(Measure(scene), std::out_of_range);
+}
+
+TEST(WorldMeasure, TellsItsPartByTheSurfacesThatAreDone)
+{
+    SceneContainer scene = Scene("Root( A[a] B[a] )");
+    std::vector<double> parts;
+    Measure(scene, [&parts](double part) { parts.push_back(part); });
+    EXPECT_EQ(parts, (std::vector<double>{0.5, 1}));
+}
+
+TEST(WorldMeasure, VerticesThatNoTriangleUsesAreNoPartOfTheWorld)
+{
+    SceneContainer scene = Scene("Root[a]");
+    scene.GeometryLibrary[0].VertexArray.emplace_back(D3DXVECTOR3(9, 9, 9));
+    EXPECT_EQ(Measure(scene).max, (Corner{2, 2, 2}));
 }
 
 }  // namespace

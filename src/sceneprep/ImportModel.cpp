@@ -1,22 +1,13 @@
 #include <sceneprep/ImportModel.h>
 
-#include <assimp/config.h>
-#include <assimp/postprocess.h>
-#include <assimp/scene.h>
 #include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/Conversions.h>
-#include <sceneprep/Error.h>
 #include <sceneprep/ImportAnimations.h>
 #include <sceneprep/ImportMaterials.h>
 #include <sceneprep/ImportObjects.h>
 #include <sceneprep/ImportSkins.h>
-#include <sceneprep/ModelProgress.h>
 #include <sceneprep/SurfaceExtras.h>
-#include <sceneprep/WorkState.h>
-#include <assimp/Importer.hpp>
-
-#include <new>
 
 namespace Sceneprep
 {
@@ -27,21 +18,6 @@ namespace
 using Importing::At;
 using Importing::Geometry;
 using Importing::SceneContainer;
-
-const aiScene& Read(const std::filesystem::path& file, Assimp::Importer& importer, Progress& progress)
-{
-    CheckReadable(file);
-    importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
-    importer.SetProgressHandler(new ModelProgress(progress));  // the importer owns it
-    // Sorting splits meshes that mix triangles with points and lines.
-    const aiScene* scene = importer.ReadFile(file.string(), aiProcess_Triangulate | aiProcess_SortByPType);
-    if (scene == nullptr && WorkState::RanOutOfMemory())
-        throw std::bad_alloc();
-    if (scene == nullptr || scene->mRootNode == nullptr)
-        throw ToolError(fmt::format("cannot read {}: {}; repair the file or convert it to another format",
-                                    file.string(), OneLine(importer.GetErrorString())));
-    return *scene;
-}
 
 bool HoldsTriangles(const aiMesh& mesh) { return (mesh.mPrimitiveTypes & aiPrimitiveType_TRIANGLE) != 0; }
 
@@ -88,8 +64,9 @@ std::size_t FillGeometry(const aiMesh& mesh, Geometry& geometry)
 class SceneImporter
 {
 public:
-    SceneImporter(const aiScene& source, SceneContainer& scene, ImportedModel& model)
-        : source_(source), scene_(scene), materials_(source, scene, model.textures), geometryOf_(source.mNumMeshes, -1)
+    SceneImporter(ModelSource& file, SceneContainer& scene, ImportedModel& model, const PartListener& listener)
+        : file_(file), source_(file.Scene()), scene_(scene), materials_(source_, scene, model.textures),
+          geometryOf_(source_.mNumMeshes, -1), counter_(listener, source_.mNumMeshes)
     {}
 
     NodeNames ImportNodes()
@@ -167,16 +144,20 @@ private:
         {
             first = scene_.CreateNewGeometryInLibrary();
             weightsLeftOut_ += FillGeometry(*source_.mMeshes[mesh], At(scene_.GeometryLibrary, first));
+            file_.Release(mesh);
+            counter_.Add(1);
         }
         return first;
     }
 
+    ModelSource& file_;
     const aiScene& source_;
     SceneContainer& scene_;
     MaterialImporter materials_;
     std::vector<int> geometryOf_;  // by mesh of the file: the geometry made of it, or -1
     std::vector<SkinnedSurface> skinned_;
     std::size_t weightsLeftOut_ = 0;
+    PartCounter counter_;
 };
 
 std::vector<std::string> NotesOnMeshes(const aiScene& source)
@@ -201,30 +182,22 @@ std::vector<std::string> NotesOnMeshes(const aiScene& source)
 
 }  // namespace
 
-void CheckReadable(const std::filesystem::path& file)
-{
-    if (!std::filesystem::exists(file))
-        throw ToolError(fmt::format("cannot read {}: there is no such file; check the path", file.string()));
-    if (!std::filesystem::is_regular_file(file))
-        throw ToolError(fmt::format("cannot read {}: it is not a file; name a model file", file.string()));
-    if (!Assimp::Importer().IsExtensionSupported(file.extension().string()))
-        throw ToolError(fmt::format("cannot read {}: '{}' is no known kind of model; 'sceneprep formats' lists them",
-                                    file.string(), file.extension().string()));
-}
-
 ImportedModel ImportModel(const std::filesystem::path& file, SceneContainer& scene, Progress& progress)
 {
-    Assimp::Importer importer;
-    const aiScene& source = Read(file, importer, progress);
+    return ImportModel(ModelSource(file, progress), scene);
+}
 
+ImportedModel ImportModel(ModelSource file, SceneContainer& scene, const PartListener& listener)
+{
+    const aiScene& source = file.Scene();
     ImportedModel model;
-    scene.SetName(file.stem().string());
-    SceneImporter importedScene(source, scene, model);
+    model.notes = NotesOnMeshes(source);  // before meshes are released
+    scene.SetName(file.File().stem().string());
+    SceneImporter importedScene(file, scene, model, listener);
     const NodeNames nodes = importedScene.ImportNodes();
     ImportCameras(source, nodes, scene);
     ImportLights(source, nodes, scene);
     model.textures.embedded = ImportEmbeddedTextures(source);
-    model.notes = NotesOnMeshes(source);
     for (std::string& note : importedScene.NotesOnMaterials())
         model.notes.push_back(std::move(note));
     for (std::string& note : ImportAnimations(source, nodes, scene))

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <importing/plugin/SceneContainer.h>
+#include <sceneprep/ModelSource.h>
+#include <sceneprep/PartCounter.h>
 #include <sceneprep/Progress.h>
 #include <sceneprep/Textures.h>
 
@@ -18,10 +20,6 @@ struct ImportedModel
     std::vector<std::string> notes;  ///< what was left out, one line each
 };
 
-/// Looks at a model file's name without reading it, before work begins.
-/// @throws ToolError when there is no such file or its ending is not known.
-void CheckReadable(const std::filesystem::path& file);
-
 /// Reads a model file into an empty scene.
 ///
 /// Nodes come with their local matrices (parents before children, the root first), meshes as triangles with normals
@@ -31,5 +29,9 @@ void CheckReadable(const std::filesystem::path& file);
 ///
 /// @throws ToolError when there is no such file, its format is not known, or it cannot be read.
 ImportedModel ImportModel(const std::filesystem::path& file, Importing::SceneContainer& scene, Progress& progress);
+
+/// As above, of a file that has been read. Its meshes are released on the way.
+ImportedModel ImportModel(ModelSource source, Importing::SceneContainer& scene,
+                          const PartListener& listener = IgnorePart);
 
 }  // namespace Sceneprep

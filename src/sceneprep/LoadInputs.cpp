@@ -3,9 +3,12 @@
 #include <sceneprep/AppendModel.h>
 #include <sceneprep/Error.h>
 #include <sceneprep/FlattenSteps.h>
+#include <sceneprep/FreedMemory.h>
 #include <sceneprep/ImportModel.h>
 #include <sceneprep/WorkState.h>
 
+#include <algorithm>
+#include <iterator>
 #include <new>
 #include <optional>
 #include <utility>
@@ -23,15 +26,21 @@ struct ReadInput
 {
     std::unique_ptr<Importing::SceneContainer> scene;
     ImportedModel model;
-    StepResult step;
+    std::vector<StepResult> steps;
 };
 
 ReadInput Read(const fs::path& file, const PluginLibrary& plugin, Progress& progress)
 {
     WorkState::Enter(WorkState::Phase::Reading, file);
-    ReadInput input{.scene = plugin.CreateScene(), .model = {}, .step = {}};
-    input.step = RunStep("Import " + file.filename().string(), progress,
-                         [&] { input.model = ImportModel(file, *input.scene, progress); });
+    ReadInput input{.scene = plugin.CreateScene(), .model = {}, .steps = {}};
+    std::optional<ModelSource> source;
+    input.steps.push_back(
+        RunStep("Read " + file.filename().string(), progress, [&] { source.emplace(file, progress); }));
+    input.steps.push_back(RunStep("Import " + file.filename().string(), progress, [&] {
+        input.model = ImportModel(std::move(*source), *input.scene, [&](double part) { progress.Update(part); });
+        source.reset();
+        ReturnFreedMemory();
+    }));
     return input;
 }
 
@@ -65,7 +74,7 @@ std::optional<ReadInput> TryToRead(const fs::path& file, const PluginLibrary& pl
 void Add(const fs::path& file, ReadInput input, Progress& progress, LoadedInputs& loaded)
 {
     WorkState::Enter(WorkState::Phase::Preparing, file);
-    loaded.steps.push_back(std::move(input.step));
+    std::move(input.steps.begin(), input.steps.end(), std::back_inserter(loaded.steps));
     loaded.notes.insert(loaded.notes.end(), input.model.notes.begin(), input.model.notes.end());
     if (loaded.inputs.empty())
     {

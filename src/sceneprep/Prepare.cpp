@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <sceneprep/Error.h>
 #include <sceneprep/ExportModel.h>
+#include <sceneprep/FreedMemory.h>
 #include <sceneprep/ImportModel.h>
 #include <sceneprep/LoadInputs.h>
 #include <sceneprep/PlaceFiles.h>
@@ -65,6 +66,15 @@ void TellProblems(const std::vector<std::string>& problems, Progress& progress, 
         errors << "sceneprep: " << problem << '\n';
 }
 
+SceneFigures MeasureInStep(const char* name, Importing::SceneContainer& scene, Progress& progress,
+                           PrepareReport& report)
+{
+    SceneFigures figures;
+    report.steps.push_back(RunStep(
+        name, progress, [&] { figures = FiguresOf(scene, [&progress](double part) { progress.Update(part); }); }));
+    return figures;
+}
+
 bool TurnsFaces(const StepOptions& steps) { return steps.checkOrientation || steps.fixCulling; }
 
 void CheckProof(const PrepareOptions& options, const PrepareReport& report)
@@ -110,7 +120,7 @@ int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ost
     report.leftOut = loaded.leftOut;
     report.output = options.output;
     report.steps = loaded.steps;
-    report.before = FiguresOf(scene);
+    report.before = MeasureInStep("Measure", scene, progress, report);
     Tell(loaded.notes, progress, report);
     Tell(NotesOnTriangles(report.before.world), progress, report);
 
@@ -121,7 +131,7 @@ int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ost
     std::vector<StepResult> results = MakePipeline(options.steps).Run(scene, progress);
     report.steps.insert(report.steps.end(), std::make_move_iterator(results.begin()),
                         std::make_move_iterator(results.end()));
-    report.after = FiguresOf(scene);
+    report.after = MeasureInStep("Measure again", scene, progress, report);
     report.differences = FindDifferences(report.before.world, report.after.world, TurnsFaces(options.steps));
     CheckProof(options, report);
     if (!options.reportFile.empty())
@@ -130,8 +140,10 @@ int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ost
     WorkState::Enter(WorkState::Phase::Writing, options.output);
     RebaseReferences(scene, loaded.inputs.front(), options.output, loaded.textures);
     std::vector<std::string> notes;
-    report.steps.push_back(
-        RunStep("Export", progress, [&] { notes = ExportModel(scene, loaded.textures, options.output, progress); }));
+    report.steps.push_back(RunStep("Export", progress, [&] {
+        ReturnFreedMemory();
+        notes = ExportModel(scene, loaded.textures, options.output, progress);
+    }));
     Tell(notes, progress, report);
     WriteReports(options, report, pictures);
 

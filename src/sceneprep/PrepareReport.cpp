@@ -48,7 +48,10 @@ std::string Verdict(const std::vector<std::string>& differences)
 
 }  // namespace
 
-SceneFigures FiguresOf(Importing::SceneContainer& scene) { return {CountScene(scene), Measure(scene)}; }
+SceneFigures FiguresOf(Importing::SceneContainer& scene, const PartListener& listener)
+{
+    return {CountScene(scene), Measure(scene, listener)};
+}
 
 std::string ReportText(const PrepareReport& report)
 {

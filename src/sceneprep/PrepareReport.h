@@ -18,7 +18,7 @@ struct SceneFigures
     WorldMeasure world;
 };
 
-SceneFigures FiguresOf(Importing::SceneContainer& scene);
+SceneFigures FiguresOf(Importing::SceneContainer& scene, const PartListener& listener = IgnorePart);
 
 /// All that there is to say about one run of `prepare`.
 struct PrepareReport

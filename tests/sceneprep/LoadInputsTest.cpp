@@ -37,8 +37,9 @@ TEST_F(LoadInputsTest, OneInputIsTheSceneAsItIs)
 {
     const LoadedInputs loaded = Load({.inputs = {WriteSmallObj(folder_)}});
     EXPECT_EQ(Support::ToText(*loaded.scene).substr(0, 9), "small.obj");
-    EXPECT_EQ(loaded.steps.size(), 1U);
-    EXPECT_EQ(loaded.steps[0].name, "Import small.obj");
+    ASSERT_EQ(loaded.steps.size(), 2U);
+    EXPECT_EQ(loaded.steps[0].name, "Read small.obj");
+    EXPECT_EQ(loaded.steps[1].name, "Import small.obj");
     EXPECT_THAT(loaded.notes, ElementsAre(HasSubstr("points and lines")));
     EXPECT_THAT(loaded.leftOut, IsEmpty());
 }
@@ -51,7 +52,7 @@ TEST_F(LoadInputsTest, FurtherInputsAreAppendedWithoutSpareNodes)
     EXPECT_EQ(loaded.scene->SurfaceLibrary.size(), 6U);
     EXPECT_EQ(loaded.scene->MaterialLibrary.size(), 2U);
     EXPECT_EQ(Support::NodeNamed(*loaded.scene, "Root").ChildList.size(), 3U);
-    EXPECT_EQ(loaded.steps[2].name, "Append small.obj");
+    EXPECT_EQ(loaded.steps[4].name, "Append small.obj");
     EXPECT_THAT(loaded.inputs, ElementsAre(small, small, small));
 }
 

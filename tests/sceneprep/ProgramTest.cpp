@@ -20,7 +20,7 @@ TEST(Program, PreparesTheBundledScene)
     EXPECT_EQ(run.status, 0) << run.errors;
     EXPECT_THAT(run.output, HasSubstr("before       after\n"));
     EXPECT_THAT(run.output, HasSubstr("Flatten node finished : "));
-    EXPECT_THAT(run.errors, testing::StartsWith("Import workshop.gltf ...\n"));
+    EXPECT_THAT(run.errors, testing::StartsWith("Read workshop.gltf ...\nImport workshop.gltf ...\n"));
     EXPECT_EQ(ReadText(folder / "flat.glb").substr(0, 4), "glTF");
 
     const ProgramRun inspection = RunProgram("inspect --json " + (folder / "flat.glb").string());

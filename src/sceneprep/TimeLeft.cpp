@@ -19,12 +19,16 @@ constexpr double kTrust = 0.25;
 void TimeLeft::Begin(Clock::time_point now)
 {
     begin_ = now;
+    firstToldAt_.reset();
     end_.reset();
 }
 
 std::optional<std::chrono::seconds> TimeLeft::Estimate(double part, Clock::time_point now)
 {
-    if (!begin_ || now - *begin_ < kSoonest || !(part >= kLeastPart && part < 1))
+    if (!begin_ || !(part >= kLeastPart && part < 1))
+        return std::nullopt;
+    firstToldAt_ = firstToldAt_.value_or(now);
+    if (now - *firstToldAt_ < kSoonest)
         return std::nullopt;
 
     const Duration elapsed = now - *begin_;

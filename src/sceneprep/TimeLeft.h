@@ -19,13 +19,15 @@ public:
     void Begin(Clock::time_point now);
 
     /// @param part  the share that is done, 0 to 1
-    /// @return none before a step has begun and in its first second, while next to nothing is done, and when all is.
+    /// @return none before a step has begun, while next to nothing is done and for a second after that, and when all is
+    ///         done. A share that is told once, at the end of a part of unknown length, says nothing.
     std::optional<std::chrono::seconds> Estimate(double part, Clock::time_point now);
 
 private:
     using Duration = std::chrono::duration<double>;
 
     std::optional<Clock::time_point> begin_;
+    std::optional<Clock::time_point> firstToldAt_;
     Clock::time_point estimatedAt_;
     std::optional<Duration> end_;  ///< after the beginning
 };

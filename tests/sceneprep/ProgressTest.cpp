@@ -101,14 +101,17 @@ TEST_F(ProgressAndTime, TheTimeLeftStandsBehindTheShare)
 TEST_F(ProgressAndTime, LongTimesAreToldInMinutes)
 {
     progress_.Begin("S");
+    EXPECT_EQ(LineAt(0s, 0.01), "S ... 1 %");
     EXPECT_EQ(LineAt(60s, 0.5), "S ... 50 %, 60 s left");
     progress_.Begin("T");
+    EXPECT_EQ(LineAt(60s, 0.01), "T ... 1 %");
     EXPECT_EQ(LineAt(121s, 0.5), "T ... 50 %, 2 min left");
 }
 
 TEST_F(ProgressAndTime, EachStepIsTimedForItself)
 {
     progress_.Begin("S");
+    EXPECT_EQ(LineAt(1s, 0.1), "S ... 10 %");
     EXPECT_EQ(LineAt(10s, 0.5), "S ... 50 %, 10 s left");
     progress_.Begin("T");
     EXPECT_EQ(LineAt(10s + 500ms, 0.5), "T ... 50 %");

@@ -13,10 +13,12 @@ using Sceneprep::TimeLeft;
 
 constexpr TimeLeft::Clock::time_point kStart{1000s};
 
+/// A step that has told its share once.
 TimeLeft Begun()
 {
     TimeLeft timeLeft;
     timeLeft.Begin(kStart);
+    timeLeft.Estimate(0.01, kStart);
     return timeLeft;
 }
 
@@ -35,6 +37,16 @@ TEST(TimeLeft, IsNotKnownWhereItWouldMeanNothing)
     EXPECT_EQ(Begun().Estimate(0.009, kStart + 5s), std::nullopt);
     EXPECT_EQ(Begun().Estimate(1, kStart + 5s), std::nullopt);
     EXPECT_EQ(Begun().Estimate(std::numeric_limits<double>::quiet_NaN(), kStart + 5s), std::nullopt);
+}
+
+TEST(TimeLeft, IsNotKnownBeforeTheShareHasBeenSeenToGrowForASecond)
+{
+    TimeLeft timeLeft;
+    timeLeft.Begin(kStart);
+    EXPECT_EQ(timeLeft.Estimate(0.001, kStart), std::nullopt);
+    EXPECT_EQ(timeLeft.Estimate(0.5, kStart + 8s), std::nullopt);
+    EXPECT_EQ(timeLeft.Estimate(0.8, kStart + 8s + 900ms), std::nullopt);
+    EXPECT_EQ(timeLeft.Estimate(0.9, kStart + 9s), 1s);
 }
 
 TEST(TimeLeft, CountsDownByTheClockBetweenEstimates)
@@ -65,6 +77,7 @@ TEST(TimeLeft, ForgetsTheStepBefore)
     TimeLeft timeLeft = Begun();
     timeLeft.Estimate(0.5, kStart + 100s);
     timeLeft.Begin(kStart + 100s);
+    EXPECT_EQ(timeLeft.Estimate(0.01, kStart + 100s), std::nullopt);
     EXPECT_EQ(timeLeft.Estimate(0.5, kStart + 100s + 500ms), std::nullopt);
     EXPECT_EQ(timeLeft.Estimate(0.5, kStart + 102s), 2s);
 }

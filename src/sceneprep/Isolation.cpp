@@ -6,6 +6,7 @@
 #include <sceneprep/WorkState.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstring>
 #include <string>
 
@@ -80,6 +81,8 @@ int RunIsolated(const Options& options, std::ostream& errors, const std::functio
             return result.status;
 
         WorkState::RemoveTemporaryFolder();
+        if (result.killedBy == SIGPIPE)
+            return kStoppedBySignal + SIGPIPE;  // who read the output has enough of it
         if (result.interruptedBy != 0)
         {
             errors << "sceneprep: " << StopText() << '\n';

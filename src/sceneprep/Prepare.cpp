@@ -77,14 +77,6 @@ SceneFigures MeasureInStep(const char* name, Importing::SceneContainer& scene, P
 
 bool TurnsFaces(const StepOptions& steps) { return steps.checkOrientation || steps.fixCulling; }
 
-void CheckProof(const PrepareOptions& options, const PrepareReport& report)
-{
-    if (!options.strict || report.differences.empty())
-        return;
-    throw ToolError(fmt::format("{} would show another world ({}); leave steps out, or --strict",
-                                options.output.string(), fmt::join(report.differences, ", ")));
-}
-
 /// What the page shows of the scene before and after the steps.
 struct Pictures
 {
@@ -99,6 +91,14 @@ void WriteReports(const PrepareOptions& options, const PrepareReport& report, co
     if (!options.reportFile.empty())
         WriteWhole(options.reportFile,
                    [&](std::ostream& file) { Report::WritePage(file, report, pictures.before, pictures.after); });
+}
+
+void TellAll(const PrepareOptions& options, const PrepareReport& report, const Pictures& pictures, Progress& progress,
+             std::ostream& out)
+{
+    WriteReports(options, report, pictures);
+    progress.Clear();
+    out << ReportText(report);
 }
 
 }  // namespace
@@ -133,9 +133,15 @@ int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ost
                         std::make_move_iterator(results.end()));
     report.after = MeasureInStep("Measure again", scene, progress, report);
     report.differences = FindDifferences(report.before.world, report.after.world, TurnsFaces(options.steps));
-    CheckProof(options, report);
     if (!options.reportFile.empty())
         pictures.after = Report::TakePicture(scene, report.after.world);
+    if (options.strict && !report.differences.empty())
+    {
+        TellAll(options, report, pictures, progress, out);
+        TellProblems(loaded.problems, progress, errors);
+        throw ToolError(fmt::format("{} would show another world ({}); leave steps out, or --strict",
+                                    options.output.string(), fmt::join(report.differences, ", ")));
+    }
 
     WorkState::Enter(WorkState::Phase::Writing, options.output);
     RebaseReferences(scene, loaded.inputs.front(), options.output, loaded.textures);
@@ -145,10 +151,7 @@ int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ost
         notes = ExportModel(scene, loaded.textures, options.output, progress);
     }));
     Tell(notes, progress, report);
-    WriteReports(options, report, pictures);
-
-    progress.Clear();
-    out << ReportText(report);
+    TellAll(options, report, pictures, progress, out);
     TellProblems(loaded.problems, progress, errors);
     return report.leftOut.empty() ? kDone : kUnusable;
 }

@@ -95,6 +95,12 @@ TEST_F(IsolationTest, TheLastInputIsNotLeftOut)
     EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 1);
 }
 
+TEST_F(IsolationTest, WhoReadsNoFurtherIsNotToldOfACrash)
+{
+    EXPECT_EQ(Run([](const Options&) { return std::raise(SIGPIPE); }), 128 + SIGPIPE);
+    EXPECT_EQ(errors_.str(), "");
+}
+
 TEST_F(IsolationTest, AStopRequestEndsTheWorkAndCleansUp)
 {
     for (const int signal : {SIGINT, SIGTERM})

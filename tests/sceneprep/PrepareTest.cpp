@@ -166,8 +166,11 @@ TEST_F(PrepareTest, StrictWritesNothingThatShowsAnotherWorld)
     options_.inputs = {WriteNearlyEqual(folder_)};
     options_.steps.weld = true;
     options_.strict = true;
+    options_.jsonFile = folder_ / "report.json";
     EXPECT_THAT(RunError(), HasSubstr("would show another world (bounds moved by 0.0"));
     EXPECT_FALSE(std::filesystem::exists(options_.output));
+    EXPECT_THAT(out_.str(), HasSubstr("The result shows another world:\n  bounds moved by"));
+    EXPECT_EQ(nlohmann::json::parse(ReadText(options_.jsonFile))["differences"].size(), 2U);
     options_.strict = false;
     EXPECT_EQ(Run(), kDone);
     EXPECT_THAT(out_.str(), HasSubstr("The result shows another world:\n  bounds moved by"));

@@ -116,8 +116,8 @@ bool IsFinite(const D3DXMATRIX& matrix)
 Parts SplitShearFree(const D3DXMATRIX& matrix)
 {
     Parts parts{{1, 1, 1}, {0, 0, 0, 1}, {0, 0, 0}};
-    Importing::DecomposeMatrix(parts.scale, parts.rotation, parts.translation, matrix);
-    return parts;
+    const bool flattens = Importing::DecomposeMatrix(parts.scale, parts.rotation, parts.translation, matrix) != 0;
+    return flattens ? SplitSheared(matrix).outer : parts;
 }
 
 ShearedParts SplitSheared(const D3DXMATRIX& matrix)

@@ -19,7 +19,8 @@ struct Parts
 /// @return whether every element is a finite number.
 bool IsFinite(const D3DXMATRIX& matrix);
 
-/// The parts of a matrix without shear; mirroring is carried by the x scale.
+/// The parts of a matrix without shear; mirroring is carried by the x scale. A matrix that flattens keeps its place and
+/// turn.
 Parts SplitShearFree(const D3DXMATRIX& matrix);
 
 /// Two placements that make up any affine matrix: first turn by `inner`, then place by `outer`.

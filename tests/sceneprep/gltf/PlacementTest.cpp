@@ -74,6 +74,14 @@ TEST(GltfPlacement, MirroringIsNoShear)
     EXPECT_EQ(SplitShearFree(mirror).scale.x, -1);
 }
 
+TEST(GltfPlacement, AMatrixThatFlattensKeepsPlaceAndTurn)
+{
+    const D3DXMATRIX matrix = MatrixOf({{2, 0, 3}, {0.6F, 0, 0, 0.8F}, {1, 2, 3}});
+    const D3DXMATRIX back = MatrixOf(SplitShearFree(matrix));
+    for (unsigned i = 0; i < 16; ++i)
+        EXPECT_NEAR((&back.m[0][0])[i], (&matrix.m[0][0])[i], 1e-6F) << i;
+}
+
 TEST(GltfPlacement, AShearedMatrixTakesTwoNodes)
 {
     tinygltf::Node node;

@@ -14,6 +14,9 @@ namespace
 /// How far from a right angle the axes of a node may be, as a cosine.
 constexpr double kRightAngle = 1e-5;
 
+/// Beside the largest determinant that rows of these lengths can have: what products of matrices may be off by.
+constexpr double kRounding = 1e-6;
+
 /// Of two rows of the upper 3x3 part.
 double Dot(const float* a, const float* b)
 {
@@ -111,7 +114,11 @@ bool IsIdentity(const D3DXMATRIX& m)
     return std::equal(&m.m[0][0], &m.m[0][0] + 16, &identity.m[0][0]);
 }
 
-bool IsMirroring(const D3DXMATRIX& m) { return DeterminantOf3x3(m) < 0; }
+bool IsMirroring(const D3DXMATRIX& m)
+{
+    const double largest = std::sqrt(Dot(m.m[0], m.m[0]) * Dot(m.m[1], m.m[1]) * Dot(m.m[2], m.m[2]));
+    return DeterminantOf3x3(m) < -kRounding * largest;
+}
 
 bool IsShearFree(const D3DXMATRIX& m)
 {

@@ -32,7 +32,7 @@ std::vector<D3DXMATRIX> WorldMatricesOf(Importing::SceneContainer& scene, const 
 
 bool IsIdentity(const D3DXMATRIX& matrix);
 
-/// @return whether the matrix turns a left hand into a right one.
+/// @return whether the matrix turns a left hand into a right one. Not so one that flattens, whatever rounding says.
 bool IsMirroring(const D3DXMATRIX& matrix);
 
 /// @return whether the axes stay at right angles, so that scale, rotation and translation make up the matrix. False

@@ -39,8 +39,7 @@ std::string Describe();
 std::string DescribeFailure(const std::exception& error);
 
 /// From now on this process keeps in mind, until it turns to something else, when it asked for more memory than it may
-/// have. The model library swallows
-/// that and gives other reasons.
+/// have. The model library swallows that and gives other reasons.
 void WatchMemory();
 bool RanOutOfMemory();
 

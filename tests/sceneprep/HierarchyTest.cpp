@@ -71,6 +71,17 @@ TEST(Hierarchy, MirroringIsAnOddNumberOfNegativeScales)
     EXPECT_TRUE(Sceneprep::IsMirroring(Support::Scaling(1e-15F, -1e-15F, 1e-15F)));
 }
 
+TEST(Hierarchy, AMatrixThatFlattensDoesNotMirror)
+{
+    D3DXMATRIX flat = {1, 2, 3, 0, 4, 5, 6, 0,
+                       7, 8, 9, 0, 0, 0, 0, 1};  // the third row is twice the second less the first
+    EXPECT_FALSE(IsMirroring(flat));
+    flat._33 -= 1e-6F;
+    EXPECT_FALSE(IsMirroring(flat));
+    flat._33 += 0.01F;
+    EXPECT_TRUE(IsMirroring(flat));
+}
+
 TEST(Hierarchy, WorldMatricesHoldTheRootsOwn)
 {
     SceneContainer scene = Scene("Root@5,0,0( A@0,1,0( B@0,0,2 ) )");

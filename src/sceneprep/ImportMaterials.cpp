@@ -9,6 +9,7 @@
 #include <sceneprep/ImportTextureTransform.h>
 #include <sceneprep/MapTypes.h>
 #include <sceneprep/Roughness.h>
+#include <sceneprep/SourceFormat.h>
 
 #include <algorithm>
 #include <optional>

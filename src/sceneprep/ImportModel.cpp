@@ -195,7 +195,8 @@ ImportedModel ImportModel(ModelSource file, SceneContainer& scene, const PartLis
     scene.SetName(file.File().stem().string());
     SceneImporter importedScene(file, scene, model, listener);
     const NodeNames nodes = importedScene.ImportNodes();
-    ImportCameras(source, nodes, scene);
+    for (std::string& note : ImportCameras(source, nodes, scene))
+        model.notes.push_back(std::move(note));
     ImportLights(source, nodes, scene);
     model.textures.embedded = ImportEmbeddedTextures(source);
     for (std::string& note : importedScene.NotesOnMaterials())

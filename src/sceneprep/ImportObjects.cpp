@@ -1,8 +1,10 @@
 #include <sceneprep/ImportObjects.h>
 
+#include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/CameraFrame.h>
 #include <sceneprep/Conversions.h>
+#include <sceneprep/SourceFormat.h>
 
 #include <numbers>
 
@@ -28,15 +30,40 @@ Importing::Transform OffsetOf(const aiVector3D& position, const aiVector3D& forw
     return Importing::Transform(OffsetFromFrame({ToVector(position), ToVector(forward), ToVector(up)}));
 }
 
-Camera ConvertCamera(const aiCamera& source)
+/// In radians.
+struct FieldsOfView
+{
+    float x;
+    float y;
+};
+
+FieldsOfView FieldsOf(const aiCamera& source)
+{
+    const float x = source.mHorizontalFOV;
+    return {x, source.mAspect > 0 ? OtherFieldOfView(x, 1 / source.mAspect) : x};
+}
+
+/// The model library hands the vertical field of view, times the aspect, on as the horizontal one.
+FieldsOfView GltfFieldsOf(const aiCamera& source)
+{
+    const float aspect = source.mAspect > 0 ? source.mAspect : 1;
+    const float y = source.mHorizontalFOV / aspect;
+    return {OtherFieldOfView(y, aspect), y};
+}
+
+/// Some readers give the width of what is seen, others no field of view.
+bool IsOrthographic(const aiCamera& source) { return source.mOrthographicWidth > 0 || source.mHorizontalFOV == 0; }
+
+Camera ConvertCamera(const aiCamera& source, bool isFromGltf)
 {
     Camera camera;
     camera.SetName(source.mName.C_Str());
-    camera.SetOffsetMatrix(OffsetOf(source.mPosition, source.mLookAt, source.mUp));
-    const float fovY =
-        source.mAspect > 0 ? OtherFieldOfView(source.mHorizontalFOV, 1 / source.mAspect) : source.mHorizontalFOV;
-    camera.SetFovX(source.mHorizontalFOV * kDegreesPerRadian);
-    camera.SetFovY(fovY * kDegreesPerRadian);
+    // In glTF a camera stands where its node stands; the model library gives that place once more.
+    const aiVector3D position = isFromGltf ? aiVector3D() : source.mPosition;
+    camera.SetOffsetMatrix(OffsetOf(position, source.mLookAt, source.mUp));
+    const FieldsOfView fields = isFromGltf ? GltfFieldsOf(source) : FieldsOf(source);
+    camera.SetFovX(fields.x * kDegreesPerRadian);
+    camera.SetFovY(fields.y * kDegreesPerRadian);
     camera.SetNearZ(source.mClipPlaneNear);
     camera.SetFarZ(source.mClipPlaneFar);
     return camera;
@@ -77,14 +104,24 @@ Light ConvertLight(const aiLight& source)
 
 }  // namespace
 
-void ImportCameras(const aiScene& source, const NodeNames& nodes, Importing::SceneContainer& scene)
+std::vector<std::string> ImportCameras(const aiScene& source, const NodeNames& nodes, Importing::SceneContainer& scene)
 {
+    const bool isFromGltf = IsFromGltf(source);
+    std::size_t orthographic = 0;
     for (unsigned i = 0; i < source.mNumCameras; ++i)
     {
         const aiCamera& camera = *source.mCameras[i];
+        if (IsOrthographic(camera))
+        {
+            ++orthographic;
+            continue;
+        }
         NodeCalled(camera.mName, nodes, scene).CameraList.push_back(static_cast<int>(scene.CameraLibrary.size()));
-        scene.CameraLibrary.push_back(ConvertCamera(camera));
+        scene.CameraLibrary.push_back(ConvertCamera(camera, isFromGltf));
     }
+    if (orthographic == 0)
+        return {};
+    return {fmt::format("orthographic cameras are left out ({})", orthographic)};
 }
 
 void ImportLights(const aiScene& source, const NodeNames& nodes, Importing::SceneContainer& scene)

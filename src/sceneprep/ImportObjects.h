@@ -5,6 +5,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 namespace Sceneprep
 {
@@ -13,8 +14,11 @@ namespace Sceneprep
 using NodeNames = std::map<std::string, int>;
 
 /// Brings the cameras into the scene; the node of a camera's name lists it, or else the root. Fields of view in
-/// degrees; the vertical one follows from the aspect, and is the horizontal one where the file has none.
-void ImportCameras(const aiScene& source, const NodeNames& nodes, Importing::SceneContainer& scene);
+/// degrees; one follows from the other by the aspect, and is the same where the file has none. Orthographic cameras
+/// have none: they are left out.
+///
+/// @return what is left out, one line each.
+std::vector<std::string> ImportCameras(const aiScene& source, const NodeNames& nodes, Importing::SceneContainer& scene);
 
 /// Brings the lights into the scene, likewise. Cone angles are kept for spot lights alone.
 void ImportLights(const aiScene& source, const NodeNames& nodes, Importing::SceneContainer& scene);

@@ -1,9 +1,6 @@
 #include <sceneprep/ImportTextureTransform.h>
 
-#include <assimp/commonMetaData.h>
-
 #include <cmath>
-#include <string>
 
 namespace Sceneprep
 {
@@ -18,13 +15,6 @@ bool IsIdentity(const aiUVTransform& transform)
 }
 
 }  // namespace
-
-bool IsFromGltf(const aiScene& source)
-{
-    aiString format;
-    return source.mMetaData != nullptr && source.mMetaData->Get(AI_METADATA_SOURCE_FORMAT, format) &&
-           std::string(format.C_Str()) == "glTF2 Importer";
-}
 
 std::optional<aiUVTransform> FindTextureTransform(const aiMaterial& source, aiTextureType type, unsigned layer)
 {

@@ -21,7 +21,8 @@ std::unique_ptr<aiScene> Read(const std::filesystem::path& file, Progress& progr
     CheckReadable(file);
     Assimp::Importer importer;
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
-    importer.SetProgressHandler(new ModelProgress(progress));  // the importer owns it
+    importer.SetPropertyBool(AI_CONFIG_IMPORT_NO_SKELETON_MESHES, true);  // a file without meshes stays one
+    importer.SetProgressHandler(new ModelProgress(progress));             // the importer owns it
     // Sorting splits meshes that mix triangles with points and lines.
     const aiScene* scene = importer.ReadFile(file.string(), aiProcess_Triangulate | aiProcess_SortByPType);
     if (scene == nullptr && WorkState::RanOutOfMemory())

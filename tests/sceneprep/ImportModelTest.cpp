@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sceneprep/CameraFrame.h>
 #include <sceneprep/Error.h>
 #include <sceneprep/ExportModel.h>
 #include <sceneprep/SceneStats.h>
@@ -9,6 +10,7 @@
 #include <sceneprep/SkinnedShape.h>
 #include <support/SceneText.h>
 
+#include <cmath>
 #include <sstream>
 
 namespace
@@ -175,6 +177,91 @@ TEST_F(ImportModelTest, SkinsComeBackFromGltf)
     Import(folder_ / "out.glb");
     ExpectHipAndLeg(scene_);
     EXPECT_EQ(Support::ToText(scene_), "Top( Hip( Leg ) Body[Skin] )");
+}
+
+/// Cameras at nodes that are placed by parts and by a matrix, one without an aspect, and a light; no mesh.
+std::string CamerasAndLightGltf()
+{
+    return R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],
+"extensionsUsed":["KHR_lights_punctual"],
+"extensions":{"KHR_lights_punctual":{"lights":[{"type":"spot","color":[1,0.5,0.25],
+"spot":{"innerConeAngle":0.25,"outerConeAngle":0.5}}]}},
+"nodes":[{"name":"Top","children":[1,2,3,4]},{"name":"Placed","camera":0,"translation":[1,2,3]},
+{"name":"Turned","camera":1,"matrix":[0,0,1,0,0,1,0,0,-1,0,0,0,4,5,6,1]},{"name":"Flat","camera":2},
+{"name":"Lamp","translation":[7,8,9],"extensions":{"KHR_lights_punctual":{"light":0}}}],
+"cameras":[{"type":"perspective","perspective":{"yfov":0.8,"aspectRatio":1.75,"znear":0.5,"zfar":50}},
+{"type":"perspective","perspective":{"yfov":0.5,"znear":0.5,"zfar":50}},
+{"type":"orthographic","orthographic":{"xmag":3,"ymag":2,"znear":0.5,"zfar":50}}]})";
+}
+
+/// How something stands in the world that is offset from a node.
+CameraFrame WorldFrame(SceneContainer& scene, const std::string& node, Importing::Transform offset)
+{
+    const D3DXMATRIX inNode = offset.GetMatrix();
+    const D3DXMATRIX ofNode = scene.CalculateGlobalTM(Support::NodeIndex(scene, node));
+    D3DXMATRIX world;
+    return FrameFromOffset(*D3DXMatrixMultiply(&world, &inNode, &ofNode));
+}
+
+void ExpectCamerasAndLight(SceneContainer& scene)
+{
+    ASSERT_EQ(scene.CameraLibrary.size(), 2U);
+    const CameraFrame placed = WorldFrame(scene, "Placed", scene.CameraLibrary[0].GetOffsetMatrix());
+    EXPECT_EQ(placed.position, D3DXVECTOR3(1, 2, 3));
+    EXPECT_EQ(placed.forward, D3DXVECTOR3(0, 0, -1));
+    EXPECT_EQ(placed.up, D3DXVECTOR3(0, 1, 0));
+    const CameraFrame turned = WorldFrame(scene, "Turned", scene.CameraLibrary[1].GetOffsetMatrix());
+    EXPECT_EQ(turned.position, D3DXVECTOR3(4, 5, 6));
+    EXPECT_EQ(turned.forward, D3DXVECTOR3(1, 0, 0));
+
+    constexpr float kDegrees = 57.29578F;
+    EXPECT_NEAR(scene.CameraLibrary[0].GetFovY(), 0.8F * kDegrees, 1e-4F);
+    EXPECT_NEAR(scene.CameraLibrary[0].GetFovX(), 2 * std::atan(1.75F * std::tan(0.4F)) * kDegrees, 1e-4F);
+    EXPECT_NEAR(scene.CameraLibrary[1].GetFovY(), 0.5F * kDegrees, 1e-4F);
+    EXPECT_NEAR(scene.CameraLibrary[1].GetFovX(), 0.5F * kDegrees, 1e-4F) << "without an aspect";
+
+    ASSERT_EQ(scene.LightLibrary.size(), 1U);
+    Importing::Light& light = scene.LightLibrary[0];
+    const CameraFrame lamp = WorldFrame(scene, "Lamp", light.GetOffsetMatrix());
+    EXPECT_EQ(lamp.position, D3DXVECTOR3(7, 8, 9));
+    EXPECT_EQ(lamp.forward, D3DXVECTOR3(0, 0, -1));
+    EXPECT_EQ(light.GetDiffuse(), D3DXCOLOR(1, 0.5F, 0.25F, 1));
+    EXPECT_NEAR(light.GetTheta(), 0.25F, 1e-6F);
+    EXPECT_NEAR(light.GetPhi(), 0.5F, 1e-6F);
+}
+
+TEST_F(ImportModelTest, CamerasAndLightsOfGltf)
+{
+    const ImportedModel model = Import(folder_.Write("seen.gltf", CamerasAndLightGltf()));
+    EXPECT_EQ(model.notes, (std::vector<std::string>{"orthographic cameras are left out (1)"}));
+    ExpectCamerasAndLight(scene_);
+}
+
+TEST_F(ImportModelTest, CamerasAndLightsOfGltfComeBackHoweverOftenTheyAreWritten)
+{
+    Import(folder_.Write("seen.gltf", CamerasAndLightGltf()));
+    for (const char* name : {"once.glb", "twice.glb", "thrice.glb"})
+    {
+        std::ostringstream out;
+        Progress progress(out, false);
+        ExportModel(scene_, {}, folder_ / name, progress);
+        scene_ = SceneContainer();
+        Import(folder_ / name);
+        ExpectCamerasAndLight(scene_);
+    }
+}
+
+TEST_F(ImportModelTest, AFileWithoutMeshesGetsNone)
+{
+    Import(folder_.Write("bones.dae", R"(<?xml version="1.0"?>
+<COLLADA xmlns="http://www.collada.org/2005/11/COLLADASchema" version="1.4.1">
+<asset><up_axis>Y_UP</up_axis></asset>
+<library_visual_scenes><visual_scene id="scene"><node id="Hip" name="Hip"><translate>0 1 0</translate>
+<node id="Leg" name="Leg"><translate>0 2 0</translate></node></node></visual_scene></library_visual_scenes>
+<scene><instance_visual_scene url="#scene"/></scene></COLLADA>)"));
+    EXPECT_TRUE(scene_.GeometryLibrary.empty());
+    EXPECT_TRUE(scene_.SurfaceLibrary.empty());
+    EXPECT_EQ(Support::NodeNamed(scene_, "Leg").GetLocalTransform().GetMatrix()._42, 2);
 }
 
 TEST_F(ImportModelTest, UnusableFilesAreToldInOneLine)

@@ -63,6 +63,22 @@ TEST(ImportCameras, WithoutAnAspectBothFieldsOfViewAreTheSame)
     EXPECT_EQ(scene.CameraLibrary.at(0).GetFovX(), scene.CameraLibrary.at(0).GetFovY());
 }
 
+TEST(ImportCameras, OrthographicOnesAreLeftOutAndTold)
+{
+    auto* wide = new aiCamera;
+    wide->mOrthographicWidth = 3;
+    auto* withoutField = new aiCamera;
+    withoutField->mHorizontalFOV = 0;
+    for (aiCamera* camera : {wide, withoutField})
+    {
+        SceneContainer scene = Support::Scene("Root( A )");
+        EXPECT_EQ(ImportCameras(*SceneWith(camera), kNames, scene),
+                  (std::vector<std::string>{"orthographic cameras are left out (1)"}));
+        EXPECT_TRUE(scene.CameraLibrary.empty());
+        EXPECT_TRUE(scene.NodeLibrary[0].CameraList.empty());
+    }
+}
+
 TEST(ImportCameras, WithoutANodeOfTheirNameTheRootListsThem)
 {
     SceneContainer scene = Support::Scene("Root( A )");

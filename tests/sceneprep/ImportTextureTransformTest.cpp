@@ -116,6 +116,4 @@ TEST(ImportTextureTransform, OnlyTransformsThatMoveSomethingCount)
     EXPECT_EQ(FindTextureTransform(material, aiTextureType_DIFFUSE, 1)->mRotation, 1);
 }
 
-TEST(ImportTextureTransform, ASceneOfUnknownOriginIsNotFromGltf) { EXPECT_FALSE(IsFromGltf(aiScene())); }
-
 }  // namespace

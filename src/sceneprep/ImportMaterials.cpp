@@ -10,6 +10,7 @@
 #include <sceneprep/MapTypes.h>
 #include <sceneprep/Roughness.h>
 #include <sceneprep/SourceFormat.h>
+#include <sceneprep/Uri.h>
 
 #include <algorithm>
 #include <optional>
@@ -122,14 +123,15 @@ std::vector<Map> MaterialImporter::ImportMaps(const aiMaterial& source)
             ai_real amount = 1;
             if (source.GetTexture(type.texture, i, &file, nullptr, &uvSet, &amount) != aiReturn_SUCCESS)
                 continue;
+            // Plain paths from here on; glTF alone encodes them.
+            const std::string path = IsFromGltf(source_) ? DecodeUri(file.C_Str()) : file.C_Str();
             Map map;
-            map.SetTextureID(scene_.AddTextureToLibrary(file.C_Str(), true));
+            map.SetTextureID(scene_.AddTextureToLibrary(path, true));
             map.SetType(type.name);
             map.SetUVSetIndex(uvSet);
             map.SetAmount(amount);
             ApplyTransform(source, type.texture, i, map);
-            textures_.spelling.emplace(scene_.TextureLibrary[static_cast<std::size_t>(map.GetTextureID())],
-                                       file.C_Str());
+            textures_.spelling.emplace(scene_.TextureLibrary[static_cast<std::size_t>(map.GetTextureID())], path);
             if (!RepeatsDiffuse(maps, map))
                 maps.push_back(map);
         }

@@ -69,6 +69,42 @@ TEST_F(PrepareTest, TextureFilesAreReferredToFromTheOutputsFolder)
     EXPECT_EQ(nlohmann::json::parse(ReadText(options_.output))["images"][0]["uri"], "../Wood.PNG");
 }
 
+/// A triangle whose texture has a name that glTF encodes.
+std::string TexturedGltf()
+{
+    return R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"name":"Top","mesh":0}],
+"meshes":[{"name":"Tri","primitives":[{"attributes":{"POSITION":0,"TEXCOORD_0":1},"material":0}]}],
+"images":[{"uri":"my%20wood%2525.png"}],"textures":[{"source":0}],
+"materials":[{"name":"Wood","pbrMetallicRoughness":{"baseColorTexture":{"index":0}}}],
+"accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3","min":[0,0,0],"max":[1,1,0]},
+{"bufferView":0,"componentType":5126,"count":3,"type":"VEC2"}],
+"bufferViews":[{"buffer":0,"byteLength":36}],
+"buffers":[{"byteLength":36,"uri":"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}]})";
+}
+
+TEST_F(PrepareTest, NamesOfTextureFilesAreEncodedInGltfAlone)
+{
+    const auto gltf = folder_.Write("wood.gltf", TexturedGltf());
+    options_.inputs = {gltf};
+    options_.output = folder_ / "out.obj";
+    EXPECT_EQ(Run(), kDone);
+    EXPECT_THAT(ReadText(folder_ / "out.mtl"), HasSubstr("map_Kd my wood%25.png\n"));
+
+    std::filesystem::create_directory(folder_ / "50% of");
+    options_.inputs = {folder_.Write("50% of/small.obj", ReadText(folder_ / "small.obj")), gltf};
+    folder_.Write("50% of/small.mtl", ReadText(folder_ / "small.mtl"));
+    for (const char* name : {"once.gltf", "twice.gltf"})
+    {
+        options_.output = folder_ / name;
+        EXPECT_EQ(Run(), kDone);
+        const auto images = nlohmann::json::parse(ReadText(options_.output)).at("images");
+        ASSERT_EQ(images.size(), 2U) << name;
+        EXPECT_EQ(images[0].at("uri"), "50%25%20of/Wood.PNG");
+        EXPECT_EQ(images[1].at("uri"), "my%20wood%2525.png");
+        options_.inputs = {options_.output};
+    }
+}
+
 TEST_F(PrepareTest, JsonHoldsTheSame)
 {
     options_.jsonFile = folder_ / "report.json";

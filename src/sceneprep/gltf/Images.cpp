@@ -1,57 +1,15 @@
 #include <sceneprep/gltf/Images.h>
 
-#include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/PictureKind.h>
 #include <sceneprep/TextureReferences.h>
+#include <sceneprep/Uri.h>
 #include <sceneprep/gltf/Utf8.h>
 
-#include <cctype>
-#include <string_view>
 #include <utility>
 
 namespace Sceneprep::Gltf
 {
-
-namespace
-{
-
-/// May stand in a reference as it is: RFC 3986, section 3.3.
-bool IsPlain(unsigned char byte)
-{
-    constexpr std::string_view kAllowed = "-._~/!$&'()*+,;=@";
-    return byte < 0x80 && (std::isalnum(byte) != 0 || kAllowed.find(static_cast<char>(byte)) != std::string_view::npos);
-}
-
-/// glTF files hand their references on as they stand there.
-bool IsEncoded(const std::string& reference, std::size_t place)
-{
-    const auto isHex = [&](std::size_t i) {
-        return i < reference.size() && std::isxdigit(static_cast<unsigned char>(reference[i])) != 0;
-    };
-    return reference[place] == '%' && isHex(place + 1) && isHex(place + 2);
-}
-
-}  // namespace
-
-std::string EncodeUri(const std::string& reference)
-{
-    if (reference.find("://") != std::string::npos)
-        return reference;  // a reference into the net is encoded already
-    std::string uri;
-    for (std::size_t i = 0; i < reference.size(); ++i)
-    {
-        const char letter = reference[i];
-        const auto byte = static_cast<unsigned char>(letter);
-        if (letter == '\\')
-            uri += '/';
-        else if (IsPlain(byte) || IsEncoded(reference, i))
-            uri += letter;
-        else
-            uri += fmt::format("%{:02X}", byte);
-    }
-    return uri;
-}
 
 ImageWriter::ImageWriter(Importing::SceneContainer& scene, const Textures& textures, std::string stem, bool isBinary,
                          Buffers& buffers, tinygltf::Model& model)

@@ -48,8 +48,4 @@ private:
     std::set<std::string> leftOut_;
 };
 
-/// @return the reference as it may stand in the file: forward slashes, and %20 and its like for what may not. What is
-///         encoded already stays.
-std::string EncodeUri(const std::string& reference);
-
 }  // namespace Sceneprep::Gltf

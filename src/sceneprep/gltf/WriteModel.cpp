@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 #include <sceneprep/Error.h>
+#include <sceneprep/Uri.h>
 #include <sceneprep/gltf/BuildModel.h>
 
 #include <algorithm>

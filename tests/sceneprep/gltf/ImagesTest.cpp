@@ -86,13 +86,4 @@ TEST_F(GltfImages, ATextureThatIsNotThereThrows)
     EXPECT_THROW(writer.Find(4), std::out_of_range);
 }
 
-TEST(GltfEncodeUri, OnlyWhatMayStandInAReferenceStays)
-{
-    EXPECT_EQ(EncodeUri("a/b-c_d.e~1.png"), "a/b-c_d.e~1.png");
-    EXPECT_EQ(EncodeUri("..\\a b#?%.png"), "../a%20b%23%3F%25.png");
-    EXPECT_EQ(EncodeUri("my%20wood.png"), "my%20wood.png");
-    EXPECT_EQ(EncodeUri("https://host/a%20b.png"), "https://host/a%20b.png");
-    EXPECT_EQ(EncodeUri("M\xC3\xBChle.png"), "M%C3%BChle.png");
-}
-
 }  // namespace

@@ -53,12 +53,28 @@ void AddTimes(const SourceKey* keys, unsigned count, std::vector<double>& times)
         times.push_back(keys[i].mTime);
 }
 
+template <typename SourceKey>
+bool BeginEarly(const SourceKey* keys, unsigned count)
+{
+    return count > 0 && keys[0].mTime < 0;
+}
+
+bool BeginsEarly(const aiNodeAnim& channel)
+{
+    return BeginEarly(channel.mPositionKeys, channel.mNumPositionKeys) ||
+           BeginEarly(channel.mRotationKeys, channel.mNumRotationKeys) ||
+           BeginEarly(channel.mScalingKeys, channel.mNumScalingKeys);
+}
+
+/// Time begins at 0: what lies before comes down to where the movement has got to then.
 std::vector<double> MergedTimes(const aiNodeAnim& channel)
 {
     std::vector<double> times;
     AddTimes(channel.mPositionKeys, channel.mNumPositionKeys, times);
     AddTimes(channel.mRotationKeys, channel.mNumRotationKeys, times);
     AddTimes(channel.mScalingKeys, channel.mNumScalingKeys, times);
+    for (double& time : times)
+        time = std::max(time, 0.0);
     std::sort(times.begin(), times.end());
     times.erase(std::unique(times.begin(), times.end()), times.end());
     return times;
@@ -89,16 +105,37 @@ std::vector<Importing::Key> ConvertChannel(const aiNodeAnim& channel, double tic
     return keys;
 }
 
+struct LeftOut
+{
+    std::size_t movements = 0;
+    std::size_t starts = 0;
+    std::size_t morphs = 0;
+};
+
+std::vector<std::string> NotesOn(const LeftOut& leftOut)
+{
+    std::vector<std::string> notes;
+    if (leftOut.movements > 0)
+        notes.push_back(
+            fmt::format("a node keeps one animation: further movements are left out ({})", leftOut.movements));
+    if (leftOut.starts > 0)
+        notes.push_back(fmt::format("what animations hold before time 0 is left out (nodes: {})", leftOut.starts));
+    if (leftOut.morphs > 0)
+        notes.push_back(fmt::format("movements of morph targets are left out ({})", leftOut.morphs));
+    return notes;
+}
+
 }  // namespace
 
 std::vector<std::string> ImportAnimations(const aiScene& source, const NodeNames& nodes,
                                           Importing::SceneContainer& scene)
 {
-    std::size_t leftOut = 0;
+    LeftOut leftOut;
     for (unsigned a = 0; a < source.mNumAnimations; ++a)
     {
         const aiAnimation& animation = *source.mAnimations[a];
         const double ticksPerSecond = animation.mTicksPerSecond > 0 ? animation.mTicksPerSecond : kUsualTicksPerSecond;
+        leftOut.morphs += animation.mNumMeshChannels + animation.mNumMorphMeshChannels;
         for (unsigned c = 0; c < animation.mNumChannels; ++c)
         {
             const aiNodeAnim& channel = *animation.mChannels[c];
@@ -106,16 +143,18 @@ std::vector<std::string> ImportAnimations(const aiScene& source, const NodeNames
             if (found == nodes.end())
                 continue;
             Importing::Node& node = Importing::At(scene.NodeLibrary, found->second);
-            std::vector<Importing::Key> keys = ConvertChannel(channel, ticksPerSecond);
             if (node.GetAnimationID() >= 0)
-                ++leftOut;
-            else if (!keys.empty())
+            {
+                ++leftOut.movements;
+                continue;
+            }
+            std::vector<Importing::Key> keys = ConvertChannel(channel, ticksPerSecond);
+            leftOut.starts += BeginsEarly(channel) ? 1 : 0;
+            if (!keys.empty())
                 node.SetAnimationID(scene.AddAnimationToLibrary(std::move(keys), true));
         }
     }
-    if (leftOut == 0)
-        return {};
-    return {fmt::format("a node keeps one animation: further movements are left out ({})", leftOut)};
+    return NotesOn(leftOut);
 }
 
 }  // namespace Sceneprep

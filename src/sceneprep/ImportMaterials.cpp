@@ -1,6 +1,5 @@
 #include <sceneprep/ImportMaterials.h>
 
-#include <assimp/GltfMaterial.h>
 #include <assimp/material.h>
 #include <fmt/format.h>
 #include <importing/math/SameBits.h>
@@ -61,19 +60,13 @@ Material ConvertMaterial(const aiMaterial& source)
     return material;
 }
 
-bool IsCutOut(const aiMaterial& source)
+bool IsRepeated(const aiMaterial& source, aiTextureType type, unsigned layer)
 {
-    aiString mode;
-    return source.Get(AI_MATKEY_GLTF_ALPHAMODE, mode) == aiReturn_SUCCESS && std::string(mode.C_Str()) == "MASK";
-}
-
-/// Readers keep the mark as a truth value, an integer or a float.
-bool IsDoubleSided(const aiMaterial& source)
-{
-    const aiMaterialProperty* mark = nullptr;
-    if (aiGetMaterialProperty(&source, AI_MATKEY_TWOSIDED, &mark) != aiReturn_SUCCESS)
-        return false;
-    return std::any_of(mark->mData, mark->mData + mark->mDataLength, [](char byte) { return byte != 0; });
+    int u = aiTextureMapMode_Wrap;
+    int v = aiTextureMapMode_Wrap;
+    source.Get(AI_MATKEY_MAPPINGMODE_U(type, layer), u);
+    source.Get(AI_MATKEY_MAPPINGMODE_V(type, layer), v);
+    return u == aiTextureMapMode_Wrap && v == aiTextureMapMode_Wrap;
 }
 
 /// Physically based formats name one texture twice, as base colour and as diffuse colour.
@@ -105,8 +98,7 @@ void MaterialImporter::Apply(unsigned sourceMaterial, Importing::Surface& surfac
 
 MaterialImporter::Imported MaterialImporter::Import(const aiMaterial& source)
 {
-    cutOuts_ += IsCutOut(source) ? 1 : 0;
-    doubleSided_ += IsDoubleSided(source) ? 1 : 0;
+    losses_.Count(source);
     Material material = ConvertMaterial(source);
     return {scene_.AddMaterialToLibrary(material, true), ImportMaps(source)};
 }
@@ -132,8 +124,10 @@ std::vector<Map> MaterialImporter::ImportMaps(const aiMaterial& source)
             map.SetAmount(amount);
             ApplyTransform(source, type.texture, i, map);
             textures_.spelling.emplace(scene_.TextureLibrary[static_cast<std::size_t>(map.GetTextureID())], path);
-            if (!RepeatsDiffuse(maps, map))
-                maps.push_back(map);
+            if (RepeatsDiffuse(maps, map))
+                continue;
+            maps.push_back(map);
+            notRepeated_ += IsRepeated(source, type.texture, i) ? 0 : 1;
         }
     }
     return maps;
@@ -155,10 +149,11 @@ std::vector<std::string> MaterialImporter::Notes() const
     std::vector<std::string> notes;
     if (transformsLeftOut_ > 0)
         notes.push_back(fmt::format("texture transforms are left out (layers: {})", transformsLeftOut_));
-    if (cutOuts_ > 0)
-        notes.push_back(fmt::format("alpha cut-outs are left out (materials: {})", cutOuts_));
-    if (doubleSided_ > 0)
-        notes.push_back(fmt::format("double-sided materials become one-sided ({})", doubleSided_));
+    if (notRepeated_ > 0)
+        notes.push_back(
+            fmt::format("textures that end or are mirrored at their edges are repeated (layers: {})", notRepeated_));
+    for (std::string& note : losses_.Notes())
+        notes.push_back(std::move(note));
     return notes;
 }
 

@@ -2,6 +2,7 @@
 
 #include <assimp/scene.h>
 #include <importing/plugin/SceneContainer.h>
+#include <sceneprep/MaterialLosses.h>
 #include <sceneprep/Textures.h>
 
 #include <cstddef>
@@ -44,8 +45,8 @@ private:
     Textures& textures_;
     std::map<unsigned, Imported> imported_;
     std::size_t transformsLeftOut_ = 0;
-    std::size_t cutOuts_ = 0;
-    std::size_t doubleSided_ = 0;
+    std::size_t notRepeated_ = 0;
+    MaterialLosses losses_;
 };
 
 /// Keeps the pictures that lie in the file.

@@ -164,12 +164,14 @@ std::vector<std::string> NotesOnMeshes(const aiScene& source)
 {
     std::size_t pointsAndLines = 0;
     std::size_t colored = 0;
+    std::size_t morphed = 0;
     for (unsigned m = 0; m < source.mNumMeshes; ++m)
     {
         const aiMesh& mesh = *source.mMeshes[m];
         if (!HoldsTriangles(mesh))
             pointsAndLines += mesh.mNumFaces;
         colored += mesh.HasVertexColors(0) ? 1 : 0;
+        morphed += mesh.mNumAnimMeshes > 0 ? 1 : 0;
     }
 
     std::vector<std::string> notes;
@@ -177,6 +179,8 @@ std::vector<std::string> NotesOnMeshes(const aiScene& source)
         notes.push_back(fmt::format("only triangles are kept: points and lines are left out ({})", pointsAndLines));
     if (colored > 0)
         notes.push_back(fmt::format("vertex colours are left out (meshes with colours: {})", colored));
+    if (morphed > 0)
+        notes.push_back(fmt::format("morph targets are left out (meshes with targets: {})", morphed));
     return notes;
 }
 

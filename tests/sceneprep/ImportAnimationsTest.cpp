@@ -91,13 +91,48 @@ TEST(ImportAnimations, MovementsOfUnknownNodesAreLeftOut)
     EXPECT_TRUE(scene.AnimationLibrary.empty());
 }
 
-TEST(ImportAnimations, TimesBeforeTheStartAreTheStart)
+const std::vector<std::string> kEarly = {"what animations hold before time 0 is left out (nodes: 1)"};
+
+TEST(ImportAnimations, OfWhatLiesBeforeTheStartThePlaceAtTheStartIsKept)
 {
     SceneContainer scene = Support::Scene("Root( A )");
     auto source = SceneWith({MakeAnimation(30)});
-    source->mAnimations[0]->mChannels[0]->mPositionKeys[0].mTime = -10;
-    ImportAnimations(*source, kNames, scene);
-    EXPECT_EQ(scene.AnimationLibrary.at(0).at(0).GetTime(), 0U);
+    source->mAnimations[0]->mChannels[0]->mPositionKeys[0].mTime = -20;  // a quarter of the way before 60
+    EXPECT_EQ(ImportAnimations(*source, kNames, scene), kEarly);
+    std::vector<Importing::Key>& keys = scene.AnimationLibrary.at(0);
+    ASSERT_EQ(keys.size(), 3U);
+    EXPECT_EQ(keys[0].GetTime(), 0U);
+    EXPECT_EQ(keys[0].GetPosition(), D3DXVECTOR3(1, 0, 0));
+    EXPECT_EQ(keys[1].GetTime(), 4800U);
+}
+
+TEST(ImportAnimations, OfSeveralKeysUpToTheStartTheLastIsKept)
+{
+    for (const double last : {-5.0, 0.0})
+    {
+        SceneContainer scene = Support::Scene("Root( A )");
+        auto source = SceneWith({MakeAnimation(30)});
+        aiNodeAnim& channel = *source->mAnimations[0]->mChannels[0];
+        channel.mPositionKeys[0].mTime = -10;
+        channel.mPositionKeys[1].mTime = last;
+        channel.mRotationKeys[0].mTime = -10;
+        EXPECT_EQ(ImportAnimations(*source, kNames, scene), kEarly);
+        ASSERT_EQ(scene.AnimationLibrary.at(0).size(), 1U);
+        EXPECT_EQ(scene.AnimationLibrary[0][0].GetTime(), 0U);
+        EXPECT_EQ(scene.AnimationLibrary[0][0].GetPosition(), D3DXVECTOR3(4, 0, 0));
+    }
+}
+
+TEST(ImportAnimations, MovementsOfMorphTargetsAreLeftOutAndTold)
+{
+    SceneContainer scene = Support::Scene("Root( A )");
+    auto source = SceneWith({new aiAnimation});
+    aiAnimation& animation = *source->mAnimations[0];
+    animation.mNumMorphMeshChannels = 2;
+    animation.mMorphMeshChannels = new aiMeshMorphAnim* [2] { new aiMeshMorphAnim, new aiMeshMorphAnim };
+    EXPECT_EQ(ImportAnimations(*source, kNames, scene),
+              (std::vector<std::string>{"movements of morph targets are left out (2)"}));
+    EXPECT_TRUE(scene.AnimationLibrary.empty());
 }
 
 }  // namespace

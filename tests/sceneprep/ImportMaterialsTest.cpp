@@ -146,29 +146,34 @@ TEST_F(ImportMaterialsTest, ABaseColourThatIsCarriedInAnotherWayIsALayer)
     EXPECT_TRUE(importer_->Notes().empty());
 }
 
-TEST_F(ImportMaterialsTest, WhatCannotBeHeldIsTold)
+TEST_F(ImportMaterialsTest, WhatCannotBeHeldIsToldOnceAMaterial)
 {
     const aiString mask("MASK");
-    const aiString blend("BLEND");
-    const bool yes = true;
-    const int no = 0;
-    const int one = 1;
+    const int clamped = aiTextureMapMode_Clamp;
+    const int mirrored = aiTextureMapMode_Mirror;
+    const int repeated = aiTextureMapMode_Wrap;
     aiUVTransform moved;
     moved.mTranslation = {0.5F, 0};
     aiMaterial& first = AddMaterial();
     first.AddProperty(&mask, AI_MATKEY_GLTF_ALPHAMODE);
-    first.AddProperty(&yes, 1, AI_MATKEY_TWOSIDED);
-    AddTexture(first, aiTextureType_DIFFUSE, "a.png");
+    for (const aiTextureType type : {aiTextureType_DIFFUSE, aiTextureType_BASE_COLOR})
+    {
+        AddTexture(first, type, "a.png");  // one layer
+        first.AddProperty(&clamped, 1, AI_MATKEY_MAPPINGMODE_U(type, 0));
+        first.AddProperty(&clamped, 1, AI_MATKEY_MAPPINGMODE_V(type, 0));
+    }
     first.AddProperty(&moved, 1, AI_MATKEY_UVTRANSFORM(aiTextureType_DIFFUSE, 0));
+    AddTexture(first, aiTextureType_NORMALS, "b.png");
+    first.AddProperty(&repeated, 1, AI_MATKEY_MAPPINGMODE_U(aiTextureType_NORMALS, 0));
     aiMaterial& second = AddMaterial();
-    second.AddProperty(&blend, AI_MATKEY_GLTF_ALPHAMODE);
-    second.AddProperty(&one, 1, AI_MATKEY_TWOSIDED);
-    AddMaterial().AddProperty(&no, 1, AI_MATKEY_TWOSIDED);
-    for (const unsigned material : {0U, 1U, 1U, 2U})
+    AddTexture(second, aiTextureType_EMISSIVE, "c.png");
+    second.AddProperty(&mirrored, 1, AI_MATKEY_MAPPINGMODE_V(aiTextureType_EMISSIVE, 0));
+    for (const unsigned material : {0U, 0U, 1U, 1U})
         Import(material);
-    EXPECT_EQ(importer_->Notes(), (std::vector<std::string>{"texture transforms are left out (layers: 1)",
-                                                            "alpha cut-outs are left out (materials: 1)",
-                                                            "double-sided materials become one-sided (2)"}));
+    EXPECT_EQ(importer_->Notes(),
+              (std::vector<std::string>{"texture transforms are left out (layers: 1)",
+                                        "textures that end or are mirrored at their edges are repeated (layers: 2)",
+                                        "alpha cut-outs are left out (materials: 1)"}));
 }
 
 TEST_F(ImportMaterialsTest, MaterialsThatHoldNothingMoreAreNotTold)

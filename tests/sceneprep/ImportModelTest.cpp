@@ -156,7 +156,9 @@ void ExpectHipAndLeg(SceneContainer& scene)
 
 TEST_F(ImportModelTest, SkinsOfGltf)
 {
-    EXPECT_THAT(Import(WriteSkinnedGltf(folder_)).notes, testing::IsEmpty());
+    // The format's own material is a metal.
+    EXPECT_THAT(Import(WriteSkinnedGltf(folder_)).notes,
+                testing::ElementsAre("metallic materials become non-metal (1)"));
     ExpectHipAndLeg(scene_);
 }
 
@@ -249,6 +251,38 @@ TEST_F(ImportModelTest, CamerasAndLightsOfGltfComeBackHoweverOftenTheyAreWritten
         Import(folder_ / name);
         ExpectCamerasAndLight(scene_);
     }
+}
+
+TEST_F(ImportModelTest, WhatTheSceneCannotHoldIsTold)
+{
+    const ImportedModel model = Import(folder_.Write("rich.gltf", R"({"asset":{"version":"2.0"},"scene":0,
+"scenes":[{"nodes":[0]}],"nodes":[{"name":"Top","mesh":0}],
+"extensionsUsed":["KHR_materials_clearcoat","KHR_materials_unlit"],
+"meshes":[{"name":"Tri","primitives":[{"attributes":{"POSITION":0,"TEXCOORD_0":1},"targets":[{"POSITION":0}],"material":0}]}],
+"images":[{"uri":"a.png"}],"samplers":[{"wrapS":33071}],"textures":[{"source":0,"sampler":0}],
+"materials":[{"name":"M","alphaMode":"BLEND","doubleSided":true,"pbrMetallicRoughness":{"baseColorTexture":{"index":0}},
+"extensions":{"KHR_materials_clearcoat":{"clearcoatFactor":1},"KHR_materials_unlit":{}}}],
+"animations":[{"channels":[{"sampler":0,"target":{"node":0,"path":"weights"}},
+{"sampler":1,"target":{"node":0,"path":"translation"}}],
+"samplers":[{"input":2,"output":3},{"input":2,"output":0}]}],
+"accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3","min":[0,0,0],"max":[1,1,0]},
+{"bufferView":0,"componentType":5126,"count":3,"type":"VEC2"},
+{"bufferView":1,"componentType":5126,"count":3,"type":"SCALAR","min":[-1],"max":[1]},
+{"bufferView":0,"componentType":5126,"count":3,"type":"SCALAR"}],
+"bufferViews":[{"buffer":0,"byteLength":36},{"buffer":0,"byteOffset":36,"byteLength":12}],
+"buffers":[{"byteLength":48,"uri":"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAAAACAvwAAAAAAAIA/"}]})"));
+    EXPECT_THAT(model.notes,
+                testing::ElementsAre("morph targets are left out (meshes with targets: 1)",
+                                     "textures that end or are mirrored at their edges are repeated (layers: 1)",
+                                     "double-sided materials become one-sided (1)",
+                                     "transparency that textures alone have is left out (materials: 1)",
+                                     "metallic materials become non-metal (1)", "unlit materials become lit (1)",
+                                     "sheen, clear coat and transmission are left out (materials: 1)",
+                                     "what animations hold before time 0 is left out (nodes: 1)",
+                                     "movements of morph targets are left out (1)"));
+    std::vector<Importing::Key>& keys = scene_.AnimationLibrary.at(0);
+    ASSERT_EQ(keys.size(), 2U);
+    EXPECT_EQ(keys[0].GetPosition(), D3DXVECTOR3(1, 0, 0)) << "the second of three";
 }
 
 TEST_F(ImportModelTest, AFileWithoutMeshesGetsNone)

@@ -31,7 +31,7 @@ std::string GltfWith(const Transform& transform)
         R"({{"asset":{{"version":"2.0"}},"scene":0,"scenes":[{{"nodes":[0]}}],"nodes":[{{"name":"Tri","mesh":0}}],
 "extensionsUsed":["KHR_texture_transform"],
 "meshes":[{{"name":"Tri","primitives":[{{"attributes":{{"POSITION":0}},"material":0}}]}}],
-"materials":[{{"pbrMetallicRoughness":{{"baseColorTexture":{{"index":0,"extensions":{{"KHR_texture_transform":
+"materials":[{{"pbrMetallicRoughness":{{"metallicFactor":0,"baseColorTexture":{{"index":0,"extensions":{{"KHR_texture_transform":
 {{"offset":[{},{}],"rotation":{},"scale":[{},{}]}}}}}}}}}}],"textures":[{{"source":0}}],"images":[{{"uri":"wood.png"}}],
 "accessors":[{{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3","min":[0,0,0],"max":[1,1,0]}}],
 "bufferViews":[{{"buffer":0,"byteLength":36}}],

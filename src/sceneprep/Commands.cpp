@@ -38,16 +38,20 @@ void Inspect(const Options& options, std::ostream& out, Progress& progress)
     WorkState::Enter(WorkState::Phase::Reading, inspect.input);
     ImportedModel model;
     RunStep("Import", progress, [&] { model = ImportModel(inspect.input, *scene, progress); });
-    for (const std::string& note : model.notes)
-        progress.Note(note);
+    const WorldMeasure world = Measure(*scene);
+    for (const std::vector<std::string>& notes : {model.notes, NotesOnTriangles(world)})
+    {
+        for (const std::string& note : notes)
+            progress.Note(note);
+    }
     progress.Clear();
 
     if (inspect.json)
     {
-        out << InspectionJson(inspect.input, *scene, inspect.tree);
+        out << InspectionJson(inspect.input, *scene, world, inspect.tree);
         return;
     }
-    out << StatsTable(CountScene(*scene)) << WorldTable({Measure(*scene)});
+    out << StatsTable(CountScene(*scene)) << WorldTable({world});
     if (inspect.tree)
         out << '\n' << TreeText(*scene);
 }

@@ -42,16 +42,6 @@ void CheckFiles(const PrepareOptions& options)
         throw ToolError("this sceneprep was built without the page for --report; use --json, or build it with npm");
 }
 
-std::vector<std::string> NotesOnTriangles(const WorldMeasure& world)
-{
-    std::vector<std::string> notes;
-    if (world.broken > 0)
-        notes.push_back(fmt::format("triangles have corners that are infinite or no number ({})", world.broken));
-    if (world.degenerate > 0)
-        notes.push_back(fmt::format("triangles have no area ({})", world.degenerate));
-    return notes;
-}
-
 void Tell(const std::vector<std::string>& notes, Progress& progress, PrepareReport& report)
 {
     for (const std::string& note : notes)

@@ -97,11 +97,12 @@ std::string TimesTable(const std::vector<StepResult>& steps)
     return table;
 }
 
-std::string InspectionJson(const std::filesystem::path& file, Importing::SceneContainer& scene, bool withTree)
+std::string InspectionJson(const std::filesystem::path& file, Importing::SceneContainer& scene,
+                           const WorldMeasure& world, bool withTree)
 {
     Json inspection = {{"file", file.string()},
                        {"counts", CountsAsJson(CountScene(scene))},
-                       {"world", WorldAsJson(Measure(scene))},
+                       {"world", WorldAsJson(world)},
                        {"surfaces", SurfacesAsJson(scene)}};
     if (withTree)
     {

@@ -24,9 +24,11 @@ std::string WorldTable(const std::vector<WorldMeasure>& worlds);
 /// @return the time of each step, one a line; below a step what it changed and what the plug-in said meanwhile.
 std::string TimesTable(const std::vector<StepResult>& steps);
 
+/// @param world  what the scene looks like
 /// @return an object with the keys "file", "counts", "world" and "surfaces", and with the tree "root" and "nodes":
 ///         surfaces and nodes as flat lists in the order of their libraries, their references being indices.
-std::string InspectionJson(const std::filesystem::path& file, Importing::SceneContainer& scene, bool withTree);
+std::string InspectionJson(const std::filesystem::path& file, Importing::SceneContainer& scene,
+                           const WorldMeasure& world, bool withTree);
 
 /// @return what can be read and written.
 std::string FormatsText();

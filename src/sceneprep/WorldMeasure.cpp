@@ -1,5 +1,6 @@
 #include <sceneprep/WorldMeasure.h>
 
+#include <fmt/format.h>
 #include <sceneprep/Hierarchy.h>
 #include <sceneprep/ShownSurfaces.h>
 
@@ -104,6 +105,16 @@ WorldMeasure Measure(Importing::SceneContainer& scene, const PartListener& liste
     if (measure.triangles == measure.broken)
         measure.min = measure.max = {};
     return measure;
+}
+
+std::vector<std::string> NotesOnTriangles(const WorldMeasure& world)
+{
+    std::vector<std::string> notes;
+    if (world.broken > 0)
+        notes.push_back(fmt::format("triangles have corners that are infinite or no number ({})", world.broken));
+    if (world.degenerate > 0)
+        notes.push_back(fmt::format("triangles have no area ({})", world.degenerate));
+    return notes;
 }
 
 }  // namespace Sceneprep

@@ -5,6 +5,8 @@
 
 #include <array>
 #include <cstddef>
+#include <string>
+#include <vector>
 
 namespace Sceneprep
 {
@@ -30,5 +32,8 @@ struct WorldMeasure
 
 /// Measures in double precision behind the world matrices.
 WorldMeasure Measure(Importing::SceneContainer& scene, const PartListener& listener = IgnorePart);
+
+/// @return what looks wrong with the triangles, one line each.
+std::vector<std::string> NotesOnTriangles(const WorldMeasure& world);
 
 }  // namespace Sceneprep

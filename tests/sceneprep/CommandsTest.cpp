@@ -62,6 +62,20 @@ TEST_F(CommandsTest, InspectPrintsCountsAndTree)
     EXPECT_THAT(out_.str(), HasSubstr("\n  Square (1 surface)\n"));
 }
 
+TEST_F(CommandsTest, InspectTellsWhatLooksWrong)
+{
+    options_.command = Command::Inspect;
+    options_.inspect.input = folder_.Write("flat.obj", "v 0 0 0\nv 1 0 0\nv 2 0 0\nf 1 2 3\nl 1 2\n");
+    for (const bool json : {false, true})
+    {
+        options_.inspect.json = json;
+        errors_.str("");
+        EXPECT_EQ(Run(), kDone);
+        EXPECT_THAT(errors_.str(), HasSubstr("note: only triangles are kept"));
+        EXPECT_THAT(errors_.str(), HasSubstr("note: triangles have no area (1)\n"));
+    }
+}
+
 TEST_F(CommandsTest, AMissingInputIsOneLineAndNothingElse)
 {
     options_.command = Command::Inspect;

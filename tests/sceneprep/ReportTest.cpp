@@ -63,7 +63,7 @@ TEST(Report, TimesWithWhatThePluginSaid)
 TEST(Report, JsonHoldsTheCountsInOrder)
 {
     Importing::SceneContainer scene = Support::Scene("Root[a]");
-    const std::string text = InspectionJson("models/a.obj", scene, false);
+    const std::string text = InspectionJson("models/a.obj", scene, Measure(scene), false);
     const auto json = nlohmann::ordered_json::parse(text);
     EXPECT_EQ(json["file"], "models/a.obj");
     EXPECT_EQ(json["counts"]["vertices"], 8);
@@ -94,7 +94,7 @@ TEST(Report, JsonHoldsNamesAndOffsetsOfSurfaces)
 {
     Importing::SceneContainer scene = Support::Scene("Root[a=m:c b=n]");
     scene.SurfaceLibrary[1].SetCollisionOffset(3);
-    const auto json = nlohmann::json::parse(InspectionJson("a.obj", scene, false));
+    const auto json = nlohmann::json::parse(InspectionJson("a.obj", scene, Measure(scene), false));
     EXPECT_EQ(json["surfaces"][0].dump(), R"({"collisionOffset":0,"geometry":0,"material":0,"name":"a"})");
     EXPECT_EQ(json["surfaces"][1].dump(), R"({"collisionOffset":3,"geometry":1,"material":-1,"name":"b"})");
 }
@@ -102,7 +102,7 @@ TEST(Report, JsonHoldsNamesAndOffsetsOfSurfaces)
 TEST(Report, JsonTreeIsAFlatListOfNodes)
 {
     Importing::SceneContainer scene = Support::Scene("Root( A*[a b]{eye} B<sun> )");
-    const auto json = nlohmann::json::parse(InspectionJson("a.obj", scene, true));
+    const auto json = nlohmann::json::parse(InspectionJson("a.obj", scene, Measure(scene), true));
     EXPECT_EQ(json["root"], 0);
     ASSERT_EQ(json["nodes"].size(), 3U);
     EXPECT_EQ(json["nodes"][0]["children"], (std::vector<int>{1, 2}));
@@ -118,7 +118,7 @@ TEST(Report, NamesThatAreNoUtf8DoNotBreakJson)
 {
     Importing::SceneContainer scene = Support::Scene("Root");
     scene.NodeLibrary[0].SetName("caf\xE9");
-    const auto json = nlohmann::json::parse(InspectionJson("a.obj", scene, true));
+    const auto json = nlohmann::json::parse(InspectionJson("a.obj", scene, Measure(scene), true));
     EXPECT_EQ(json["nodes"][0]["name"], "caf\xEF\xBF\xBD");
 }
 

@@ -100,4 +100,12 @@ TEST(WorldMeasure, VerticesThatNoTriangleUsesAreNoPartOfTheWorld)
     EXPECT_EQ(Measure(scene).max, (Corner{2, 2, 2}));
 }
 
+TEST(NotesOnTriangles, TellOfThoseThatAreBrokenOrHaveNoArea)
+{
+    EXPECT_TRUE(NotesOnTriangles({.triangles = 5}).empty());
+    EXPECT_EQ(NotesOnTriangles({.triangles = 5, .degenerate = 2, .broken = 1}),
+              (std::vector<std::string>{"triangles have corners that are infinite or no number (1)",
+                                        "triangles have no area (2)"}));
+}
+
 }  // namespace

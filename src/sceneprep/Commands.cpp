@@ -2,7 +2,6 @@
 
 #include <sceneprep/Error.h>
 #include <sceneprep/ImportModel.h>
-#include <sceneprep/Isolation.h>
 #include <sceneprep/PluginLibrary.h>
 #include <sceneprep/Prepare.h>
 #include <sceneprep/Report.h>
@@ -90,7 +89,7 @@ int RunCommand(const Options& options, std::ostream& out, std::ostream& errors)
     }
     catch (const std::bad_alloc&)
     {
-        problem = OutOfMemoryText(options);
+        problem = WorkState::DescribeShortage();
     }
     catch (const std::exception& error)
     {

@@ -38,8 +38,6 @@ std::string StopText()
     return "stopped; nothing has been written";
 }
 
-constexpr double kBytesPerGiB = 1024.0 * 1024.0 * 1024.0;
-
 /// @return whether the input at which the work crashed could be left out.
 bool LeaveOutCurrentInput(PrepareOptions& prepare)
 {
@@ -57,14 +55,8 @@ bool LeaveOutCurrentInput(PrepareOptions& prepare)
 
 std::uint64_t MemoryLimitOf(const Options& options)
 {
-    return options.memoryLimit > 0 ? static_cast<std::uint64_t>(options.memoryLimit * kBytesPerGiB)
+    return options.memoryLimit > 0 ? static_cast<std::uint64_t>(options.memoryLimit * WorkState::kBytesPerGiB)
                                    : DefaultMemoryLimit();
-}
-
-std::string OutOfMemoryText(const Options& options)
-{
-    return fmt::format("{} needs more than {:.3g} GiB; raise --memory-limit or use a smaller model",
-                       WorkState::Describe(), static_cast<double>(MemoryLimitOf(options)) / kBytesPerGiB);
 }
 
 int RunIsolated(const Options& options, std::ostream& errors, const std::function<int(const Options&)>& run)
@@ -73,8 +65,9 @@ int RunIsolated(const Options& options, std::ostream& errors, const std::functio
     for (;;)
     {
         WorkState::Reset();
-        const ChildResult result = RunInChildProcess(MemoryLimitOf(now), [&now, &run] {
-            WorkState::WatchMemory();
+        const std::uint64_t memoryLimit = MemoryLimitOf(now);
+        const ChildResult result = RunInChildProcess(memoryLimit, [&now, &run, memoryLimit] {
+            WorkState::WatchMemory(memoryLimit);
             return run(now);
         });
         if (result.killedBy == 0)
@@ -89,7 +82,7 @@ int RunIsolated(const Options& options, std::ostream& errors, const std::functio
             return kStoppedBySignal + result.interruptedBy;
         }
         const bool memory = WorkState::RanOutOfMemory();
-        errors << "sceneprep: " << (memory ? OutOfMemoryText(now) : CrashText(result.killedBy)) << '\n';
+        errors << "sceneprep: " << (memory ? WorkState::DescribeShortage() : CrashText(result.killedBy)) << '\n';
         if (!LeaveOutCurrentInput(now.prepare))
             return kUnusable;
     }

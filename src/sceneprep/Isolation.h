@@ -5,16 +5,12 @@
 #include <cstdint>
 #include <functional>
 #include <ostream>
-#include <string>
 
 namespace Sceneprep
 {
 
 /// @return the memory that the work may take, in bytes.
 std::uint64_t MemoryLimitOf(const Options& options);
-
-/// @return "reading FILE needs more than N GiB; ..." about what the work is at.
-std::string OutOfMemoryText(const Options& options);
 
 /// Does what the options ask for in a process of its own and tells, in one line on `errors`, when that ended early: by
 /// a crash, or because the user stopped it. What was half written is removed then, and the line says when the output

@@ -59,9 +59,7 @@ std::optional<ReadInput> TryToRead(const fs::path& file, const PluginLibrary& pl
     }
     catch (const std::bad_alloc&)
     {
-        problem = WorkState::Describe() +
-                  " needs more memory than it may have; raise --memory-limit or use a smaller "
-                  "model";
+        problem = WorkState::DescribeShortage();
     }
     catch (const std::exception& error)
     {

@@ -22,6 +22,7 @@ struct Record
 {
     Phase phase = Phase::Starting;
     bool ranOutOfMemory = false;
+    std::uint64_t memoryLimit = 0;  // 0: not known
     Text file = {};
     Text temporaryFolder = {};
 };
@@ -86,8 +87,9 @@ std::string DescribeFailure(const std::exception& error)
     return fmt::format("{} went wrong ({}); check the model", Describe(), OneLine(error.what()));
 }
 
-void WatchMemory()
+void WatchMemory(std::uint64_t limit)
 {
+    Shared().memoryLimit = limit;
     std::set_new_handler([] {
         Shared().ranOutOfMemory = true;
         throw std::bad_alloc();
@@ -95,6 +97,13 @@ void WatchMemory()
 }
 
 bool RanOutOfMemory() { return Shared().ranOutOfMemory; }
+
+std::string DescribeShortage()
+{
+    const auto limit = static_cast<double>(Shared().memoryLimit) / kBytesPerGiB;
+    const std::string amount = limit > 0 ? fmt::format("than {:.3g} GiB", limit) : "memory than it may have";
+    return fmt::format("{} needs more {}; raise --memory-limit or use a smaller model", Describe(), amount);
+}
 
 void SetTemporaryFolder(const std::filesystem::path& folder) { Store(Shared().temporaryFolder, folder.string()); }
 

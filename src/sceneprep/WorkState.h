@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <exception>
 #include <filesystem>
 #include <string>
@@ -38,10 +39,17 @@ std::string Describe();
 /// @return as "reading car.obj went wrong (REASON); check the model", about what the work is at.
 std::string DescribeFailure(const std::exception& error);
 
+inline constexpr double kBytesPerGiB = 1024.0 * 1024.0 * 1024.0;
+
 /// From now on this process keeps in mind, until it turns to something else, when it asked for more memory than it may
 /// have. The model library swallows that and gives other reasons.
-void WatchMemory();
+/// @param limit  what it may have, in bytes
+void WatchMemory(std::uint64_t limit);
 bool RanOutOfMemory();
+
+/// @return as "reading car.obj needs more than 4 GiB; raise --memory-limit or use a smaller model", about what the work
+///         is at.
+std::string DescribeShortage();
 
 /// A folder that is to be removed when the work ends early; an empty path when there is none any more.
 void SetTemporaryFolder(const std::filesystem::path& folder);

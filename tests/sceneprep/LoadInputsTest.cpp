@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sceneprep/Error.h>
 #include <sceneprep/TestFiles.h>
+#include <sceneprep/WorkState.h>
 #include <support/SceneText.h>
 
 #include <exception>
@@ -119,6 +120,7 @@ TEST_F(LoadInputsTest, WhateverGoesWrongWithAnInputItIsLeftOut)
 {
     const auto small = WriteSmallObj(folder_);
     const auto bad = folder_.Write("bad.obj", ReadText(small));
+    WorkState::Reset();
     const LoadedInputs poor = LoadWithFailure<std::bad_alloc>({small, bad}, "bad.obj", plugin_);
     EXPECT_THAT(poor.inputs, ElementsAre(small));
     EXPECT_THAT(poor.problems, ElementsAre("reading " + bad.string() +

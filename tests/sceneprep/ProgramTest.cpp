@@ -146,6 +146,12 @@ TEST(Program, AMemoryLimitIsKeptInOneLine)
     EXPECT_EQ(run.status, 1);
     EXPECT_THAT(run.errors, testing::MatchesRegex("sceneprep: [a-z]+ [^\n]+ needs more than 0.01 GiB; [^\n]+\n"));
     EXPECT_EQ(folder.CountEntries(), 0U);
+
+    const ProgramRun going =
+        RunProgram("prepare " + Workshop() + ' ' + Workshop() + " --keep-going --quiet --memory-limit 0.01 -o " +
+                   (folder / "out.glb").string());
+    EXPECT_EQ(going.status, 1);
+    EXPECT_THAT(going.errors, testing::ContainsRegex("reading [^\n]+ needs more than 0.01 GiB; [^\n]+\n"));
 }
 #endif
 

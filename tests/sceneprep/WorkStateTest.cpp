@@ -57,7 +57,12 @@ TEST(WorkState, KeepsInMindThatMemoryRanOut)
 {
     WorkState::Reset();
     const std::new_handler before = std::get_new_handler();
-    WorkState::WatchMemory();
+    WorkState::Enter(WorkState::Phase::Reading, "a.obj");
+    EXPECT_EQ(WorkState::DescribeShortage(),
+              "reading a.obj needs more memory than it may have; raise --memory-limit or use a smaller model");
+    WorkState::WatchMemory(std::uint64_t{3} << 29);
+    EXPECT_EQ(WorkState::DescribeShortage(),
+              "reading a.obj needs more than 1.5 GiB; raise --memory-limit or use a smaller model");
     EXPECT_FALSE(WorkState::RanOutOfMemory());
     EXPECT_THROW(std::get_new_handler()(), std::bad_alloc);
     EXPECT_TRUE(WorkState::RanOutOfMemory());

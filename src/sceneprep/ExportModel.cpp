@@ -1,6 +1,7 @@
 #include <sceneprep/ExportModel.h>
 
 #include <fmt/format.h>
+#include <sceneprep/CheckedFiles.h>
 #include <sceneprep/CompanionFiles.h>
 #include <sceneprep/Error.h>
 #include <sceneprep/ExportNotes.h>
@@ -32,12 +33,17 @@ void WriteByModelLibrary(const aiScene& scene, const WriteFormat& format, const 
 {
     Assimp::Exporter exporter;
     exporter.SetProgressHandler(new ModelProgress(progress));  // the exporter owns it
+    auto* files = new CheckedFiles;
+    exporter.SetIOHandler(files);  // the exporter's too
     if (exporter.Export(&scene, format.id, file.string()) != aiReturn_SUCCESS)
     {
         const std::string reason = OneLine(exporter.GetErrorString());
         throw ToolError(fmt::format("cannot write {}: {}; try another format", file.filename().string(),
                                     reason.empty() ? "the model library gives no reason" : reason));
     }
+    if (files->HasFailed() || (format.Is3mf() && !IsWhole3mf(file)))
+        throw ToolError(fmt::format("cannot write {}: is the disk full? Make room or choose another folder",
+                                    file.filename().string()));
 }
 
 std::vector<std::string> Write(Importing::SceneContainer& scene, const Textures& textures, const WriteFormat& format,

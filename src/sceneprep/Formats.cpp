@@ -100,6 +100,8 @@ bool WriteFormat::HoldsPictures() const { return IsOneOf(extension, {"assbin", "
 
 bool WriteFormat::IsObj() const { return extension == "obj"; }
 
+bool WriteFormat::Is3mf() const { return extension == "3mf"; }
+
 std::optional<WriteFormat> FindWriteFormat(const std::filesystem::path& file)
 {
     std::string extension = file.extension().string();

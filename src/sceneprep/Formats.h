@@ -48,6 +48,7 @@ struct WriteFormat
     /// False where a name that goes over several lines would break the file.
     bool HoldsLineBreaks() const;
     bool IsObj() const;
+    bool Is3mf() const;
     /// True where pictures lie in the model file itself.
     bool HoldsPictures() const;
 };

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <sceneprep/Error.h>
 #include <sceneprep/ExpectSameWorld.h>
+#include <sceneprep/FileSizeLimit.h>
+#include <sceneprep/Formats.h>
 #include <sceneprep/ImportModel.h>
 #include <sceneprep/SceneStats.h>
 #include <sceneprep/TestFiles.h>
@@ -82,6 +84,37 @@ INSTANTIATE_TEST_SUITE_P(Formats, RoundTripTest,
                          testing::Values("out.3ds", "out.3mf", "out.assbin", "out.dae", "out.fbx", "out.glb",
                                          "out.gltf", "out.obj", "out.ply", "out.stl", "out.x", "out.x3d"),
                          [](const auto& format) { return std::string(format.param).substr(4); });
+
+/// Every format that can be written.
+class EveryFormatTest : public ExportModelTest, public testing::WithParamInterface<std::string>
+{};
+
+TEST_P(EveryFormatTest, AFullDiskIsAnErrorAndNothingIsWritten)
+{
+    const std::string name = "out." + GetParam();
+    SceneContainer scene = Support::Scene("Root[a]");
+    Export(scene, name);
+    const std::uintmax_t size = std::filesystem::file_size(folder_ / name);
+    const TemporaryFolder full;
+    for (std::uintmax_t limit = size / 8; limit < size; limit += size / 8)
+    {
+        const FileSizeLimit fullDisk(limit);
+        EXPECT_EQ(ExportError(full / name),
+                  "cannot write " + name + ": is the disk full? Make room or choose another folder");
+        EXPECT_EQ(full.CountEntries(), 0U) << limit;
+    }
+}
+
+std::vector<std::string> AllExtensions()
+{
+    std::vector<std::string> extensions;
+    for (const WriteFormat& format : ListWriteFormats())
+        extensions.push_back(format.extension);
+    return extensions;
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, EveryFormatTest, testing::ValuesIn(AllExtensions()),
+                         [](const auto& format) { return format.param; });
 
 TEST_F(ExportModelTest, SharedMeshesStaySharedInGltf)
 {

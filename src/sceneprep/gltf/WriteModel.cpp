@@ -7,9 +7,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cstdint>
 #include <fstream>
+#include <string_view>
 
 namespace Sceneprep::Gltf
 {
@@ -47,7 +47,7 @@ bool IsWholeBinary(const fs::path& file)
     return in && header[0] == kMagic && SizeOf(file) == header[2];
 }
 
-/// A text ends with a brace, and the buffer is as long as it should be.
+/// Only the last brace of a text stands at the start of its line, and the buffer is as long as it should be.
 bool IsWholeText(const fs::path& file, const tinygltf::Model& model)
 {
     for (const tinygltf::Buffer& buffer : model.buffers)
@@ -55,11 +55,11 @@ bool IsWholeText(const fs::path& file, const tinygltf::Model& model)
         if (SizeOf(file.parent_path() / buffer.uri) != buffer.data.size())
             return false;
     }
-    char last = 0;
+    std::array<char, 3> end = {};
     std::ifstream in(file, std::ios::binary);
-    for (in.seekg(-1, std::ios::end); in && std::isspace(in.peek()) != 0;)
-        in.seekg(-1, std::ios::cur);
-    return in.get(last) && last == '}';
+    in.seekg(-static_cast<std::streamoff>(end.size()), std::ios::end);
+    in.read(end.data(), end.size());
+    return in && std::string_view(end.data(), end.size()) == "\n}\n";
 }
 
 }  // namespace

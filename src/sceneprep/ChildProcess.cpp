@@ -28,8 +28,6 @@ extern "C" void EndChild(int signal)
         kill(runningChild, SIGTERM);
 }
 
-constexpr std::array<int, 2> kStopSignals = {SIGINT, SIGTERM};
-
 /// While it lives, signals that ask the program to stop reach the child instead.
 class StopSignals
 {
@@ -40,7 +38,11 @@ public:
         struct sigaction action = {};
         action.sa_handler = EndChild;
         for (std::size_t i = 0; i < kStopSignals.size(); ++i)
-            sigaction(kStopSignals[i], &action, &before_[i]);
+        {
+            sigaction(kStopSignals[i], nullptr, &before_[i]);
+            if (before_[i].sa_handler != SIG_IGN)
+                sigaction(kStopSignals[i], &action, nullptr);
+        }
     }
     ~StopSignals()
     {
@@ -70,7 +72,10 @@ void LimitMemory(std::uint64_t bytes)
 [[noreturn]] void RunAndExit(std::uint64_t memoryLimit, const std::function<int()>& command)
 {
     for (const int signal : kStopSignals)
-        std::signal(signal, SIG_DFL);
+    {
+        if (std::signal(signal, SIG_DFL) == SIG_IGN)
+            std::signal(signal, SIG_IGN);
+    }
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     LimitMemory(memoryLimit);
     const int status = command();

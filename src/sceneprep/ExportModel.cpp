@@ -84,14 +84,14 @@ void CheckFolderOf(const fs::path& file)
 }
 
 std::vector<std::string> ExportModel(Importing::SceneContainer& scene, const Textures& textures, const fs::path& file,
-                                     Progress& progress)
+                                     Progress& progress, const std::vector<fs::path>& others)
 {
     CheckWritable(file);
     const WriteFormat format = FormatOf(file);
     const fs::path absolute = fs::absolute(file);
     const TemporaryFolder temporary(absolute.parent_path());
     std::vector<std::string> notes = Write(scene, textures, format, temporary.Path() / absolute.filename(), progress);
-    MoveIntoPlace(temporary.Path(), absolute);
+    MoveIntoPlace(temporary.Path(), absolute, others);
     return notes;
 }
 

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <sceneprep/Error.h>
 #include <sceneprep/Formats.h>
+#include <sceneprep/PlaceFiles.h>
 #include <sceneprep/PrepareSteps.h>
 #include <CLI/CLI.hpp>
 
@@ -157,14 +158,6 @@ ParsedCommandLine BadUsage(const CLI::App& app, const std::string& problem)
             .exitStatus = kBadUsage,
             .output = {},
             .error = fmt::format("sceneprep: {}; see '{}'", OneLine(problem), HelpFor(app))};
-}
-
-bool NameOneFile(const std::filesystem::path& a, const std::filesystem::path& b)
-{
-    std::error_code ignored;
-    return std::filesystem::absolute(a, ignored).lexically_normal() ==
-               std::filesystem::absolute(b, ignored).lexically_normal() ||
-           std::filesystem::equivalent(a, b, ignored);
 }
 
 /// @return what is wrong with the name of a report, which must overwrite nothing else; empty when nothing is.

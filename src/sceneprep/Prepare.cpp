@@ -138,7 +138,7 @@ int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ost
     std::vector<std::string> notes;
     report.steps.push_back(RunStep("Export", progress, [&] {
         ReturnFreedMemory();
-        notes = ExportModel(scene, loaded.textures, options.output, progress);
+        notes = ExportModel(scene, loaded.textures, options.output, progress, {options.jsonFile, options.reportFile});
     }));
     Tell(notes, progress, report);
     TellAll(options, report, pictures, progress, out);

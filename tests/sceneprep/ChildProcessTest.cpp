@@ -44,14 +44,31 @@ TEST(ChildProcess, ChangesNothingHere)
 TEST(ChildProcess, AStopRequestReachesTheChild)
 {
     const pid_t self = getpid();
+    for (const int signal : kStopSignals)
+    {
+        const ChildResult result = RunInChildProcess(0, [self, signal] {
+            kill(self, signal);
+            for (;;)
+                pause();
+            return 0;
+        });
+        EXPECT_EQ(result.killedBy, SIGTERM);
+        EXPECT_EQ(result.interruptedBy, signal);
+    }
+}
+
+TEST(ChildProcess, IgnoredStopRequestsStayIgnored)
+{
+    const auto before = std::signal(SIGHUP, SIG_IGN);
+    const pid_t self = getpid();
     const ChildResult result = RunInChildProcess(0, [self] {
-        kill(self, SIGTERM);
-        for (;;)
-            pause();
-        return 0;
+        kill(self, SIGHUP);
+        std::raise(SIGHUP);
+        return 5;
     });
-    EXPECT_EQ(result.killedBy, SIGTERM);
-    EXPECT_EQ(result.interruptedBy, SIGTERM);
+    EXPECT_EQ(result.status, 5);
+    EXPECT_EQ(result.interruptedBy, 0);
+    std::signal(SIGHUP, before);
 }
 
 TEST(ChildProcess, HandlersOfSignalsAreBackAfterwards)

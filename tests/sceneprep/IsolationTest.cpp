@@ -103,7 +103,7 @@ TEST_F(IsolationTest, WhoReadsNoFurtherIsNotToldOfACrash)
 
 TEST_F(IsolationTest, AStopRequestEndsTheWorkAndCleansUp)
 {
-    for (const int signal : {SIGINT, SIGTERM})
+    for (const int signal : {SIGHUP, SIGINT, SIGTERM})
     {
         const TemporaryFolder folder;
         std::filesystem::create_directory(folder / "half");
@@ -119,7 +119,8 @@ TEST_F(IsolationTest, AStopRequestEndsTheWorkAndCleansUp)
         EXPECT_EQ(folder.CountEntries(), 0U);
     }
     EXPECT_EQ(errors_.str(),
-              "sceneprep: stopped; nothing has been written\nsceneprep: stopped; nothing has been written\n");
+              "sceneprep: stopped; nothing has been written\nsceneprep: stopped; nothing has been written\n"
+              "sceneprep: stopped; nothing has been written\n");
 }
 
 TEST_F(IsolationTest, AStopRequestAfterTheOutputSaysThatItIsThere)

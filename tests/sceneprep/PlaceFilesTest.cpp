@@ -38,6 +38,7 @@ TEST(PlaceFiles, FilesReplaceThoseThatWereThere)
 {
     const SceneprepTests::TemporaryFolder parent;
     parent.Write("house.obj", "old");
+    parent.Write("house.mtl", "old");
     const TemporaryFolder folder(parent.Path());
     std::ofstream(folder.Path() / "house.obj") << "new";
     std::ofstream(folder.Path() / "house.mtl") << "beside";
@@ -58,6 +59,95 @@ TEST(PlaceFiles, WhatCannotBeMovedIsAnError)
     EXPECT_THROW(MoveIntoPlace(folder.Path(), parent / "none" / "house.obj"), ToolError);
     EXPECT_EQ(WorkState::CurrentPhase(), WorkState::Phase::Writing);
     EXPECT_TRUE(fs::exists(folder.Path() / "house.obj"));
+}
+
+/// A file with a companion that is to go into a folder.
+class CompanionTest : public testing::Test
+{
+protected:
+    CompanionTest() : written_(parent_.Path())
+    {
+        std::ofstream(written_.Path() / "house.gltf") << "new";
+        std::ofstream(written_.Path() / "house.bin") << "new";
+        std::ofstream(written_.Path() / "a-picture.png") << "new";
+    }
+
+    /// @return what is wrong; then nothing has been moved.
+    std::string MoveError(const std::vector<fs::path>& others = {})
+    {
+        try
+        {
+            MoveIntoPlace(written_.Path(), parent_ / "house.gltf", others);
+        }
+        catch (const ToolError& error)
+        {
+            EXPECT_TRUE(fs::exists(written_.Path() / "house.gltf"));
+            EXPECT_TRUE(fs::exists(written_.Path() / "house.bin"));
+            EXPECT_TRUE(fs::exists(written_.Path() / "a-picture.png"));
+            return error.what();
+        }
+        return "no error";
+    }
+
+    std::string Cannot(const std::string& what)
+    {
+        return "cannot write " + (parent_ / "house.gltf").string() + ": house.bin belongs beside it and " + what;
+    }
+
+    const SceneprepTests::TemporaryFolder parent_;
+    const TemporaryFolder written_;
+};
+
+TEST_F(CompanionTest, ItReplacesNoFileWhereTheFileItselfIsNew)
+{
+    parent_.Write("house.bin", "of another file");
+    EXPECT_EQ(MoveError(), Cannot("would replace a file of that name; choose another name, or remove that file"));
+    EXPECT_EQ(ReadText(parent_ / "house.bin"), "of another file");
+}
+
+TEST_F(CompanionTest, ItReplacesWhatBelongedToTheFileBefore)
+{
+    parent_.Write("house.gltf", "old");
+    parent_.Write("house.bin", "old");
+    EXPECT_EQ(MoveError(), "no error");
+    EXPECT_EQ(ReadText(parent_ / "house.gltf"), "new");
+    EXPECT_EQ(ReadText(parent_ / "house.bin"), "new");
+}
+
+TEST_F(CompanionTest, ItMayLieThereAlready)
+{
+    parent_.Write("house.bin", "new");
+    EXPECT_EQ(MoveError(), "no error");
+    EXPECT_TRUE(fs::exists(parent_ / "house.gltf"));
+}
+
+TEST_F(CompanionTest, ItTakesThePlaceOfNoOtherOutput)
+{
+    parent_.Write("house.gltf", "old");
+    fs::create_directory_symlink(parent_.Path(), parent_ / "link");
+    const std::string error = Cannot("is named as another output; choose another name for one of them");
+    EXPECT_EQ(MoveError({"", parent_ / "house.bin"}), error);
+    EXPECT_EQ(MoveError({parent_ / "link" / "house.bin"}), error);
+    EXPECT_EQ(MoveError({"", parent_ / "report.json"}), "no error");
+}
+
+TEST_F(CompanionTest, AFolderInItsWayIsToldBeforeAnythingMoves)
+{
+    parent_.Write("house.gltf", "old");
+    fs::create_directory(parent_ / "house.bin");
+    EXPECT_EQ(MoveError(), Cannot("a folder of that name is in the way; choose another name"));
+    EXPECT_EQ(ReadText(parent_ / "house.gltf"), "old");
+}
+
+TEST(PlaceFiles, NamesOfOneFileAreKnown)
+{
+    const SceneprepTests::TemporaryFolder parent;
+    fs::create_directory_symlink(parent.Path(), parent / "link");
+    EXPECT_TRUE(NameOneFile(parent / "a", parent / "none/../a"));
+    EXPECT_TRUE(NameOneFile(parent / "a", parent / "link/a"));
+    EXPECT_FALSE(NameOneFile(parent / "a", parent / "b"));
+    EXPECT_FALSE(NameOneFile(parent / std::string(300, 'a'), parent / std::string(300, 'b')));
+    EXPECT_FALSE(NameOneFile("", parent / "a"));
 }
 
 void WriteNew(std::ostream& stream) { stream << "new"; }

@@ -123,6 +123,15 @@ TEST_F(PrepareTest, JsonHoldsTheSame)
     EXPECT_TRUE(json["differences"].empty());
 }
 
+TEST_F(PrepareTest, WhatBelongsBesideTheOutputTakesTheNameOfNoReport)
+{
+    options_.output = folder_ / "out.gltf";
+    options_.jsonFile = folder_ / "out.bin";
+    EXPECT_THAT(RunError(), HasSubstr("out.bin belongs beside it and is named as another output"));
+    EXPECT_FALSE(std::filesystem::exists(options_.output));
+    EXPECT_FALSE(std::filesystem::exists(options_.jsonFile));
+}
+
 TEST_F(PrepareTest, TheReportIsAPageWhereTheBuildHasOne)
 {
     options_.reportFile = folder_ / "report.html";

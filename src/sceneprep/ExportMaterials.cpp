@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/Conversions.h>
+#include <sceneprep/ExportNames.h>
 #include <sceneprep/MapTypes.h>
 #include <sceneprep/MaterialKey.h>
 #include <sceneprep/TextureReferences.h>
@@ -76,8 +77,9 @@ std::unique_ptr<aiMaterial> MaterialExporter::Convert(Surface& surface)
     return target;
 }
 
-std::string MaterialExporter::NameFor(const std::string& name)
+std::string MaterialExporter::NameFor(const std::string& wanted)
 {
+    const std::string name = ExportName(wanted, format_);
     if (!format_.IsObj())
         return name;
     // Materials of one name would become one material.

@@ -28,7 +28,7 @@ public:
 
 private:
     std::unique_ptr<aiMaterial> Convert(Importing::Surface& surface);
-    std::string NameFor(const std::string& name);
+    std::string NameFor(const std::string& wanted);
     void AddMaps(Importing::Surface& surface, aiMaterial& target) const;
 
     Importing::SceneContainer& scene_;

@@ -4,9 +4,9 @@
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/Conversions.h>
 #include <sceneprep/CutMesh.h>
-#include <sceneprep/Error.h>
 #include <sceneprep/ExportMaterials.h>
 #include <sceneprep/ExportMeshes.h>
+#include <sceneprep/ExportNames.h>
 #include <sceneprep/ExportObjects.h>
 #include <sceneprep/Hierarchy.h>
 #include <sceneprep/ImportAnimations.h>
@@ -64,7 +64,7 @@ public:
           materials_(scene, textures, format), nodeOf_(scene.NodeLibrary.size(), 0)
     {
         for (Node& node : scene.NodeLibrary)
-            ++nameUses_[node.GetName()];
+            ++nameUses_[FileText(node.GetName())];
     }
 
     std::unique_ptr<aiScene> Build()
@@ -156,7 +156,7 @@ private:
         if (meshes.empty())
             return;
         for (Surface& surface : scene_.SurfaceLibrary)
-            ++nameUses_[surface.GetName()];  // children that surfaces need must not be taken for bones
+            ++nameUses_[FileText(surface.GetName())];  // children that surfaces need must not be taken for bones
         skeletons_.emplace(scene_, walk_);
         for (const SkinnedMesh& mesh : meshes)
         {
@@ -230,8 +230,8 @@ private:
     unsigned AddMesh(Geometry& geometry, Surface& surface)
     {
         std::unique_ptr<aiMesh> mesh = ConvertMesh(geometry);
-        if (mesh->mName.length == 0)
-            mesh->mName = FileText(surface.GetName());
+        const std::string name = geometry.GetName();
+        mesh->mName = FileText(name.empty() ? surface.GetName() : name);
         mesh->mMaterialIndex = materials_.Find(surface);
         meshes_.push_back(std::move(mesh));
         return static_cast<unsigned>(meshes_.size() - 1);
@@ -267,22 +267,19 @@ private:
     std::string FileNameOf(int index)
     {
         Node& node = At(scene_.NodeLibrary, index);
-        const std::string name = node.GetName();
+        const std::string name = FileText(node.GetName());
         const bool isTied = node.GetAnimationID() >= 0 || isJoint_.count(index) > 0;
         return isTied && (name.empty() || nameUses_[name] > 1) ? UniqueName(name, "animated") : name;
     }
 
-    std::string FileText(const std::string& name) const
-    {
-        const bool breaks = name.find_first_of("\r\n") != std::string::npos;
-        return breaks && !format_.HoldsLineBreaks() ? OneLine(name) : name;
-    }
+    std::string FileText(const std::string& name) const { return ExportName(name, format_); }
 
     bool HasOwnName(const aiNode& node) { return node.mName.length > 0 && nameUses_[node.mName.C_Str()] == 1; }
 
     std::string UniqueName(const std::string& wanted, const char* otherwise)
     {
-        const std::string plain = wanted.empty() ? otherwise : wanted;
+        const std::string text = FileText(wanted);
+        const std::string plain = text.empty() ? otherwise : text;
         std::string unique = plain;
         for (int number = 2; nameUses_[unique] > 0; ++number)
             unique = fmt::format("{}_{}", plain, number);

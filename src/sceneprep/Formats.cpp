@@ -42,6 +42,11 @@ const std::map<std::string_view, std::vector<Content>> kLacks = {
     {"x3d", {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs}},
 };
 
+/// Letters that end a name too early, or the line in OBJ, by ending.
+const std::map<std::string_view, const char*> kUnwritableLetters = {
+    {"3mf", "\""}, {"fbx", "\""}, {"json", "'"}, {"obj", "\\"}, {"x3d", "'"},
+};
+
 bool IsPreferred(std::string_view id)
 {
     return std::find(kPreferredIds.begin(), kPreferredIds.end(), id) != kPreferredIds.end();
@@ -94,7 +99,11 @@ std::size_t WriteFormat::LargestMesh() const
 
 bool WriteFormat::IsGltf() const { return IsOneOf(extension, {"gltf", "glb"}); }
 
-bool WriteFormat::HoldsLineBreaks() const { return IsGltf(); }
+std::string WriteFormat::UnwritableLetters() const
+{
+    const auto found = kUnwritableLetters.find(extension);
+    return found == kUnwritableLetters.end() ? "" : found->second;
+}
 
 bool WriteFormat::HoldsPictures() const { return IsOneOf(extension, {"assbin", "assxml", "fbx", "glb", "json"}); }
 

@@ -45,8 +45,8 @@ struct WriteFormat
     /// How many vertices, and how many triangles, a mesh of this format may have.
     std::size_t LargestMesh() const;
     bool IsGltf() const;
-    /// False where a name that goes over several lines would break the file.
-    bool HoldsLineBreaks() const;
+    /// Letters that break a file when a name holds them, for its exporter writes names as they are.
+    std::string UnwritableLetters() const;
     bool IsObj() const;
     bool Is3mf() const;
     /// True where pictures lie in the model file itself.

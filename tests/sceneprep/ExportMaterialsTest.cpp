@@ -127,6 +127,21 @@ TEST_F(ExportMaterialsTest, NamesAreUniqueForObjAlone)
     }
 }
 
+TEST_F(ExportMaterialsTest, NamesThatBecomeEqualInObjAreToldApart)
+{
+    const WriteFormat format = *FindWriteFormat("a.obj");
+    MaterialExporter exporter(scene_, textures_, format);
+    scene_.MaterialLibrary[0].SetName("red\r\npaint");
+    scene_.MaterialLibrary[1].SetName(" red paint");
+    Surface first = SurfaceOf(0);
+    Surface second = SurfaceOf(1);
+    exporter.Find(first);
+    exporter.Find(second);
+    exporter.MoveTo(target_);
+    EXPECT_EQ(NameOf(*target_.mMaterials[0]), "red paint");
+    EXPECT_EQ(NameOf(*target_.mMaterials[1]), "red paint_2");
+}
+
 TEST_F(ExportMaterialsTest, WithoutAMaterialTheDefaultOneIsTaken)
 {
     const WriteFormat format = *FindWriteFormat("a.dae");

@@ -10,6 +10,7 @@
 #include <sceneprep/SceneStats.h>
 #include <sceneprep/TestFiles.h>
 #include <support/SceneText.h>
+#include <nlohmann/json.hpp>
 
 #include <sstream>
 
@@ -80,6 +81,32 @@ TEST_P(RoundTripTest, ShearComesBack)
     ExpectSameWorld(Measure(back), Measure(scene));
 }
 
+/// Letters that mean something in one format or another.
+const std::vector<std::string> kHostileNames = {"a \"b\" c", "it's", "<&>", "a\\", "#a",  "a\nb", "\r\n",
+                                                "a\x01\tb",  "::",   "*1",  " a ", "{;}", "]]>",  "%20"};
+
+TEST_P(RoundTripTest, NamesDoNotBreakTheFile)
+{
+    SceneContainer plain = Support::Scene("Root( A[a=m:c] B[b=n:d] )");
+    plain.MaterialLibrary[0].SetOpacity(0.5F);
+    Export(plain, GetParam());
+    SceneContainer plainBack = Reimport(GetParam());
+    const std::size_t materials = CountScene(plainBack).materials;
+    for (const std::string& name : kHostileNames)
+    {
+        SceneContainer scene = Support::Scene("Root( A[a=m:c] B[b=n:d] )");
+        scene.MaterialLibrary[0].SetOpacity(0.5F);
+        scene.MaterialLibrary[0].SetName(name);
+        Support::NodeNamed(scene, "A").SetName(name);
+        Support::MeshOf(scene, "a").SetName(name);
+        scene.SurfaceLibrary[0].SetName(name);
+        Export(scene, GetParam());
+        SceneContainer back = Reimport(GetParam());
+        ExpectSameWorld(Measure(back), Measure(scene));
+        EXPECT_EQ(CountScene(back).materials, materials) << name;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Formats, RoundTripTest,
                          testing::Values("out.3ds", "out.3mf", "out.assbin", "out.dae", "out.fbx", "out.glb",
                                          "out.gltf", "out.obj", "out.ply", "out.stl", "out.x", "out.x3d"),
@@ -115,6 +142,19 @@ std::vector<std::string> AllExtensions()
 
 INSTANTIATE_TEST_SUITE_P(Formats, EveryFormatTest, testing::ValuesIn(AllExtensions()),
                          [](const auto& format) { return format.param; });
+
+TEST_F(ExportModelTest, NamesDoNotBreakAListing)
+{
+    for (const std::string& name : kHostileNames)
+    {
+        SceneContainer scene = Support::Scene("Root[a=m:c]");
+        scene.MaterialLibrary[0].SetName(name);
+        Support::NodeNamed(scene, "Root").SetName(name);
+        Support::MeshOf(scene, "a").SetName(name);
+        Export(scene, "out.json");
+        EXPECT_TRUE(nlohmann::json::accept(ReadText(folder_ / "out.json"))) << name;
+    }
+}
 
 TEST_F(ExportModelTest, SharedMeshesStaySharedInGltf)
 {

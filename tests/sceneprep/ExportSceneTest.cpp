@@ -160,6 +160,24 @@ TEST(ExportScene, MovingNodesGetNamesOfTheirOwn)
     EXPECT_EQ(Shape(*target->mRootNode), "Root0(Same_20 Same_30 Same0)");
 }
 
+TEST(ExportScene, NamesThatBecomeEqualInTheFileAreToldApart)
+{
+    SceneContainer scene = Scene("Root( A* B* )");
+    scene.NodeLibrary[1].SetName("a\"b");
+    scene.NodeLibrary[2].SetName("a_b");
+    const auto target = Build(scene, "a.fbx");
+    EXPECT_STREQ(target->mAnimations[0]->mChannels[0]->mNodeName.C_Str(), "a_b_2");
+    EXPECT_STREQ(target->mAnimations[0]->mChannels[1]->mNodeName.C_Str(), "a_b_3");
+    EXPECT_EQ(Shape(*target->mRootNode), "0(Root0(a_b_20 a_b_30))");
+}
+
+TEST(ExportScene, NamesOfMeshesAreOnOneLineToo)
+{
+    SceneContainer scene = Scene("Root[a]");
+    Support::MeshOf(scene, "a").SetName("a\nb");
+    EXPECT_STREQ(Build(scene)->mMeshes[0]->mName.C_Str(), "a b");
+}
+
 TEST(ExportScene, JointsAreBonesNamedAfterTheirNodes)
 {
     SceneContainer scene = Scene("Root( Hip@1,0,0 A[a=m] B@0,5,0[b=m] )");

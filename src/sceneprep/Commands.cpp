@@ -6,6 +6,7 @@
 #include <sceneprep/Prepare.h>
 #include <sceneprep/Report.h>
 #include <sceneprep/SceneTree.h>
+#include <sceneprep/StandardStreams.h>
 #include <sceneprep/WorkState.h>
 #include <unistd.h>
 
@@ -81,7 +82,10 @@ int RunCommand(const Options& options, std::ostream& out, std::ostream& errors)
     try
     {
         Progress progress = options.quiet ? Progress(nowhere, false) : MakeProgress(errors);
-        return Dispatch(options, out, errors, progress);
+        const int status = Dispatch(options, out, errors, progress);
+        if (HasArrived(out))
+            return status;
+        problem = kNoStdout;
     }
     catch (const ToolError& error)
     {
@@ -95,7 +99,7 @@ int RunCommand(const Options& options, std::ostream& out, std::ostream& errors)
     {
         problem = WorkState::DescribeFailure(error);
     }
-    errors << "sceneprep: " << problem << '\n';
+    errors << ErrorLine(problem);
     return kUnusable;
 }
 

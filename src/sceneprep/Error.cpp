@@ -1,5 +1,6 @@
 #include <sceneprep/Error.h>
 
+#include <algorithm>
 #include <sstream>
 
 namespace Sceneprep
@@ -12,6 +13,14 @@ std::string OneLine(const std::string& text)
     for (std::string word; words >> word;)
         line += line.empty() ? word : ' ' + word;
     return line;
+}
+
+std::string ErrorLine(const std::string& problem)
+{
+    std::string line = "sceneprep: " + problem;
+    std::replace_if(
+        line.begin(), line.end(), [](char letter) { return letter == '\n' || letter == '\r'; }, ' ');
+    return line + '\n';
 }
 
 }  // namespace Sceneprep

@@ -21,4 +21,7 @@ public:
 /// @return the text with every run of white space, line breaks included, as one blank and none at the ends.
 std::string OneLine(const std::string& text);
 
+/// @return what the program prints about a problem: one line, also where a file's name goes over several.
+std::string ErrorLine(const std::string& problem);
+
 }  // namespace Sceneprep

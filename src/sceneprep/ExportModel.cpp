@@ -75,12 +75,16 @@ void CheckWritable(const fs::path& file)
 
 void CheckFolderOf(const fs::path& file)
 {
-    const fs::path folder = fs::absolute(file).parent_path();
-    if (!fs::is_directory(folder))
+    std::error_code error;
+    const fs::path folder = fs::absolute(file, error).parent_path();
+    if (!fs::is_directory(folder, error))
         throw ToolError(
             fmt::format("cannot write {}: there is no folder {}; create it first", file.string(), folder.string()));
-    if (fs::is_directory(file))
+    const fs::file_type type = fs::status(file, error).type();
+    if (type == fs::file_type::directory)
         throw ToolError(fmt::format("cannot write {}: it is a folder; name a file", file.string()));
+    if (type == fs::file_type::none)
+        throw ToolError(fmt::format("cannot write {}: {}; choose another name", file.string(), error.message()));
 }
 
 std::vector<std::string> ExportModel(Importing::SceneContainer& scene, const Textures& textures, const fs::path& file,

@@ -78,11 +78,11 @@ int RunIsolated(const Options& options, std::ostream& errors, const std::functio
             return kStoppedBySignal + SIGPIPE;  // who read the output has enough of it
         if (result.interruptedBy != 0)
         {
-            errors << "sceneprep: " << StopText() << '\n';
+            errors << ErrorLine(StopText());
             return kStoppedBySignal + result.interruptedBy;
         }
         const bool memory = WorkState::RanOutOfMemory();
-        errors << "sceneprep: " << (memory ? WorkState::DescribeShortage() : CrashText(result.killedBy)) << '\n';
+        errors << ErrorLine(memory ? WorkState::DescribeShortage() : CrashText(result.killedBy));
         if (!LeaveOutCurrentInput(now.prepare))
             return kUnusable;
     }

@@ -62,9 +62,13 @@ void ModelSource::Release(unsigned index)
 
 void CheckReadable(const std::filesystem::path& file)
 {
-    if (!std::filesystem::exists(file))
+    std::error_code error;
+    const std::filesystem::file_type type = std::filesystem::status(file, error).type();
+    if (type == std::filesystem::file_type::none)
+        throw ToolError(fmt::format("cannot read {}: {}; check the path", file.string(), error.message()));
+    if (type == std::filesystem::file_type::not_found)
         throw ToolError(fmt::format("cannot read {}: there is no such file; check the path", file.string()));
-    if (!std::filesystem::is_regular_file(file))
+    if (type != std::filesystem::file_type::regular)
         throw ToolError(fmt::format("cannot read {}: it is not a file; name a model file", file.string()));
     if (!Assimp::Importer().IsExtensionSupported(file.extension().string()))
         throw ToolError(fmt::format("cannot read {}: '{}' is no known kind of model; 'sceneprep formats' lists them",

@@ -53,7 +53,7 @@ void TellProblems(const std::vector<std::string>& problems, Progress& progress, 
 {
     progress.Clear();
     for (const std::string& problem : problems)
-        errors << "sceneprep: " << problem << '\n';
+        errors << ErrorLine(problem);
 }
 
 SceneFigures MeasureInStep(const char* name, Importing::SceneContainer& scene, Progress& progress,

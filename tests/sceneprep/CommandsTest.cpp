@@ -103,6 +103,38 @@ TEST_F(CommandsTest, FormatsNeedNoPlugin)
     EXPECT_THAT(out_.str(), HasSubstr("  .glb "));
 }
 
+TEST_F(CommandsTest, ResultsThatDoNotArriveAreAnError)
+{
+    options_.command = Command::Formats;
+    out_.setstate(std::ios::badbit);
+    EXPECT_EQ(Run(), kUnusable);
+    EXPECT_EQ(errors_.str(), "sceneprep: cannot write the results to stdout; is its disk full, or is it closed?\n");
+}
+
+TEST_F(CommandsTest, NamesThatAreTooLongAreToldBeforeTheWork)
+{
+    const std::string name(300, 'n');
+    options_.command = Command::Prepare;
+    options_.prepare.inputs = {WriteSmallObj(folder_)};
+    options_.prepare.output = folder_ / (name + ".obj");
+    EXPECT_EQ(Run(), kUnusable);
+    EXPECT_THAT(errors_.str(), testing::MatchesRegex("sceneprep: cannot write [^\n]*: File name too long; choose "
+                                                     "another name\n"));
+    errors_.str("");
+    options_.prepare.inputs = {folder_ / (name + ".obj")};
+    EXPECT_EQ(Run(), kUnusable);
+    EXPECT_THAT(errors_.str(),
+                testing::MatchesRegex("sceneprep: cannot read [^\n]*: File name too long; check the path\n"));
+}
+
+TEST_F(CommandsTest, AnErrorIsOneLineWhateverTheFileIsCalled)
+{
+    options_.command = Command::Inspect;
+    options_.inspect.input = "no\nsuch.obj";
+    EXPECT_EQ(Run(), kUnusable);
+    EXPECT_EQ(errors_.str(), "sceneprep: cannot read no such.obj: there is no such file; check the path\n");
+}
+
 TEST_F(CommandsTest, QuietTellsResultsAndErrorsAlone)
 {
     options_.command = Command::Prepare;

@@ -12,4 +12,10 @@ TEST(OneLine, JoinsLinesAndRunsOfWhiteSpace)
 
 TEST(OneLine, LeavesNothingOfWhiteSpaceAlone) { EXPECT_EQ(Sceneprep::OneLine(" \n "), ""); }
 
+TEST(ErrorLine, HasNoBreaksWithin)
+{
+    EXPECT_EQ(Sceneprep::ErrorLine("cannot read a\r\nb  c.obj; check it"),
+              "sceneprep: cannot read a  b  c.obj; check it\n");
+}
+
 }  // namespace

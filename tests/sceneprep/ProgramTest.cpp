@@ -84,6 +84,23 @@ TEST(Program, HelpAndVersionAndFormatsExitWithZero)
     }
 }
 
+TEST(Program, ResultsThatDoNotArriveExitWithOne)
+{
+    const TemporaryFolder folder;
+    const std::string errors = (folder / "err").string();
+    for (const std::string arguments : {"--help", "formats", "inspect --quiet " SCENEPREP_EXAMPLES "/workshop.gltf"})
+    {
+        for (const std::string redirection : {">/dev/full", ">&-"})
+        {
+            const std::string command =
+                SCENEPREP_PROGRAM " " + arguments + ' ' + redirection + " 2>" + errors + " </dev/null";
+            const int status = std::system(command.c_str());
+            EXPECT_EQ(WEXITSTATUS(status), 1) << command;
+            EXPECT_THAT(ReadText(errors), testing::MatchesRegex("sceneprep: cannot write the results[^\n]+\n"));
+        }
+    }
+}
+
 TEST(Program, PrintsTheTree)
 {
     const TemporaryFolder folder;

@@ -79,7 +79,7 @@ std::unique_ptr<aiMaterial> MaterialExporter::Convert(Surface& surface)
 
 std::string MaterialExporter::NameFor(const std::string& wanted)
 {
-    const std::string name = ExportName(wanted, format_);
+    std::string name = ExportName(wanted, format_);
     if (!format_.IsObj())
         return name;
     // Materials of one name would become one material.

@@ -83,12 +83,47 @@ void WriteReports(const PrepareOptions& options, const PrepareReport& report, co
                    [&](std::ostream& file) { Report::WritePage(file, report, pictures.before, pictures.after); });
 }
 
-void TellAll(const PrepareOptions& options, const PrepareReport& report, const Pictures& pictures, Progress& progress,
-             std::ostream& out)
+PrepareReport BeginReport(const PrepareOptions& options, const LoadedInputs& loaded)
 {
-    WriteReports(options, report, pictures);
-    progress.Clear();
-    out << ReportText(report);
+    PrepareReport report;
+    report.inputs = loaded.inputs;
+    report.leftOut = loaded.leftOut;
+    report.output = options.output;
+    report.steps = loaded.steps;
+    return report;
+}
+
+void Process(const PrepareOptions& options, LoadedInputs& loaded, Progress& progress, PrepareReport& report,
+             Pictures& pictures)
+{
+    Importing::SceneContainer& scene = *loaded.scene;
+    report.before = MeasureInStep("Measure", scene, progress, report);
+    Tell(loaded.notes, progress, report);
+    Tell(NotesOnTriangles(report.before.world), progress, report);
+
+    WorkState::Enter(WorkState::Phase::Preparing, loaded.inputs.front());
+    if (!options.reportFile.empty())
+        pictures.before = Report::TakePicture(scene, report.before.world);
+    std::vector<StepResult> results = MakePipeline(options.steps).Run(scene, progress);
+    report.steps.insert(report.steps.end(), std::make_move_iterator(results.begin()),
+                        std::make_move_iterator(results.end()));
+    report.after = MeasureInStep("Measure again", scene, progress, report);
+    report.differences = FindDifferences(report.before.world, report.after.world, TurnsFaces(options.steps));
+    if (!options.reportFile.empty())
+        pictures.after = Report::TakePicture(scene, report.after.world);
+}
+
+void Export(const PrepareOptions& options, LoadedInputs& loaded, Progress& progress, PrepareReport& report)
+{
+    WorkState::Enter(WorkState::Phase::Writing, options.output);
+    RebaseReferences(*loaded.scene, loaded.inputs.front(), options.output, loaded.textures);
+    std::vector<std::string> notes;
+    report.steps.push_back(RunStep("Export", progress, [&] {
+        ReturnFreedMemory();
+        notes = ExportModel(*loaded.scene, loaded.textures, options.output, progress,
+                            {options.jsonFile, options.reportFile});
+    }));
+    Tell(notes, progress, report);
 }
 
 }  // namespace
@@ -103,46 +138,21 @@ int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ost
         TellProblems(loaded.problems, progress, errors);
         throw ToolError("no input is left; name one that can be read");
     }
-    Importing::SceneContainer& scene = *loaded.scene;
 
-    PrepareReport report;
-    report.inputs = loaded.inputs;
-    report.leftOut = loaded.leftOut;
-    report.output = options.output;
-    report.steps = loaded.steps;
-    report.before = MeasureInStep("Measure", scene, progress, report);
-    Tell(loaded.notes, progress, report);
-    Tell(NotesOnTriangles(report.before.world), progress, report);
-
-    WorkState::Enter(WorkState::Phase::Preparing, loaded.inputs.front());
+    PrepareReport report = BeginReport(options, loaded);
     Pictures pictures;
-    if (!options.reportFile.empty())
-        pictures.before = Report::TakePicture(scene, report.before.world);
-    std::vector<StepResult> results = MakePipeline(options.steps).Run(scene, progress);
-    report.steps.insert(report.steps.end(), std::make_move_iterator(results.begin()),
-                        std::make_move_iterator(results.end()));
-    report.after = MeasureInStep("Measure again", scene, progress, report);
-    report.differences = FindDifferences(report.before.world, report.after.world, TurnsFaces(options.steps));
-    if (!options.reportFile.empty())
-        pictures.after = Report::TakePicture(scene, report.after.world);
-    if (options.strict && !report.differences.empty())
-    {
-        TellAll(options, report, pictures, progress, out);
-        TellProblems(loaded.problems, progress, errors);
+    Process(options, loaded, progress, report, pictures);
+    const bool isRefused = options.strict && !report.differences.empty();
+    if (!isRefused)
+        Export(options, loaded, progress, report);
+
+    WriteReports(options, report, pictures);
+    progress.Clear();
+    out << ReportText(report);
+    TellProblems(loaded.problems, progress, errors);
+    if (isRefused)
         throw ToolError(fmt::format("{} would show another world ({}); leave steps out, or --strict",
                                     options.output.string(), fmt::join(report.differences, ", ")));
-    }
-
-    WorkState::Enter(WorkState::Phase::Writing, options.output);
-    RebaseReferences(scene, loaded.inputs.front(), options.output, loaded.textures);
-    std::vector<std::string> notes;
-    report.steps.push_back(RunStep("Export", progress, [&] {
-        ReturnFreedMemory();
-        notes = ExportModel(scene, loaded.textures, options.output, progress, {options.jsonFile, options.reportFile});
-    }));
-    Tell(notes, progress, report);
-    TellAll(options, report, pictures, progress, out);
-    TellProblems(loaded.problems, progress, errors);
     return report.leftOut.empty() ? kDone : kUnusable;
 }
 

@@ -19,9 +19,8 @@ std::string SpellingOf(const Textures& textures, const std::string& entry);
 ///         its own.
 const EmbeddedTexture* FindEmbedded(const Textures& textures, const std::string& reference);
 
-/// @return a reference to a texture file that stands in the model file `from`, as it has to stand in `to` to mean the
-/// same
-///         file. Absolute ones, and those into the net, stay; so do all where the two lie in one folder.
+/// @return a reference to a texture file that stands in the model file `from`, as it has to stand in `to`, to mean the
+///         same file. Absolute ones, and those into the net, stay; so do all where the two lie in one folder.
 std::string RebasedReference(const std::string& reference, const std::filesystem::path& from,
                              const std::filesystem::path& to);
 

@@ -10,8 +10,7 @@ namespace Sceneprep
 std::string EncodeUri(const std::string& path);
 
 /// @return the path that a reference of a glTF file means. A percent sign that two hexadecimal digits do not follow,
-/// and
-///         a reference into the net, stay as they are.
+///         and a reference into the net, stay as they are.
 std::string DecodeUri(const std::string& uri);
 
 }  // namespace Sceneprep

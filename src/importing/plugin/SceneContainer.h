@@ -217,8 +217,7 @@ public:
     /// node that several lists lead to is visited once for each path.
     /// @return 0
     /// @throws std::out_of_range when a listed triangle mesh has no whole first triangle, an empty one included, or is
-    /// to
-    ///         be flipped and its index count is two more than a multiple of three.
+    ///         to be flipped and its index count is two more than a multiple of three.
     virtual int CheckFacesOrientation(int node, const D3DXMATRIX& worldMatrix);
     /// At and below node: takes negative scale out of local matrices, bakes it into the node's meshes and hands it on
     /// to the children as pendingScale; then tests faces as above, with the node's matrix times parentWorld.

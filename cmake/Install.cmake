@@ -1,22 +1,22 @@
-# `cmake --install` puts in place: the libraries, the headers, a package file for find_package(SceneContainer), the licence;
-# and sceneprep with its manual page and completions for shells.
+# `cmake --install` installs the libraries, their headers, package files for CMake and pkg-config, and the licence; and
+# sceneprep with its manual page and completions for shells.
 include(CMakePackageConfigHelpers)
 
 set(IMPORTING_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/SceneContainer)
 
+# Each target lists its public headers in a file set; other headers are internal and stay out.
 set(libraries SceneContainer)
-set(headers ${PROJECT_SOURCE_DIR}/src/importing)
 if(NOT IMPORTING_HOST_LIBRARY)
     list(APPEND libraries Brindle)
-    list(APPEND headers ${PROJECT_SOURCE_DIR}/src/brindle)
+endif()
+if(TARGET Pipeline)
+    list(PREPEND libraries Pipeline)
 endif()
 install(TARGETS ${libraries} EXPORT SceneContainerTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(DIRECTORY ${headers}
-    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(EXPORT SceneContainerTargets NAMESPACE SceneContainer:: DESTINATION ${IMPORTING_CMAKE_DIR})
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/SceneContainerConfig.cmake.in
@@ -24,6 +24,8 @@ configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/SceneContainerConfig.c
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/SceneContainerConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/SceneContainerConfig.cmake ${PROJECT_BINARY_DIR}/SceneContainerConfigVersion.cmake
     DESTINATION ${IMPORTING_CMAKE_DIR})
+include(cmake/PkgConfig.cmake)
+
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
 if(TARGET sceneprep)
     install(TARGETS sceneprep RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})

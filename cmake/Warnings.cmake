@@ -1,5 +1,5 @@
-# Warnings are errors in our own code; IMPORTING_WARNINGS_AS_ERRORS=OFF helps with a compiler that is newer than ours.
-option(IMPORTING_WARNINGS_AS_ERRORS "Treat warnings as errors" ON)
+# Warnings are errors when our own code is developed. IMPORTING_WARNINGS_AS_ERRORS=OFF helps with a newer compiler.
+option(IMPORTING_WARNINGS_AS_ERRORS "Treat warnings as errors" ${PROJECT_IS_TOP_LEVEL})
 
 if(MSVC)
     add_compile_options(/W4 /permissive- /utf-8)

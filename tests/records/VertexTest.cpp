@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
@@ -65,6 +66,15 @@ TEST(Vertex, ThreeUVSetsAreExpectedAndMoreAreHeld)
 {
     EXPECT_EQ(Vertex::MAX_NUM_MAP, 3);
     EXPECT_EQ(With(20, 0).GetTexCoordCount(), 20U);
+}
+
+TEST(Vertex, NumberOfUVSetsIsACompileTimeConstantWithAnAddress)
+{
+    static_assert(Vertex::MAX_NUM_MAP == 3);
+    const std::array<int, Vertex::MAX_NUM_MAP> sets{};
+    EXPECT_EQ(sets.size(), 3U);
+    const int* address = &Vertex::MAX_NUM_MAP;
+    EXPECT_EQ(*address, 3);
 }
 
 TEST(Vertex, PositionAndNormalAreSetInBothForms)

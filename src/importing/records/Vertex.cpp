@@ -31,7 +31,8 @@ std::uint64_t GrownCapacity(std::uint64_t count, std::uint64_t capacity)
 
 }  // namespace
 
-const int Vertex::MAX_NUM_MAP = 3;
+// The value is in the header; this definition lets users take the address of the constant.
+const int Vertex::MAX_NUM_MAP;
 
 /// Both sequences of a vertex in one allocation: this header, the texture coordinates, the weights.
 struct Vertex::Block

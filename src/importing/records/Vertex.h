@@ -24,8 +24,8 @@ public:
     /// A weight: joint index and share.
     using Weight = std::pair<std::uint32_t, float>;
 
-    /// The number of UV sets that users are expected to fill. A vertex may hold more.
-    static const int MAX_NUM_MAP;
+    /// The number of UV sets that users are expected to fill, as a compile-time constant. A vertex may hold more.
+    static const int MAX_NUM_MAP = 3;
 
 #if defined(_MSC_VER)  // its layout does not fill the padding behind the hash
     static constexpr std::size_t InlineTexCoords = 2;

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <clocale>
+#include <initializer_list>
 #include <string>
 
 namespace
@@ -31,7 +34,7 @@ const Case kCases[] = {
     {"NothingButBlanks", " \t\v\r\n ", ""},
     {"FormFeedIsNotTrimmed", "\fwood.png\f", "\fwood.png\f"},
     {"BackslashesStay", "C:\\Wood.PNG", "c:\\wood.png"},
-    {"BytesAbove127Stay", "H\xC3\x96LZ.png", "h\xC3\x96lz.png"},
+    {"MultiByteCharactersStay", "H\xC3\x96LZ.png", "h\xC3\x96lz.png"},
 };
 
 INSTANTIATE_TEST_SUITE_P(, TextureName, testing::ValuesIn(kCases),
@@ -41,6 +44,51 @@ TEST(TextureNames, ANormalizedNameStaysAsItIs)
 {
     for (const Case& row : kCases)
         EXPECT_EQ(NormalizeTextureName(row.expected), row.expected);
+}
+
+TEST(TextureNames, BytesAbove127StayInTheCLocale)
+{
+    for (int byte = 128; byte < 256; ++byte)
+    {
+        const std::string text(1, static_cast<char>(byte));
+        EXPECT_EQ(NormalizeTextureName(text), text) << byte;
+    }
+}
+
+/// Sets the character type of the process to that of a locale while it lives.
+class CharacterType
+{
+public:
+    explicit CharacterType(std::initializer_list<const char*> names)
+    {
+        for (const char* name : names)
+            isSet_ = isSet_ || std::setlocale(LC_CTYPE, name) != nullptr;
+    }
+    CharacterType(const CharacterType&) = delete;
+    CharacterType& operator=(const CharacterType&) = delete;
+    ~CharacterType() { std::setlocale(LC_CTYPE, "C"); }
+
+    bool IsSet() const { return isSet_; }
+
+private:
+    bool isSet_ = false;
+};
+
+TEST(TextureNames, BytesAbove127AreLoweredByALocaleOfOneByteCharacters)
+{
+    const CharacterType latin1{"en_US.iso88591", "de_DE.iso88591", "fr_FR.iso88591"};
+    if (!latin1.IsSet())
+        GTEST_SKIP() << "no ISO 8859-1 locale is installed";
+    EXPECT_EQ(NormalizeTextureName("H\xD6LZ.PNG"), "h\xF6lz.png");
+}
+
+TEST(TextureNames, Byte255WidensToEOFAndStaysInEveryLocale)
+{
+    const CharacterType russian{"ru_RU.koi8r"};
+    if (!russian.IsSet())
+        GTEST_SKIP() << "no KOI8-R locale is installed";
+    EXPECT_EQ(std::tolower(0xFF), 0xDF);
+    EXPECT_EQ(NormalizeTextureName("\xE0\xFF"), "\xC0\xFF");
 }
 
 TEST(TextureNames, ZeroBytesAreKept)

@@ -2,17 +2,21 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 
 namespace Importing
 {
 namespace
 {
 
-/// Bytes above 127 stay, whatever the locale: names are the same everywhere.
+/// Returns what tolower makes of a byte that is widened as a signed char. Of the negative values that this gives,
+/// tolower is defined for EOF alone, which stays; for the others the byte's own value stands in, as C libraries that
+/// accept negative values do.
 char LowerCase(char c)
 {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte > 127 ? c : static_cast<char>(std::tolower(byte));
+    if (static_cast<signed char>(c) == EOF)
+        return c;
+    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
 }
 
 }  // namespace

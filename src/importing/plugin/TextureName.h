@@ -5,8 +5,14 @@
 namespace Importing
 {
 
-/// A texture reference in the form in which the texture library keeps it: every byte in lower case by the runtime's
-/// tolower, without space, tab, vertical tab, carriage return and line feed at both ends.
+/// Returns a texture reference in the form in which the texture library stores it: in lower case, without space, tab,
+/// vertical tab, carriage return and line feed at either end.
+///
+/// Each byte is lowered by the runtime's tolower in the current locale, after widening as a signed char; byte 0xFF,
+/// which widens to EOF, stays. In the "C" locale, which is current unless the program sets another, bytes above 127
+/// stay too. Deliberate: text is lowered byte by byte, so characters of several bytes keep their case.
+///
+/// Cost: linear in the length.
 std::string NormalizeTextureName(const std::string& text);
 
 }  // namespace Importing

@@ -1,4 +1,5 @@
 #include <importing/geometry/Geometry.h>
+#include <importing/geometry/Triangles.h>
 
 #include <geometry/AgainstModel.h>
 #include <geometry/Overrides.h>
@@ -194,11 +195,50 @@ TEST(PointCacheNormals, NormalsShorterThanTheFramesAreRefused)
     }
 }
 
-TEST(PointCacheNormals, NormalsShorterThanTheFramesAreRefusedWithoutFacesToo)
+TEST(PointCacheNormals, WithoutTrianglesNoNormalsAreNeeded)
 {
     Geometry mesh = WedgeWithFrames({0, 30});
     mesh.IndexArray.clear();
+    mesh.PointCacheNormals.clear();
+    ExpectUntouched(mesh, 0, &Geometry::ComputePointCacheNormals);
+    mesh.IndexArray = {98, 99};
+    ExpectUntouched(mesh, 0, &Geometry::ComputePointCacheNormals);
+}
+
+TEST(PointCacheNormals, NormalsOfTheLastFrameMayEndBeforeAnUnusedVertex)
+{
+    Geometry mesh = WedgeWithFrames({0, 30});
+    mesh.IndexArray.resize(3);
     mesh.PointCacheNormals.resize(7);
+    EXPECT_EQ(mesh.ComputePointCacheNormals(), 0);
+    ASSERT_EQ(mesh.PointCacheNormals.size(), 7U);
+    EXPECT_TRUE(SameFloats(mesh.PointCacheNormals[3], kUnwritten));
+    for (const std::size_t i : {0U, 1U, 2U, 4U, 5U, 6U})
+        EXPECT_EQ(mesh.PointCacheNormals[i], D3DXVECTOR3(0, 0, 1));
+    mesh.PointCacheNormals.resize(6);
+    ExpectBadSubscript(Hashed(mesh), &Geometry::ComputePointCacheNormals);
+}
+
+TEST(PointCacheNormals, AnIndexBeyondTheVerticesReachesTheEntriesAfterTheFrame)
+{
+    Geometry mesh = WedgeWithFrames({0});
+    mesh.PointCachePositions.emplace_back(2, 3, 5);
+    mesh.PointCacheNormals.push_back(kUnwritten);
+    mesh.IndexArray = {0, 1, 4};
+    ASSERT_EQ(mesh.VertexArray.size(), 4U);
+    const D3DXVECTOR3 corners[3] = {mesh.PointCachePositions[0], mesh.PointCachePositions[1],
+                                    mesh.PointCachePositions[4]};
+    EXPECT_EQ(mesh.ComputePointCacheNormals(), 0);
+    EXPECT_TRUE(SameFloats(mesh.PointCacheNormals[4], TriangleNormal(corners[0], corners[1], corners[2])));
+    EXPECT_TRUE(SameFloats(mesh.PointCacheNormals[2], kUnwritten));
+    mesh.IndexArray = {0, 1, 5};
+    ExpectBadSubscript(Hashed(mesh), &Geometry::ComputePointCacheNormals);
+}
+
+TEST(PointCacheNormals, AnIndexBeyondTheVerticesIsRefusedWhereOnlyTheLastFrameLacksItsEntry)
+{
+    Geometry mesh = WedgeWithFrames({0, 30});
+    mesh.IndexArray[5] = 4;
     ExpectBadSubscript(Hashed(mesh), &Geometry::ComputePointCacheNormals);
 }
 

@@ -20,6 +20,16 @@ void CheckFaces(const Geometry& mesh)
             throw std::out_of_range("invalid vector<T> subscript");
 }
 
+/// Checks every entry that the frames before `end` read or write.
+void CheckPointCacheEntries(const Geometry& mesh, std::size_t end)
+{
+    for (std::size_t base = 0; base < end; base += mesh.VertexArray.size())
+        for (std::size_t i = 0; i < mesh.IndexArray.size() / 3 * 3; ++i)
+            if (base + mesh.IndexArray[i] >= mesh.PointCachePositions.size() ||
+                base + mesh.IndexArray[i] >= mesh.PointCacheNormals.size())
+                throw std::out_of_range("invalid vector<T> subscript");
+}
+
 D3DXVECTOR3 CrossOfEdges(const D3DXVECTOR3& p0, const D3DXVECTOR3& p1, const D3DXVECTOR3& p2)
 {
     const D3DXVECTOR3 e1(p1.x - p0.x, p1.y - p0.y, p1.z - p0.z);
@@ -120,9 +130,7 @@ int ComputePointCacheNormals(Geometry& mesh)
     const auto frames = static_cast<std::int32_t>(mesh.PointCachePositions.size() / vertexCount);
     if (frames <= 0)
         return 0;
-    if (mesh.PointCacheNormals.size() < static_cast<std::size_t>(frames) * vertexCount)
-        throw std::out_of_range("invalid vector<T> subscript");
-    CheckFaces(mesh);
+    CheckPointCacheEntries(mesh, static_cast<std::size_t>(frames) * vertexCount);
 
     for (std::int32_t frame = 0; frame < frames; ++frame)
     {

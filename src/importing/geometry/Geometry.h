@@ -188,8 +188,11 @@ public:
     /// @{
     /// Writes smooth normals for every whole frame of the point cache; nothing is split. Positions of the vertices are
     /// not read. A mesh without vertices has no frames.
-    /// @throws std::out_of_range before anything has changed, when PointCacheNormals is shorter than the frames need,
-    ///         or an index is not below V.
+    ///
+    /// With v an index of a whole triangle, frame f reads PointCachePositions[f x V + v] and writes
+    /// PointCacheNormals[f x V + v]; no other entry matters. So PointCacheNormals may be shorter than the frames where
+    /// no triangle uses the entries that are missing, and an index of V or more is good where all its entries exist.
+    /// @throws std::out_of_range before anything has changed, when an entry that is used does not exist.
     virtual int ComputePointCacheNormals();
     /// @}
 

@@ -2,18 +2,30 @@
 #include <importing/geometry/Geometry.h>
 #include <importing/geometry/Triangles.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <vector>
 
 namespace Importing
 {
 namespace
 {
 
-/// Writes the normals of one frame: positions and normals are that frame's entries, one a vertex.
-void SmoothFrame(const D3DXVECTOR3* positions, D3DXVECTOR3* normals, std::size_t vertexCount,
+/// Returns one more than the largest index that a triangle uses; 0 without triangles.
+std::size_t EndOfUsedIndices(const std::vector<std::uint32_t>& indices)
+{
+    const auto used = static_cast<std::ptrdiff_t>(kTriangle * TriangleCount(indices));
+    const auto largest = std::max_element(indices.begin(), indices.begin() + used);
+    return used == 0 ? 0 : std::size_t{*largest} + 1;
+}
+
+/// Writes the normals of one frame. Positions and normals begin at the frame's first entry and hold at least `end`
+/// more, where every index is below `end`.
+void SmoothFrame(const D3DXVECTOR3* positions, D3DXVECTOR3* normals, std::size_t end,
                  const std::vector<std::uint32_t>& indices)
 {
-    std::vector<bool> visited(vertexCount);
+    std::vector<bool> visited(end);
     for (std::size_t face = 0; face < TriangleCount(indices); ++face)
     {
         const std::uint32_t* corners = indices.data() + kTriangle * face;
@@ -49,13 +61,15 @@ int Geometry::ComputePointCacheNormals()
     if (frames <= 0)
         return 0;
 
-    const std::size_t needed = static_cast<std::size_t>(frames) * vertexCount;
-    if (PointCacheNormals.size() < needed)
+    // What the last frame reaches is within the arrays for every frame before it. An index that is not below the vertex
+    // count is good where the entries go on after the frame.
+    const std::size_t lastFrame = (static_cast<std::size_t>(frames) - 1) * vertexCount;
+    const std::size_t end = EndOfUsedIndices(IndexArray);
+    if (end > 0 && lastFrame + end > std::min(PointCachePositions.size(), PointCacheNormals.size()))
         ThrowBadSubscript();
-    CheckTriangles(IndexArray, vertexCount);
 
-    for (std::size_t base = 0; base < needed; base += vertexCount)
-        SmoothFrame(PointCachePositions.data() + base, PointCacheNormals.data() + base, vertexCount, IndexArray);
+    for (std::size_t frame = 0; end > 0 && frame <= lastFrame; frame += vertexCount)
+        SmoothFrame(PointCachePositions.data() + frame, PointCacheNormals.data() + frame, end, IndexArray);
     return 0;
 }
 

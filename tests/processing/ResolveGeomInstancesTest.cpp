@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -102,6 +103,38 @@ TEST(ResolveGeomInstances, MakesFlatteningPlaceEverySharerOnItsOwn)
     EXPECT_EQ(Support::Low(Support::MeshOf(scene, "b")).x, 21);
 }
 
+TEST(ResolveGeomInstances, ABadMeshThatIsUsedOnceChangesNothingAndIsNoError)
+{
+    SceneContainer scene = Scene("Root[a=m b=m c d]");
+    scene.SurfaceLibrary[2].SetGeometryID(99);
+    scene.SurfaceLibrary[3].SetGeometryID(std::numeric_limits<int>::max());
+    EXPECT_EQ(MeshesOf(scene), (std::vector<int>{0, 3, 99, std::numeric_limits<int>::max()}));
+}
+
+TEST(ResolveGeomInstances, ABadMeshThatIsUsedTwiceIsRefusedBeforeAnythingChanges)
+{
+    for (const int mesh : {6, 99, std::numeric_limits<int>::max()})
+    {
+        SceneContainer scene = Scene("Root[a=m b=m c d]( A[e] )");
+        scene.SurfaceLibrary[2].SetGeometryID(mesh);
+        scene.SurfaceLibrary[3].SetGeometryID(mesh);
+        Support::ExpectBadIndex(scene, [&] { scene.ResolveGeomInstances(); });
+    }
+    SceneContainer scene = Scene("Root[a=m b=m c]( A[c] )");
+    scene.SurfaceLibrary[2].SetGeometryID(99);
+    Support::ExpectBadIndex(scene, [&] { scene.ResolveGeomInstances(); });
+}
+
+TEST(ResolveGeomInstances, AMeshIndexThatACopyMakesGoodIsCopiedAtItsSecondUse)
+{
+    SceneContainer scene = Scene("Root[a b=m c=m d=m]");
+    scene.SurfaceLibrary[0].SetGeometryID(2);
+    scene.SurfaceLibrary[3].SetGeometryID(2);
+    ASSERT_EQ(scene.GeometryLibrary.size(), 2U);
+    EXPECT_EQ(MeshesOf(scene), (std::vector<int>{2, 1, 2, 3}));
+    EXPECT_EQ(scene.GeometryLibrary[3].GetName(), "m");
+}
+
 TEST(ResolveGeomInstances, ABadSurfaceIndexChangesNothing)
 {
     SceneContainer scene = Scene("Root[a=mesh b=mesh]");
@@ -117,6 +150,15 @@ TEST(ResolveGeomInstancesOverrides, EveryCopyIsAnAddition)
     scene.ResolveGeomInstances();
     EXPECT_EQ(scene.Calls({"AddGeometryToLibrary"}),
               R"(AddGeometryToLibrary("m",true) AddGeometryToLibrary("n",true) AddGeometryToLibrary("m",true))");
+}
+
+TEST(ResolveGeomInstancesOverrides, ABadMeshIsRefusedAtItsSecondUse)
+{
+    Support::RecordingContainer scene(Scene("Root[a=m b=m c d]"));
+    scene.SurfaceLibrary[2].SetGeometryID(99);
+    scene.SurfaceLibrary[3].SetGeometryID(99);
+    EXPECT_THROW(scene.ResolveGeomInstances(), std::out_of_range);
+    EXPECT_EQ(scene.Calls({"AddGeometryToLibrary"}), R"(AddGeometryToLibrary("m",true))");
 }
 
 TEST(ResolveGeomInstancesOverrides, TheIndexThatAnOverrideReturnsIsUsed)

@@ -91,6 +91,30 @@ TEST(WorldProperties, ResolveGeomInstances)
         [](SceneContainer& scene, Dice&) { Models::ResolveGeomInstances(scene); });
 }
 
+/// Gives some surfaces mesh indices beyond the library, where copies may come to be.
+void SpoilMeshIndices(SceneContainer& scene, Dice& dice)
+{
+    if (!dice.OneIn(3))
+        return;
+    for (Surface& surface : scene.SurfaceLibrary)
+        if (dice.OneIn(6))
+            surface.SetGeometryID(static_cast<int>(scene.GeometryLibrary.size()) + dice.Below(3));
+}
+
+TEST(WorldProperties, ResolveGeomInstancesWithBadMeshIndices)
+{
+    CompareForms(
+        Crowded(),
+        [](SceneContainer& scene, Dice& dice) {
+            SpoilMeshIndices(scene, dice);
+            scene.ResolveGeomInstances();
+        },
+        [](SceneContainer& scene, Dice& dice) {
+            SpoilMeshIndices(scene, dice);
+            Models::ResolveGeomInstances(scene);
+        });
+}
+
 struct BoundsOutcome
 {
     D3DXVECTOR3 min{5, 5, 5};

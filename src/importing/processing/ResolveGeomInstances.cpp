@@ -1,7 +1,9 @@
 #include <importing/base/CheckedAccess.h>
+#include <importing/plugin/PlainContainer.h>
 #include <importing/plugin/SceneContainer.h>
 
 #include <cstddef>
+#include <set>
 #include <vector>
 
 namespace Importing
@@ -9,47 +11,89 @@ namespace Importing
 namespace
 {
 
-void CheckListings(const SceneContainer& scene)
+/// The mesh indices met so far. An index outside the library is stored like any other: it is an error only where its
+/// mesh is to be copied.
+class MetMeshes
 {
-    for (const Node& node : scene.NodeLibrary)
+public:
+    /// Returns whether the mesh is met for the first time.
+    bool Insert(int mesh, std::size_t librarySize)
     {
-        for (const std::int32_t surface : node.SurfaceList)
+        if (inside_.size() < librarySize)
+            inside_.resize(librarySize);
+        const auto index = static_cast<std::size_t>(mesh);
+        if (index >= inside_.size())
+            return outside_.insert(mesh).second;
+        if (inside_[index] || outside_.contains(mesh))
+            return false;
+        inside_[index] = true;
+        return true;
+    }
+
+private:
+    std::vector<bool> inside_;
+    std::set<int> outside_;
+};
+
+/// Walks the surface lists of all nodes in order and calls meshOf(surface) for each entry; where that gives a mesh that
+/// was met before, calls copyFor(surface, mesh). librarySize() is the number of meshes at that moment.
+template <typename MeshOf, typename LibrarySize, typename CopyFor>
+void ForEachRepeatedUse(const SceneContainer& scene, MeshOf meshOf, LibrarySize librarySize, CopyFor copyFor)
+{
+    MetMeshes met;
+    for (std::size_t node = 0; node < scene.NodeLibrary.size(); ++node)
+    {
+        // An override of the addition may change the library, so the list is looked up again each time.
+        for (std::size_t entry = 0; entry < At(scene.NodeLibrary, node).SurfaceList.size(); ++entry)
         {
-            const int geometry = At(scene.SurfaceLibrary, surface).GetGeometryID();
-            if (geometry >= 0)
-                CheckIndex(geometry, scene.GeometryLibrary.size());
+            const std::int32_t surface = scene.NodeLibrary[node].SurfaceList[entry];
+            const int mesh = meshOf(surface);
+            if (mesh >= 0 && !met.Insert(mesh, librarySize()))
+                copyFor(surface, mesh);
         }
     }
+}
+
+/// Plays the operation through on mesh indices alone, so that an index that does not exist changes nothing. A bad mesh
+/// index may become good on the way, when copies are appended.
+void CheckRepeatedUses(const SceneContainer& scene)
+{
+    std::vector<int> meshes;
+    meshes.reserve(scene.SurfaceLibrary.size());
+    for (const Surface& surface : scene.SurfaceLibrary)
+        meshes.push_back(surface.GetGeometryID());
+
+    std::size_t librarySize = scene.GeometryLibrary.size();
+    ForEachRepeatedUse(
+        scene, [&meshes](std::int32_t surface) { return At(meshes, surface); }, [&librarySize] { return librarySize; },
+        [&](std::int32_t surface, int mesh) {
+            CheckIndex(mesh, librarySize);
+            At(meshes, surface) = static_cast<int>(librarySize++);
+        });
+}
+
+void CheckSurfaces(const SceneContainer& scene)
+{
+    for (const Node& node : scene.NodeLibrary)
+        CheckIndices(node.SurfaceList, scene.SurfaceLibrary.size());
 }
 
 }  // namespace
 
 int SceneContainer::ResolveGeomInstances()
 {
-    CheckListings(*this);
+    if (IsPlain(*this))
+        CheckRepeatedUses(*this);
+    else
+        CheckSurfaces(*this);
 
-    std::vector<bool> seen(GeometryLibrary.size());
-    for (std::size_t node = 0; node < NodeLibrary.size(); ++node)
-    {
-        // An override of the addition may change the library, so the list is looked up anew each time.
-        for (std::size_t entry = 0; entry < At(NodeLibrary, node).SurfaceList.size(); ++entry)
-        {
-            const std::int32_t surface = NodeLibrary[node].SurfaceList[entry];
-            const int geometry = At(SurfaceLibrary, surface).GetGeometryID();
-            if (geometry < 0)
-                continue;
-            // Copies stand behind the meshes that were there; a surface that is listed again leads to one.
-            seen.resize(GeometryLibrary.size());
-            CheckIndex(geometry, seen.size());
-            if (!seen[static_cast<std::size_t>(geometry)])
-            {
-                seen[static_cast<std::size_t>(geometry)] = true;
-                continue;
-            }
-            const int copy = AddGeometryToLibrary(At(GeometryLibrary, geometry), true);
+    ForEachRepeatedUse(
+        *this, [this](std::int32_t surface) { return At(SurfaceLibrary, surface).GetGeometryID(); },
+        [this] { return GeometryLibrary.size(); },
+        [this](std::int32_t surface, int mesh) {
+            const int copy = AddGeometryToLibrary(At(GeometryLibrary, mesh), true);
             At(SurfaceLibrary, surface).SetGeometryID(copy);
-        }
-    }
+        });
     return 0;
 }
 

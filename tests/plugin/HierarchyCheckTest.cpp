@@ -46,6 +46,14 @@ TEST(CheckHierarchy, ChecksEveryWalkedNodeOnceParentsFirst)
     EXPECT_EQ(checked, (Indices{0, 1, 3, 2}));
 }
 
+TEST(CheckHierarchy, LeavesEveryWalkedNodeOnceChildrenFirst)
+{
+    Indices left;
+    CheckHierarchy(NodesOf({{1, 2, 1}, {3}, {3}, {}, {}}), 0, kWalkAll, kCheckNothing,
+                   [&left](std::int32_t node) { left.push_back(node); });
+    EXPECT_EQ(left, (Indices{3, 1, 2, 0}));
+}
+
 TEST(CheckHierarchy, NodesThatAreNotWalkedHideWhatLiesBelowThem)
 {
     std::vector<Node> nodes = NodesOf({{1}, {99, 1}});

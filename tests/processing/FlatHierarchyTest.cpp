@@ -233,6 +233,23 @@ TEST(FlatHierarchy, ANodeListedByTwoParentsIsQueuedTwice)
     EXPECT_EQ(ToText(scene), "Root[box]( P Q ) | D | Spare");
 }
 
+TEST(FlatHierarchy, TheSecondErasureOfANodeWithTwoParentsTakesTheNodeThatMovedIntoItsPlace)
+{
+    SceneContainer scene = Scene("Root( P( D[box] ) Q( &D ) ) | Spare | Other");
+    Flatten(scene);
+    EXPECT_EQ(ToText(scene), "Root[box]( P Q ) | Spare");
+}
+
+TEST(FlatHierarchy, ANodeWithTwoParentsThatIsTheLastOneIsErasedOnceAndThenRefused)
+{
+    SceneContainer scene = Scene("Root( P Q )");
+    scene.NodeLibrary.emplace_back();
+    scene.NodeLibrary[1].ChildList = {3};
+    scene.NodeLibrary[2].ChildList = {3};
+    Support::ExpectThrow<std::out_of_range>([&] { Flatten(scene); }, "invalid vector<T> subscript");
+    EXPECT_EQ(ToText(scene), "Root( P Q )");
+}
+
 TEST(FlatHierarchyInternal, AppendsCollapsedNodesChildrenBeforeParents)
 {
     SceneContainer scene = Scene("Root( A( B( C ) D* ) E )");
@@ -281,6 +298,42 @@ TEST(FlatHierarchy, ABadIndexChangesNothing)
     SceneContainer scene(good);
     Support::SurfaceNamed(scene, "d").SetGeometryID(-1);
     flatten(scene, 0, 0);
+}
+
+/// Flattens a scene in which surface "a" has a given mesh index.
+SceneContainer FlattenedWithMeshOfA(const char* text, int mesh, int minSurfaces)
+{
+    SceneContainer scene = Scene(text);
+    Support::SurfaceNamed(scene, "a").SetGeometryID(mesh);
+    EXPECT_EQ(scene.FlatHierarchy(0, Transform::Indentity, 0, Transform::Indentity, minSurfaces, -1, true), 0);
+    return scene;
+}
+
+TEST(FlatHierarchy, ABadMeshOfTheTargetsOwnSurfaceChangesNothingWhereMergingLooksItUp)
+{
+    for (const int mesh : {-1, 99})
+        for (const char* text : {"Root[a:red b:red]( P@1,0,0[c:red] )", "Root[a:red]( P@1,0,0( Q[c:red] ) )",
+                                 "Root[b:red a:red]( P@1,0,0[c:red] )"})
+        {
+            SceneContainer scene = Scene(text);
+            Support::SurfaceNamed(scene, "a").SetGeometryID(mesh);
+            Support::ExpectBadIndex(scene, [&] { Flatten(scene, 2); });
+        }
+}
+
+TEST(FlatHierarchy, ABadMeshOfTheTargetsOwnSurfaceIsNoErrorWhereMergingDoesNotLookItUp)
+{
+    EXPECT_EQ(ToText(FlattenedWithMeshOfA("Root[a:red]( P[b:blue] Q[c:blue] )", 99, 2)), "Root[a b]");
+    EXPECT_EQ(ToText(FlattenedWithMeshOfA("Root[a:red b:red]( P[c:red] )", -1, 4)), "Root[a b c]");
+    EXPECT_EQ(ToText(FlattenedWithMeshOfA("Root[b:red c:red d:blue e:blue a:grey]( P[f:pink] )", 99, -1)),
+              "Root[b a f]");
+}
+
+TEST(FlatHierarchy, ACycleIsFoundAlsoWhereTheTargetsOwnSurfaceHasABadMesh)
+{
+    SceneContainer scene = Scene("Root[a]( P( Q( &P ) ) )");
+    Support::SurfaceNamed(scene, "a").SetGeometryID(99);
+    Support::ExpectCycle(scene, [&] { Flatten(scene); });
 }
 
 TEST(FlatHierarchy, ACycleChangesNothing)

@@ -139,9 +139,18 @@ public:
     /// its end. With ignoreAnimation false an animated node stays with all that lies below it.
     ///
     /// Deliberate: a node of which a child was collapsed in this pass is kept, emptied of its objects; call again to
-    /// collapse more. A node that two parents list is walked, and may be queued for erasure, twice: the second erasure
-    /// takes the node that has moved into its place.
+    /// collapse more.
+    ///
+    /// A node with two parents is walked once for each of them. The first walk moves its objects, with the matrix of
+    /// the path through the first parent; the second walk finds none left. Deliberate: such a node may be queued for
+    /// erasure twice; the second erasure then removes the node that moved into its place, and throws where no node did.
+    ///
     /// @return 0
+    /// @throws std::out_of_range in a plain container before anything has changed, when targetNode, startNode, an index
+    ///         in a list of a walked node, the mesh of a surface that is to be moved, or a mesh of the target's own
+    ///         surfaces that merging looks up does not exist; and after everything else has been done, when a node that
+    ///         is queued twice was the last of its library.
+    /// @throws std::runtime_error "cycle in the node hierarchy" in a plain container, before anything has changed.
     virtual int FlatHierarchy(int targetNode, const D3DXMATRIX& targetMatrix, int startNode,
                               const D3DXMATRIX& startMatrix, int minSurfaces, int maxVertices, bool ignoreAnimation);
     /// The walk of FlatHierarchy: moves the objects, takes collapsed children out of their child lists and appends

@@ -5,6 +5,7 @@
 #include <importing/plugin/PlainContainer.h>
 #include <importing/plugin/SceneContainer.h>
 #include <importing/processing/EraseNodes.h>
+#include <importing/processing/MergePlan.h>
 #include <importing/processing/TickTimer.h>
 
 #include <algorithm>
@@ -176,6 +177,36 @@ int FlattenLiterally(SceneContainer& scene, int targetNode, const D3DXMATRIX& ta
     return 0;
 }
 
+/// Returns the target's surface list as it will be when all objects have been moved: children before parents, like the
+/// walk of a plain container.
+std::vector<std::int32_t> ListAfterMoving(const SceneContainer& scene, int targetNode, int startNode,
+                                          bool ignoreAnimation)
+{
+    std::vector<std::int32_t> list = At(scene.NodeLibrary, targetNode).SurfaceList;
+    CheckHierarchy(
+        scene.NodeLibrary, startNode,
+        [ignoreAnimation](const Node& node) { return !IsKeptWhole(node, ignoreAnimation); }, [](std::int32_t) {},
+        [&](std::int32_t node) {
+            const std::vector<std::int32_t>& moved = At(scene.NodeLibrary, node).SurfaceList;
+            if (node != targetNode)
+                list.insert(list.end(), moved.begin(), moved.end());
+        });
+    return list;
+}
+
+/// Checks the target's own surfaces, whose meshes merging looks up after everything has been moved. A bad mesh index is
+/// an error only where merging meets it, so in that rare case the merging is planned in advance.
+void CheckOwnSurfaces(const SceneContainer& scene, int targetNode, int startNode, int minSurfaces, int maxVertices,
+                      bool ignoreAnimation)
+{
+    bool allHaveMeshes = true;
+    for (const std::int32_t surface : At(scene.NodeLibrary, targetNode).SurfaceList)
+        allHaveMeshes &= IsValidIndex(At(scene.SurfaceLibrary, surface).GetGeometryID(), scene.GeometryLibrary.size());
+    if (!allHaveMeshes)
+        PlanMerges(ListAfterMoving(scene, targetNode, startNode, ignoreAnimation), scene.SurfaceLibrary,
+                   scene.GeometryLibrary, minSurfaces, maxVertices);
+}
+
 bool OnlyRootRemains(const SceneContainer& scene, int targetNode, const std::vector<std::uint32_t>& collapsed)
 {
     return targetNode == scene.GetRootNodeIndex() && scene.NodeLibrary.size() - collapsed.size() == 1;
@@ -195,7 +226,7 @@ int SceneContainer::FlatHierarchy(int targetNode, const D3DXMATRIX& targetMatrix
                                   const D3DXMATRIX& startMatrix, int minSurfaces, int maxVertices, bool ignoreAnimation)
 {
     if (IsPlain(*this))
-        CheckIndices(At(NodeLibrary, targetNode).SurfaceList, SurfaceLibrary.size());
+        CheckOwnSurfaces(*this, targetNode, startNode, minSurfaces, maxVertices, ignoreAnimation);
     std::vector<std::uint32_t> collapsed;
 
     const TickTimer flattening;

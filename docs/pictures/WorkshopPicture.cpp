@@ -21,7 +21,7 @@ constexpr int kHeight = 670;
 
 void Flatten(SceneContainer& scene, Sceneprep::Progress& progress)
 {
-    Sceneprep::Pipeline pipeline;
+    Sceneprep::StepSequence pipeline;
     Sceneprep::AddFlattenSteps(pipeline, Sceneprep::FlattenOptions{});
     pipeline.Run(scene, progress);
 }

@@ -81,8 +81,6 @@ D3DXVECTOR3 TimesCofactors(const D3DXVECTOR3& n, const D3DXMATRIX& m)
 
 }  // namespace
 
-bool HasTriangles(const Geometry& geometry) { return geometry.GetPolySize() == 3 && geometry.IndexArray.size() >= 3; }
-
 std::unique_ptr<aiMesh> ConvertMesh(Geometry& geometry)
 {
     auto mesh = std::make_unique<aiMesh>();

@@ -10,9 +10,6 @@
 namespace Sceneprep
 {
 
-/// @return whether the mesh can be written: triangles, and at least one of them.
-bool HasTriangles(const Importing::Geometry& geometry);
-
 /// Makes a mesh for a file: positions, normals, every UV set, triangles.
 /// @throws std::out_of_range when an index leads to no vertex.
 std::unique_ptr<aiMesh> ConvertMesh(Importing::Geometry& geometry);

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
+#include <sceneprep/AnimationTime.h>
 #include <sceneprep/Conversions.h>
 #include <sceneprep/CutMesh.h>
 #include <sceneprep/ExportMaterials.h>
@@ -9,7 +10,7 @@
 #include <sceneprep/ExportNames.h>
 #include <sceneprep/ExportObjects.h>
 #include <sceneprep/Hierarchy.h>
-#include <sceneprep/ImportAnimations.h>
+#include <sceneprep/ShownSurfaces.h>
 #include <sceneprep/Skeletons.h>
 
 #include <algorithm>

@@ -88,7 +88,7 @@ void MoveUnderAnchor(SceneContainer& scene, int parent, const std::vector<std::i
 
 }  // namespace
 
-void AddFlattenSteps(Pipeline& pipeline, const FlattenOptions& options)
+void AddFlattenSteps(StepSequence& pipeline, const FlattenOptions& options)
 {
     const auto skins = std::make_shared<std::vector<Node>>();
     if (!options.ignoreAnimation)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <importing/plugin/SceneContainer.h>
-#include <sceneprep/Pipeline.h>
+#include <sceneprep/StepSequence.h>
 
 namespace Sceneprep
 {
@@ -17,7 +17,7 @@ struct FlattenOptions
 /// Appends the steps that collapse a scene into its root, in this order: LeaveSkeletonsToJoints, TakeSkinnedSurfaces,
 /// AnchorAnimatedNodes, TurnMirroredFaces, Flatten, ReleaseAnchors, HangBelowRoot, DropUnreachableNodes; without the
 /// skeletons and the anchors when animation is ignored. The scene's surfaces must not share meshes.
-void AddFlattenSteps(Pipeline& pipeline, const FlattenOptions& options);
+void AddFlattenSteps(StepSequence& pipeline, const FlattenOptions& options);
 
 /// Hangs the topmost animated nodes under anchors that are children of the root and stand where the nodes' parents
 /// stood.

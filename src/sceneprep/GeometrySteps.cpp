@@ -1,6 +1,5 @@
 #include <sceneprep/GeometrySteps.h>
 
-#include <fmt/format.h>
 #include <sceneprep/SceneStats.h>
 
 #include <cstdint>
@@ -65,12 +64,12 @@ std::size_t CountChangedNormals(const std::vector<D3DXVECTOR3>& before, Geometry
 
 std::string TitleOf(const UVMapping& mapping)
 {
-    return fmt::format("Generate {} UVs, set {}", mapping.projection, mapping.set);
+    return "Generate " + mapping.projection + " UVs, set " + std::to_string(mapping.set);
 }
 
 }  // namespace
 
-void AddGeometrySteps(Pipeline& pipeline, const StepOptions& options)
+void AddGeometrySteps(StepSequence& pipeline, const StepOptions& options)
 {
     if (options.fixCulling)
         pipeline.AddGradual("Fix culling", FixCulling);

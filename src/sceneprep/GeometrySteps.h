@@ -1,7 +1,7 @@
 #pragma once
 
-#include <sceneprep/Pipeline.h>
 #include <sceneprep/StepOptions.h>
+#include <sceneprep/StepSequence.h>
 
 namespace Sceneprep
 {
@@ -11,7 +11,7 @@ namespace Sceneprep
 ///
 /// Normals that are going to be computed anew are forgotten before welding, or else they would keep corners of a
 /// faceted mesh apart.
-void AddGeometrySteps(Pipeline& pipeline, const StepOptions& options);
+void AddGeometrySteps(StepSequence& pipeline, const StepOptions& options);
 
 /// Turns the triangles whose three normals all point against them.
 Changes FixCulling(Importing::SceneContainer& scene, const PartListener& listener = IgnorePart);

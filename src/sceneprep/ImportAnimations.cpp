@@ -1,3 +1,4 @@
+#include <sceneprep/AnimationTime.h>
 #include <sceneprep/ImportAnimations.h>
 
 #include <fmt/format.h>

@@ -10,9 +10,6 @@
 namespace Sceneprep
 {
 
-/// Times of keys are in these ticks: a whole number of them fits a frame at 24, 25, 30, 50 and 60 frames a second.
-inline constexpr double kTicksPerSecond = 4800;
-
 /// Brings the animations of nodes into the scene: keys at every time at which position, rotation or scale has one, the
 /// other two interpolated. A node that several animations move keeps the first one. Time begins at 0: of what lies
 /// before, the place at 0 is kept. Morph targets do not move.

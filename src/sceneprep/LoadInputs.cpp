@@ -91,15 +91,15 @@ void Add(const fs::path& file, ReadInput input, Progress& progress, LoadedInputs
 
 }  // namespace
 
-LoadedInputs LoadInputs(const PrepareOptions& options, const PluginLibrary& plugin, Progress& progress)
+LoadedInputs LoadInputs(const std::vector<fs::path>& inputs, bool keepGoing, const PluginLibrary& plugin,
+                        Progress& progress)
 {
     LoadedInputs loaded;
-    loaded.leftOut = options.leftOut;
-    for (const fs::path& file : options.inputs)
+    for (const fs::path& file : inputs)
     {
         std::string problem;
         std::optional<ReadInput> input =
-            options.keepGoing ? TryToRead(file, plugin, progress, problem) : Read(file, plugin, progress);
+            keepGoing ? TryToRead(file, plugin, progress, problem) : Read(file, plugin, progress);
         if (input)
         {
             // What fails from here on leaves half a scene: it ends the work.

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <importing/plugin/SceneContainer.h>
-#include <sceneprep/Options.h>
-#include <sceneprep/Pipeline.h>
 #include <sceneprep/PluginLibrary.h>
+#include <sceneprep/Progress.h>
+#include <sceneprep/StepSequence.h>
 #include <sceneprep/Textures.h>
 
 #include <filesystem>
@@ -29,6 +29,7 @@ struct LoadedInputs
 /// Reads the inputs in order and appends all others to the first. With keepGoing an input that cannot be read,
 /// whatever the reason, is left out; also when none remains.
 /// @throws ToolError without keepGoing when an input cannot be read.
-LoadedInputs LoadInputs(const PrepareOptions& options, const PluginLibrary& plugin, Progress& progress);
+LoadedInputs LoadInputs(const std::vector<std::filesystem::path>& inputs, bool keepGoing, const PluginLibrary& plugin,
+                        Progress& progress);
 
 }  // namespace Sceneprep

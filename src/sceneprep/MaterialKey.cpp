@@ -1,7 +1,5 @@
 #include <sceneprep/MaterialKey.h>
 
-#include <fmt/format.h>
-
 #include <bit>
 #include <cstdint>
 
@@ -14,12 +12,12 @@ std::string MaterialKey(Importing::Surface& surface)
     std::string key = std::to_string(surface.GetMaterialID());
     for (Importing::Map& map : surface.MapList)
     {
-        key +=
-            fmt::format("|{},{},{},{}", map.GetTextureID(), map.GetType(), map.GetUVSetIndex(), bits(map.GetAmount()));
+        key += "|" + std::to_string(map.GetTextureID()) + "," + map.GetType() + "," +
+               std::to_string(map.GetUVSetIndex()) + "," + std::to_string(bits(map.GetAmount()));
         const D3DXMATRIX matrix = map.GetMatrix();
         for (const auto& row : matrix.m)
             for (const float element : row)
-                key += fmt::format(",{}", bits(element));
+                key += "," + std::to_string(bits(element));
     }
     return key;
 }

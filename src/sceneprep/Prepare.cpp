@@ -132,7 +132,8 @@ int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ost
             Progress& progress)
 {
     CheckFiles(options);
-    LoadedInputs loaded = LoadInputs(options, plugin, progress);
+    LoadedInputs loaded = LoadInputs(options.inputs, options.keepGoing, plugin, progress);
+    loaded.leftOut.insert(loaded.leftOut.begin(), options.leftOut.begin(), options.leftOut.end());
     if (loaded.inputs.empty())
     {
         TellProblems(loaded.problems, progress, errors);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <sceneprep/Pipeline.h>
 #include <sceneprep/SceneStats.h>
+#include <sceneprep/StepSequence.h>
 #include <sceneprep/WorldMeasure.h>
 
 #include <filesystem>

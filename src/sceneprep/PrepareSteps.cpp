@@ -9,9 +9,9 @@
 namespace Sceneprep
 {
 
-Pipeline MakePipeline(const StepOptions& options)
+StepSequence MakePipeline(const StepOptions& options)
 {
-    Pipeline pipeline;
+    StepSequence pipeline;
     if (NeedsOwnMeshes(options))
         pipeline.AddCounting("Resolve instances", ResolveInstances);
     if (options.repairMirrors)

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <sceneprep/Pipeline.h>
 #include <sceneprep/StepOptions.h>
+#include <sceneprep/StepSequence.h>
 
 namespace Sceneprep
 {
 
 /// @return the steps that the options ask for, and those that they imply, in the order in which they make sense.
-Pipeline MakePipeline(const StepOptions& options);
+StepSequence MakePipeline(const StepOptions& options);
 
 /// @return whether a step is among them that works on the mesh of each surface by itself, so that surfaces must not
 ///         share meshes.

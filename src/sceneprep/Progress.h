@@ -1,5 +1,6 @@
 #pragma once
 
+#include <sceneprep/StepListener.h>
 #include <sceneprep/TimeLeft.h>
 
 #include <functional>
@@ -11,7 +12,7 @@ namespace Sceneprep
 
 /// Tells what is going on: on a terminal one line that is written over and over, with the share that is done and the
 /// time left; elsewhere plain lines.
-class Progress
+class Progress : public StepListener
 {
 public:
     using Clock = std::function<TimeLeft::Clock::time_point()>;
@@ -20,16 +21,13 @@ public:
     /// @param clock       what time it is; asked on a terminal only
     Progress(std::ostream& out, bool movingLine, Clock clock = TimeLeft::Clock::now);
     /// Clears the moving line.
-    ~Progress();
-    Progress(const Progress&) = delete;
-    Progress& operator=(const Progress&) = delete;
+    ~Progress() override;
 
-    /// A step begins.
-    void Begin(const std::string& step);
+    void Begin(const std::string& step) override;
     /// The step is done to this part, 0 to 1; values outside are taken as the nearest. Shown on a terminal only.
-    void Update(double part);
+    void Update(double part) override;
     /// The step that began last is done. Shown on a terminal only.
-    void Finish(double milliseconds);
+    void Finish(double milliseconds) override;
     /// Says something that stays on the screen.
     void Note(const std::string& text);
     /// Takes the moving line away, before something else is printed.

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <importing/plugin/SceneContainer.h>
-#include <sceneprep/Pipeline.h>
 #include <sceneprep/SceneStats.h>
+#include <sceneprep/StepSequence.h>
 #include <sceneprep/WorldMeasure.h>
 
 #include <filesystem>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <sceneprep/Pipeline.h>
+#include <sceneprep/StepSequence.h>
 
 namespace Sceneprep
 {

@@ -8,6 +8,11 @@ namespace Sceneprep
 
 using Importing::At;
 
+bool HasTriangles(const Importing::Geometry& geometry)
+{
+    return geometry.GetPolySize() == 3 && geometry.IndexArray.size() >= 3;
+}
+
 void ForEachShownSurface(Importing::SceneContainer& scene, const std::function<void(const ShownSurface&)>& visit)
 {
     const NodeWalk walk = WalkFromRoot(scene);

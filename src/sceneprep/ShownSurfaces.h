@@ -9,6 +9,9 @@
 namespace Sceneprep
 {
 
+/// @return whether the mesh shows something: triangles, and at least one of them.
+bool HasTriangles(const Importing::Geometry& geometry);
+
 /// A mesh of triangles where a node below the root, or the root itself, shows it.
 struct ShownSurface
 {

@@ -1,7 +1,5 @@
 #include <sceneprep/UVMapping.h>
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <array>
 #include <string_view>

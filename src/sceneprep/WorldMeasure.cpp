@@ -1,6 +1,5 @@
 #include <sceneprep/WorldMeasure.h>
 
-#include <fmt/format.h>
 #include <sceneprep/Hierarchy.h>
 #include <sceneprep/ShownSurfaces.h>
 
@@ -111,9 +110,9 @@ std::vector<std::string> NotesOnTriangles(const WorldMeasure& world)
 {
     std::vector<std::string> notes;
     if (world.broken > 0)
-        notes.push_back(fmt::format("triangles have corners that are infinite or no number ({})", world.broken));
+        notes.push_back("triangles have corners that are infinite or no number (" + std::to_string(world.broken) + ")");
     if (world.degenerate > 0)
-        notes.push_back(fmt::format("triangles have no area ({})", world.degenerate));
+        notes.push_back("triangles have no area (" + std::to_string(world.degenerate) + ")");
     return notes;
 }
 

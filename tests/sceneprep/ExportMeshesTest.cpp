@@ -1,4 +1,5 @@
 #include <sceneprep/ExportMeshes.h>
+#include <sceneprep/ShownSurfaces.h>
 
 #include <gtest/gtest.h>
 #include <support/SceneText.h>

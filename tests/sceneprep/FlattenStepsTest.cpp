@@ -18,7 +18,7 @@ using Support::ToText;
 
 void RunFlatten(SceneContainer& scene, bool ignoreAnimation)
 {
-    Pipeline pipeline;
+    StepSequence pipeline;
     AddFlattenSteps(pipeline, {.minSurfaces = 2, .maxVertices = -1, .ignoreAnimation = ignoreAnimation});
     std::ostringstream out;
     Progress progress(out, false);
@@ -131,13 +131,13 @@ TEST(FlattenSteps, SkinnedMeshesAreNeitherCarriedNorMerged)
 
 TEST(FlattenSteps, StepsStandInTheirOrder)
 {
-    Pipeline all;
+    StepSequence all;
     AddFlattenSteps(all, {});
     EXPECT_EQ(all.StepNames(),
               (std::vector<std::string>{"Drop skeleton nodes", "Set skins aside", "Anchor animated nodes",
                                         "Turn mirrored faces", "Flatten", "Release anchors", "Put skins back",
                                         "Drop unreachable nodes"}));
-    Pipeline fewer;
+    StepSequence fewer;
     AddFlattenSteps(fewer, {.minSurfaces = 2, .maxVertices = -1, .ignoreAnimation = true});
     EXPECT_EQ(fewer.StepNames(), (std::vector<std::string>{"Set skins aside", "Turn mirrored faces", "Flatten",
                                                            "Put skins back", "Drop unreachable nodes"}));

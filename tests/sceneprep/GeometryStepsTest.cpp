@@ -23,14 +23,14 @@ SceneContainer SceneOf(const Geometry& mesh)
 
 std::vector<std::string> NamesOf(const StepOptions& options)
 {
-    Pipeline pipeline;
+    StepSequence pipeline;
     AddGeometrySteps(pipeline, options);
     return pipeline.StepNames();
 }
 
 void RunSteps(SceneContainer& scene, const StepOptions& options)
 {
-    Pipeline pipeline;
+    StepSequence pipeline;
     AddGeometrySteps(pipeline, options);
     std::ostringstream out;
     Progress progress(out, false);

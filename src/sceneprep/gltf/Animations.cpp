@@ -1,6 +1,6 @@
 #include <sceneprep/gltf/Animations.h>
 
-#include <sceneprep/ImportAnimations.h>
+#include <sceneprep/AnimationTime.h>
 #include <sceneprep/gltf/Finite.h>
 
 #include <cmath>

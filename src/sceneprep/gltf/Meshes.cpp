@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
-#include <sceneprep/ExportMeshes.h>
+#include <sceneprep/ShownSurfaces.h>
 #include <sceneprep/gltf/Weights.h>
 
 #include <algorithm>

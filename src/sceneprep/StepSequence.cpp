@@ -1,4 +1,4 @@
-#include <sceneprep/Pipeline.h>
+#include <sceneprep/StepSequence.h>
 
 #include <brindle/ShowDebugMessage.h>
 
@@ -33,7 +33,7 @@ public:
 
 }  // namespace
 
-StepResult RunStep(const std::string& name, Progress& progress, const std::function<void()>& step)
+StepResult RunStep(const std::string& name, StepListener& progress, const std::function<void()>& step)
 {
     StepResult result;
     result.name = name;
@@ -48,7 +48,7 @@ StepResult RunStep(const std::string& name, Progress& progress, const std::funct
     return result;
 }
 
-void Pipeline::Add(std::string name, Step step)
+void StepSequence::Add(std::string name, Step step)
 {
     AddCounting(std::move(name), [step = std::move(step)](Importing::SceneContainer& scene) {
         step(scene);
@@ -56,15 +56,18 @@ void Pipeline::Add(std::string name, Step step)
     });
 }
 
-void Pipeline::AddCounting(std::string name, CountingStep step)
+void StepSequence::AddCounting(std::string name, CountingStep step)
 {
     AddGradual(std::move(name),
                [step = std::move(step)](Importing::SceneContainer& scene, const PartListener&) { return step(scene); });
 }
 
-void Pipeline::AddGradual(std::string name, GradualStep step) { steps_.push_back({std::move(name), std::move(step)}); }
+void StepSequence::AddGradual(std::string name, GradualStep step)
+{
+    steps_.push_back({std::move(name), std::move(step)});
+}
 
-std::vector<std::string> Pipeline::StepNames() const
+std::vector<std::string> StepSequence::StepNames() const
 {
     std::vector<std::string> names;
     for (const NamedStep& step : steps_)
@@ -72,7 +75,7 @@ std::vector<std::string> Pipeline::StepNames() const
     return names;
 }
 
-std::vector<StepResult> Pipeline::Run(Importing::SceneContainer& scene, Progress& progress) const
+std::vector<StepResult> StepSequence::Run(Importing::SceneContainer& scene, StepListener& progress) const
 {
     const PartListener listener = [&progress](double part) { progress.Update(part); };
     std::vector<StepResult> results;

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <importing/plugin/SceneContainer.h>
+#include <sceneprep/Changes.h>
 #include <sceneprep/PartCounter.h>
-#include <sceneprep/Progress.h>
+#include <sceneprep/StepListener.h>
 
-#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -20,16 +20,6 @@ struct MessageTotal
     long long sum = 0;  ///< of their numbers; the plug-in's timing messages carry milliseconds
 };
 
-/// How much of one kind a step changed.
-struct Change
-{
-    std::string what;  ///< plural, as "nodes renamed"
-    std::size_t count = 0;
-
-    friend bool operator==(const Change&, const Change&) = default;
-};
-using Changes = std::vector<Change>;
-
 /// How a step went.
 struct StepResult
 {
@@ -41,10 +31,10 @@ struct StepResult
 
 /// Runs one step: announces it, times it and listens to the host's debug messages meanwhile. Afterwards messages are
 /// dropped. Exceptions of the step pass through.
-StepResult RunStep(const std::string& name, Progress& progress, const std::function<void()>& step);
+StepResult RunStep(const std::string& name, StepListener& progress, const std::function<void()>& step);
 
 /// A list of named steps that work on a scene. A new step is one more Add...().
-class Pipeline
+class StepSequence
 {
 public:
     using Step = std::function<void(Importing::SceneContainer& scene)>;
@@ -62,7 +52,7 @@ public:
     std::vector<std::string> StepNames() const;
 
     /// Runs the steps in order.
-    std::vector<StepResult> Run(Importing::SceneContainer& scene, Progress& progress) const;
+    std::vector<StepResult> Run(Importing::SceneContainer& scene, StepListener& progress) const;
 
 private:
     struct NamedStep

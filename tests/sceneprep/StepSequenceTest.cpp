@@ -1,4 +1,4 @@
-#include <sceneprep/Pipeline.h>
+#include <sceneprep/StepSequence.h>
 
 #include <brindle/ShowDebugMessage.h>
 #include <gtest/gtest.h>
@@ -13,9 +13,9 @@ namespace
 using namespace Sceneprep;
 using Importing::SceneContainer;
 
-TEST(Pipeline, RunsItsStepsInOrderOnTheScene)
+TEST(StepSequence, RunsItsStepsInOrderOnTheScene)
 {
-    Pipeline pipeline;
+    StepSequence pipeline;
     pipeline.Add("first", [](SceneContainer& scene) { scene.SetName(scene.GetName() + "1"); });
     pipeline.Add("second", [](SceneContainer& scene) { scene.SetName(scene.GetName() + "2"); });
     EXPECT_EQ(pipeline.StepNames(), (std::vector<std::string>{"first", "second"}));
@@ -30,9 +30,9 @@ TEST(Pipeline, RunsItsStepsInOrderOnTheScene)
     EXPECT_EQ(out.str(), "first ...\nsecond ...\n");
 }
 
-TEST(Pipeline, KeepsWhatAStepChanged)
+TEST(StepSequence, KeepsWhatAStepChanged)
 {
-    Pipeline pipeline;
+    StepSequence pipeline;
     pipeline.Add("nothing", [](SceneContainer&) {});
     pipeline.AddCounting("something", [](SceneContainer&) { return Changes{{"nodes renamed", 3}}; });
     SceneContainer scene;
@@ -43,9 +43,9 @@ TEST(Pipeline, KeepsWhatAStepChanged)
     EXPECT_EQ(results[1].changes, (Changes{{"nodes renamed", 3}}));
 }
 
-TEST(Pipeline, HandsOnHowFarAStepHasCome)
+TEST(StepSequence, HandsOnHowFarAStepHasCome)
 {
-    Pipeline pipeline;
+    StepSequence pipeline;
     pipeline.AddGradual("halfway", [](SceneContainer&, const PartListener& listener) {
         listener(0.5);
         return Changes{{"nodes renamed", 3}};
@@ -58,7 +58,7 @@ TEST(Pipeline, HandsOnHowFarAStepHasCome)
     EXPECT_EQ(results[0].changes, (Changes{{"nodes renamed", 3}}));
 }
 
-TEST(Pipeline, TimesEachStep)
+TEST(StepSequence, TimesEachStep)
 {
     std::ostringstream out;
     Progress progress(out, false);
@@ -68,7 +68,7 @@ TEST(Pipeline, TimesEachStep)
     EXPECT_LT(result.milliseconds, 20000);
 }
 
-TEST(Pipeline, AddsUpMessagesByTextInOrderOfAppearance)
+TEST(StepSequence, AddsUpMessagesByTextInOrderOfAppearance)
 {
     std::ostringstream out;
     Progress progress(out, false);
@@ -85,7 +85,7 @@ TEST(Pipeline, AddsUpMessagesByTextInOrderOfAppearance)
     EXPECT_EQ(result.messages[1].sum, 10);
 }
 
-TEST(Pipeline, StopsListeningAlsoWhenAStepThrows)
+TEST(StepSequence, StopsListeningAlsoWhenAStepThrows)
 {
     std::ostringstream out;
     Progress progress(out, false);

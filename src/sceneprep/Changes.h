@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace Sceneprep
+{
+
+/// How much of one kind a step changed.
+struct Change
+{
+    std::string what;  ///< plural, as "nodes renamed"
+    std::size_t count = 0;
+
+    friend bool operator==(const Change&, const Change&) = default;
+};
+using Changes = std::vector<Change>;
+
+}  // namespace Sceneprep

@@ -4,7 +4,7 @@
 /// With own-meshes no two surfaces share a mesh. Prints how many bytes of the heap the scene takes as a SceneContainer.
 
 #include <runs/TownScene.h>
-#include <sceneprep/ExportModel.h>
+#include <sceneprep/export/ExportModel.h>
 
 #include <malloc.h>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 #include <pictures/SceneDrawing.h>
 
-#include <sceneprep/Hierarchy.h>
+#include <pipeline/scene/Hierarchy.h>
 
 namespace Pictures
 {

@@ -2,9 +2,9 @@
 
 #include <pictures/Layout.h>
 #include <pictures/SceneDrawing.h>
-#include <sceneprep/FlattenSteps.h>
-#include <sceneprep/ImportModel.h>
-#include <sceneprep/Report.h>
+#include <pipeline/steps/FlattenSteps.h>
+#include <sceneprep/import/ImportModel.h>
+#include <sceneprep/report/Report.h>
 
 #include <sstream>
 #include <string>

@@ -1,13 +1,13 @@
 #include <sceneprep/Commands.h>
 
-#include <sceneprep/Error.h>
-#include <sceneprep/ImportModel.h>
-#include <sceneprep/PluginLibrary.h>
 #include <sceneprep/Prepare.h>
-#include <sceneprep/Report.h>
-#include <sceneprep/SceneTree.h>
-#include <sceneprep/StandardStreams.h>
-#include <sceneprep/WorkState.h>
+#include <sceneprep/import/ImportModel.h>
+#include <sceneprep/report/Report.h>
+#include <sceneprep/report/SceneTree.h>
+#include <sceneprep/run/Error.h>
+#include <sceneprep/run/PluginLibrary.h>
+#include <sceneprep/run/StandardStreams.h>
+#include <sceneprep/run/WorkState.h>
 #include <unistd.h>
 
 #include <iostream>

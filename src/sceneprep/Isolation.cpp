@@ -1,9 +1,9 @@
 #include <sceneprep/Isolation.h>
 
 #include <fmt/format.h>
-#include <sceneprep/ChildProcess.h>
-#include <sceneprep/Error.h>
-#include <sceneprep/WorkState.h>
+#include <sceneprep/run/ChildProcess.h>
+#include <sceneprep/run/Error.h>
+#include <sceneprep/run/WorkState.h>
 
 #include <algorithm>
 #include <csignal>

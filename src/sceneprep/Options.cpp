@@ -1,10 +1,10 @@
 #include <sceneprep/Options.h>
 
 #include <fmt/format.h>
-#include <sceneprep/Error.h>
-#include <sceneprep/Formats.h>
-#include <sceneprep/PlaceFiles.h>
-#include <sceneprep/PrepareSteps.h>
+#include <pipeline/steps/PrepareSteps.h>
+#include <sceneprep/assimp/Formats.h>
+#include <sceneprep/run/Error.h>
+#include <sceneprep/run/PlaceFiles.h>
 #include <CLI/CLI.hpp>
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <sceneprep/StepOptions.h>
+#include <pipeline/steps/StepOptions.h>
 
 #include <filesystem>
 #include <optional>

@@ -1,19 +1,19 @@
 #include <sceneprep/Prepare.h>
 
 #include <fmt/format.h>
-#include <sceneprep/Error.h>
-#include <sceneprep/ExportModel.h>
-#include <sceneprep/FreedMemory.h>
-#include <sceneprep/ImportModel.h>
-#include <sceneprep/LoadInputs.h>
-#include <sceneprep/PlaceFiles.h>
-#include <sceneprep/PrepareReport.h>
-#include <sceneprep/PrepareSteps.h>
-#include <sceneprep/Proof.h>
-#include <sceneprep/TextureReferences.h>
-#include <sceneprep/WorkState.h>
+#include <pipeline/steps/PrepareSteps.h>
+#include <sceneprep/export/ExportModel.h>
+#include <sceneprep/import/ImportModel.h>
+#include <sceneprep/import/LoadInputs.h>
+#include <sceneprep/model/TextureReferences.h>
 #include <sceneprep/report/PageText.h>
+#include <sceneprep/report/PrepareReport.h>
+#include <sceneprep/report/Proof.h>
 #include <sceneprep/report/ReportPage.h>
+#include <sceneprep/run/Error.h>
+#include <sceneprep/run/FreedMemory.h>
+#include <sceneprep/run/PlaceFiles.h>
+#include <sceneprep/run/WorkState.h>
 
 #include <iterator>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <sceneprep/Options.h>
-#include <sceneprep/PluginLibrary.h>
-#include <sceneprep/Progress.h>
+#include <sceneprep/run/PluginLibrary.h>
+#include <sceneprep/run/Progress.h>
 
 #include <ostream>
 

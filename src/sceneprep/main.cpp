@@ -1,8 +1,8 @@
 #include <sceneprep/Commands.h>
-#include <sceneprep/Error.h>
 #include <sceneprep/Isolation.h>
 #include <sceneprep/Options.h>
-#include <sceneprep/StandardStreams.h>
+#include <sceneprep/run/Error.h>
+#include <sceneprep/run/StandardStreams.h>
 
 #include <iostream>
 

@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sceneprep/Error.h>
 #include <sceneprep/TestFiles.h>
+#include <sceneprep/run/Error.h>
 
 #include <sstream>
 

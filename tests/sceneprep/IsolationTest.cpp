@@ -1,9 +1,9 @@
 #include <sceneprep/Isolation.h>
 
 #include <gtest/gtest.h>
-#include <sceneprep/Error.h>
 #include <sceneprep/TestFiles.h>
-#include <sceneprep/WorkState.h>
+#include <sceneprep/run/Error.h>
+#include <sceneprep/run/WorkState.h>
 #include <unistd.h>
 
 #include <algorithm>

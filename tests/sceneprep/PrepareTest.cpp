@@ -2,9 +2,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sceneprep/Error.h>
 #include <sceneprep/TestFiles.h>
 #include <sceneprep/report/PageText.h>
+#include <sceneprep/run/Error.h>
 #include <nlohmann/json.hpp>
 
 #include <sstream>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <assimp/mesh.h>
-#include <sceneprep/Conversions.h>
-#include <sceneprep/ImportSkins.h>
-#include <sceneprep/SkinnedShape.h>
+#include <pipeline/SkinnedShape.h>
+#include <sceneprep/assimp/Conversions.h>
+#include <sceneprep/import/ImportSkins.h>
 #include <support/Random.h>
 
 #include <cmath>

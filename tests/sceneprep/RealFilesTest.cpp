@@ -1,16 +1,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sceneprep/AppendModel.h>
-#include <sceneprep/ExpectSameWorld.h>
-#include <sceneprep/ExportModel.h>
-#include <sceneprep/Facing.h>
-#include <sceneprep/Formats.h>
-#include <sceneprep/ImportModel.h>
-#include <sceneprep/PrepareSteps.h>
-#include <sceneprep/Proof.h>
-#include <sceneprep/SceneStats.h>
-#include <sceneprep/Skeletons.h>
+#include <pipeline/ExpectSameWorld.h>
+#include <pipeline/scene/SceneStats.h>
+#include <pipeline/scene/Skeletons.h>
+#include <pipeline/steps/Facing.h>
+#include <pipeline/steps/PrepareSteps.h>
 #include <sceneprep/TestFiles.h>
+#include <sceneprep/assimp/Formats.h>
+#include <sceneprep/export/ExportModel.h>
+#include <sceneprep/import/AppendModel.h>
+#include <sceneprep/import/ImportModel.h>
+#include <sceneprep/report/Proof.h>
 
 #include <nlohmann/json.hpp>
 

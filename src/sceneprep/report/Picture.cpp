@@ -1,8 +1,8 @@
 #include <sceneprep/report/Picture.h>
 
 #include <importing/base/CheckedAccess.h>
-#include <sceneprep/Hierarchy.h>
-#include <sceneprep/ShownSurfaces.h>
+#include <pipeline/scene/Hierarchy.h>
+#include <pipeline/scene/ShownSurfaces.h>
 #include <sceneprep/report/EvenChoice.h>
 
 #include <algorithm>

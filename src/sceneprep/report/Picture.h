@@ -1,7 +1,7 @@
 #pragma once
 
 #include <importing/plugin/SceneContainer.h>
-#include <sceneprep/WorldMeasure.h>
+#include <pipeline/scene/WorldMeasure.h>
 
 #include <array>
 #include <cstdint>

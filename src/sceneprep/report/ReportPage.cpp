@@ -1,7 +1,7 @@
 #include <sceneprep/report/ReportPage.h>
 
-#include <sceneprep/JsonFigures.h>
 #include <sceneprep/report/Base64.h>
+#include <sceneprep/report/JsonFigures.h>
 #include <sceneprep/report/PageText.h>
 
 #include <bit>

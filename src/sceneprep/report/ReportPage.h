@@ -1,7 +1,7 @@
 #pragma once
 
-#include <sceneprep/PrepareReport.h>
 #include <sceneprep/report/Picture.h>
+#include <sceneprep/report/PrepareReport.h>
 
 #include <ostream>
 

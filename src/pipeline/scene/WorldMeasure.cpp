@@ -1,0 +1,119 @@
+#include <pipeline/scene/WorldMeasure.h>
+
+#include <pipeline/scene/Hierarchy.h>
+#include <pipeline/scene/ShownSurfaces.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+using Point = WorldPoint;
+
+Point Minus(const Point& a, const Point& b) { return {a[0] - b[0], a[1] - b[1], a[2] - b[2]}; }
+
+Point Cross(const Point& a, const Point& b)
+{
+    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
+}
+
+double Dot(const Point& a, const Point& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
+
+void Extend(WorldMeasure& measure, const Point& point)
+{
+    for (unsigned axis = 0; axis < 3; ++axis)
+    {
+        measure.min[axis] = std::min(measure.min[axis], point[axis]);
+        measure.max[axis] = std::max(measure.max[axis], point[axis]);
+    }
+}
+
+void AddTriangle(WorldMeasure& measure, const Point& a, const Point& b, const Point& c, double handedness)
+{
+    ++measure.triangles;
+    if (!IsFinite(a) || !IsFinite(b) || !IsFinite(c))
+    {
+        ++measure.broken;
+        return;
+    }
+    for (const Point& corner : {a, b, c})
+        Extend(measure, corner);
+    const Point across = Cross(Minus(b, a), Minus(c, a));
+    const double area = std::sqrt(Dot(across, across)) / 2;
+    measure.degenerate += area == 0 ? 1 : 0;
+    measure.area += area;
+    measure.volume += handedness * Dot(a, across) / 6;
+}
+
+/// @param points  room for the mesh's vertices in the world, kept from mesh to mesh
+void AddSurface(WorldMeasure& measure, const ShownSurface& shown, std::vector<Point>& points)
+{
+    points.clear();
+    for (Importing::Vertex& vertex : shown.geometry.VertexArray)
+        points.push_back(CarryToWorld(vertex.Vertex::GetPosition(), shown.world));
+
+    const double handedness = IsMirroring(shown.world) ? -1 : 1;
+    const std::vector<std::uint32_t>& indices = shown.geometry.IndexArray;
+    for (std::size_t i = 0; i + 2 < indices.size(); i += 3)
+        AddTriangle(measure, points[indices[i]], points[indices[i + 1]], points[indices[i + 2]], handedness);
+}
+
+std::size_t CountListings(const Importing::SceneContainer& scene)
+{
+    std::size_t count = 0;
+    for (const Importing::Node& node : scene.NodeLibrary)
+        count += node.SurfaceList.size();
+    return count;
+}
+
+}  // namespace
+
+double WorldMeasure::Diagonal() const
+{
+    const Point across = Minus(max, min);
+    return std::sqrt(Dot(across, across));
+}
+
+double WorldMeasure::Extent() const
+{
+    double largest = Diagonal();
+    for (unsigned axis = 0; axis < 3; ++axis)
+        largest = std::max({largest, std::fabs(min[axis]), std::fabs(max[axis])});
+    return largest;
+}
+
+WorldMeasure Measure(Importing::SceneContainer& scene, const PartListener& listener)
+{
+    constexpr double kLargest = std::numeric_limits<double>::max();
+    WorldMeasure measure;
+    measure.min = {kLargest, kLargest, kLargest};
+    measure.max = {-kLargest, -kLargest, -kLargest};
+
+    PartCounter counter(listener, CountListings(scene));
+    std::vector<Point> points;
+    ForEachShownSurface(scene, [&](const ShownSurface& shown) {
+        AddSurface(measure, shown, points);
+        counter.Add(1);
+    });
+    if (measure.triangles == measure.broken)
+        measure.min = measure.max = {};
+    return measure;
+}
+
+std::vector<std::string> NotesOnTriangles(const WorldMeasure& world)
+{
+    std::vector<std::string> notes;
+    if (world.broken > 0)
+        notes.push_back("triangles have corners that are infinite or no number (" + std::to_string(world.broken) + ")");
+    if (world.degenerate > 0)
+        notes.push_back("triangles have no area (" + std::to_string(world.degenerate) + ")");
+    return notes;
+}
+
+}  // namespace Sceneprep

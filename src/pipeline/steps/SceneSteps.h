@@ -1,0 +1,14 @@
+#pragma once
+
+#include <pipeline/steps/StepSequence.h>
+
+namespace Sceneprep
+{
+
+/// Gives every listing of a surface a mesh of its own.
+Changes ResolveInstances(Importing::SceneContainer& scene);
+
+/// Gives surfaces whose world boxes overlap different collision offsets.
+Changes ComputeCollisionOffsets(Importing::SceneContainer& scene);
+
+}  // namespace Sceneprep

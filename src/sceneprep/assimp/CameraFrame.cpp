@@ -1,0 +1,57 @@
+#include <sceneprep/assimp/CameraFrame.h>
+
+#include <cmath>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+constexpr float kSmallest = 1e-6F;
+
+float Dot(const D3DXVECTOR3& a, const D3DXVECTOR3& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+
+D3DXVECTOR3 Cross(const D3DXVECTOR3& a, const D3DXVECTOR3& b)
+{
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+D3DXVECTOR3 Unit(const D3DXVECTOR3& v)
+{
+    D3DXVECTOR3 unit;
+    return *D3DXVec3Normalize(&unit, &v);
+}
+
+/// The axis that leans least towards the direction.
+D3DXVECTOR3 SomethingAcross(const D3DXVECTOR3& direction)
+{
+    return std::fabs(direction.y) < 0.9F ? D3DXVECTOR3(0, 1, 0) : D3DXVECTOR3(1, 0, 0);
+}
+
+}  // namespace
+
+D3DXMATRIX OffsetFromFrame(const CameraFrame& frame)
+{
+    const D3DXVECTOR3& p = frame.position;
+    const D3DXVECTOR3 z = Unit(frame.forward);
+    if (Dot(z, z) < kSmallest)
+        return {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, p.x, p.y, p.z, 1};
+
+    D3DXVECTOR3 across = Cross(Unit(frame.up), z);
+    if (Dot(across, across) < kSmallest)
+        across = Cross(SomethingAcross(z), z);
+    const D3DXVECTOR3 x = Unit(across);
+    const D3DXVECTOR3 y = Cross(z, x);
+    return {x.x, x.y, x.z, 0, y.x, y.y, y.z, 0, z.x, z.y, z.z, 0, p.x, p.y, p.z, 1};
+}
+
+CameraFrame FrameFromOffset(const D3DXMATRIX& m)
+{
+    return {
+        .position = {m._41, m._42, m._43}, .forward = Unit({m._31, m._32, m._33}), .up = Unit({m._21, m._22, m._23})};
+}
+
+float OtherFieldOfView(float radians, float ratio) { return 2 * std::atan(std::tan(radians / 2) * ratio); }
+
+}  // namespace Sceneprep

@@ -1,0 +1,84 @@
+#include <sceneprep/export/CutMesh.h>
+
+#include <importing/base/CheckedAccess.h>
+
+#include <array>
+#include <cstdint>
+#include <unordered_map>
+#include <utility>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+using Importing::Geometry;
+
+/// The part that is being filled.
+class Part
+{
+public:
+    explicit Part(Geometry& mesh) : mesh_(mesh) {}
+
+    bool HasRoomFor(const std::array<std::uint32_t, 3>& triangle, std::size_t largest) const
+    {
+        std::size_t vertices = part_.VertexArray.size();
+        for (const std::uint32_t corner : triangle)
+            vertices += placeOf_.contains(corner) ? 0 : 1;
+        return vertices <= largest && part_.IndexArray.size() / 3 < largest;
+    }
+
+    void Add(const std::array<std::uint32_t, 3>& triangle)
+    {
+        for (const std::uint32_t corner : triangle)
+        {
+            const auto [place, isNew] = placeOf_.emplace(corner, static_cast<std::uint32_t>(placeOf_.size()));
+            if (isNew)
+                part_.VertexArray.push_back(Importing::At(mesh_.VertexArray, corner));
+            part_.IndexArray.push_back(place->second);
+        }
+    }
+
+    /// @return the part, and starts an empty one.
+    Geometry Take()
+    {
+        placeOf_.clear();
+        part_.SetName(mesh_.GetName());
+        part_.SetPolySize(3);
+        return std::exchange(part_, Geometry());
+    }
+
+    bool IsEmpty() const { return part_.IndexArray.empty(); }
+
+private:
+    Geometry& mesh_;
+    Geometry part_;
+    std::unordered_map<std::uint32_t, std::uint32_t> placeOf_;  // by vertex of the mesh
+};
+
+}  // namespace
+
+std::vector<Geometry> CutMesh(Geometry& mesh, std::size_t largest)
+{
+    std::vector<Geometry> parts;
+    Part part(mesh);
+    for (std::size_t i = 0; i + 2 < mesh.IndexArray.size(); i += 3)
+    {
+        const std::array<std::uint32_t, 3> triangle = {mesh.IndexArray[i], mesh.IndexArray[i + 1],
+                                                       mesh.IndexArray[i + 2]};
+        if (!part.HasRoomFor(triangle, largest))
+            parts.push_back(part.Take());
+        part.Add(triangle);
+    }
+    if (!part.IsEmpty())
+        parts.push_back(part.Take());
+    return parts;
+}
+
+bool IsLargerThan(std::size_t largest, const Geometry& mesh)
+{
+    return mesh.VertexArray.size() > largest || mesh.IndexArray.size() / 3 > largest;
+}
+
+}  // namespace Sceneprep

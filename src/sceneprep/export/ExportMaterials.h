@@ -1,0 +1,45 @@
+#pragma once
+
+#include <assimp/scene.h>
+#include <importing/plugin/SceneContainer.h>
+#include <sceneprep/assimp/Formats.h>
+#include <sceneprep/model/Textures.h>
+
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace Sceneprep
+{
+
+/// Makes materials for a file, one for each combination of a material and texture layers that surfaces use.
+class MaterialExporter
+{
+public:
+    MaterialExporter(Importing::SceneContainer& scene, const Textures& textures, const WriteFormat& format);
+
+    /// @return the index of the surface's material in the file.
+    unsigned Find(Importing::Surface& surface);
+
+    /// Hands the materials over to the file's scene; a scene without any gets one.
+    void MoveTo(aiScene& target);
+
+private:
+    std::unique_ptr<aiMaterial> Convert(Importing::Surface& surface);
+    std::string NameFor(const std::string& wanted);
+    void AddMaps(Importing::Surface& surface, aiMaterial& target) const;
+
+    Importing::SceneContainer& scene_;
+    const Textures& textures_;
+    const WriteFormat& format_;
+    std::vector<std::unique_ptr<aiMaterial>> materials_;
+    std::map<std::string, unsigned> indexByContent_;
+    std::set<std::string> names_;
+};
+
+/// Hands the pictures that lay in the imported file over to the file that is written.
+void ExportEmbeddedTextures(const Textures& textures, aiScene& target);
+
+}  // namespace Sceneprep

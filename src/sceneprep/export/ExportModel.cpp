@@ -1,0 +1,102 @@
+#include <sceneprep/export/ExportModel.h>
+
+#include <fmt/format.h>
+#include <sceneprep/assimp/Formats.h>
+#include <sceneprep/assimp/ModelProgress.h>
+#include <sceneprep/export/CheckedFiles.h>
+#include <sceneprep/export/ExportNotes.h>
+#include <sceneprep/export/ExportScene.h>
+#include <sceneprep/export/gltf/WriteModel.h>
+#include <sceneprep/model/CompanionFiles.h>
+#include <sceneprep/run/Error.h>
+#include <sceneprep/run/PlaceFiles.h>
+#include <assimp/Exporter.hpp>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+WriteFormat FormatOf(const fs::path& file)
+{
+    const std::optional<WriteFormat> format = FindWriteFormat(file);
+    if (!format)
+        throw ToolError(fmt::format("cannot write {}: '{}' is no known ending; 'sceneprep formats' lists them",
+                                    file.string(), file.extension().string()));
+    return *format;
+}
+
+void WriteByModelLibrary(const aiScene& scene, const WriteFormat& format, const fs::path& file, Progress& progress)
+{
+    Assimp::Exporter exporter;
+    exporter.SetProgressHandler(new ModelProgress(progress));  // the exporter owns it
+    auto* files = new CheckedFiles;
+    exporter.SetIOHandler(files);  // the exporter's too
+    if (exporter.Export(&scene, format.id, file.string()) != aiReturn_SUCCESS)
+    {
+        const std::string reason = OneLine(exporter.GetErrorString());
+        throw ToolError(fmt::format("cannot write {}: {}; try another format", file.filename().string(),
+                                    reason.empty() ? "the model library gives no reason" : reason));
+    }
+    if (files->HasFailed() || (format.Is3mf() && !IsWhole3mf(file)))
+        throw ToolError(fmt::format("cannot write {}: is the disk full? Make room or choose another folder",
+                                    file.filename().string()));
+}
+
+std::vector<std::string> Write(Importing::SceneContainer& scene, const Textures& textures, const WriteFormat& format,
+                               const fs::path& file, Progress& progress)
+{
+    if (format.IsGltf())
+        return Gltf::WriteModel(scene, textures, file, format.extension == "glb",
+                                [&progress](double part) { progress.Update(part); });
+    if (format.HoldsPictures() || !format.Holds(Content::Textures))
+    {
+        WriteByModelLibrary(*BuildExportScene(scene, textures, format), format, file, progress);
+    }
+    else
+    {
+        const PlacedTextures placed = PlaceBeside(scene, textures, file.stem().string());
+        WriteByModelLibrary(*BuildExportScene(scene, placed.textures, format), format, file, progress);
+        WriteCompanions(placed.companions, file.parent_path());
+    }
+    return NotesOnExport(scene, format);
+}
+
+}  // namespace
+
+void CheckWritable(const fs::path& file)
+{
+    static_cast<void>(FormatOf(file));
+    CheckFolderOf(file);
+}
+
+void CheckFolderOf(const fs::path& file)
+{
+    std::error_code error;
+    const fs::path folder = fs::absolute(file, error).parent_path();
+    if (!fs::is_directory(folder, error))
+        throw ToolError(
+            fmt::format("cannot write {}: there is no folder {}; create it first", file.string(), folder.string()));
+    const fs::file_type type = fs::status(file, error).type();
+    if (type == fs::file_type::directory)
+        throw ToolError(fmt::format("cannot write {}: it is a folder; name a file", file.string()));
+    if (type == fs::file_type::none)
+        throw ToolError(fmt::format("cannot write {}: {}; choose another name", file.string(), error.message()));
+}
+
+std::vector<std::string> ExportModel(Importing::SceneContainer& scene, const Textures& textures, const fs::path& file,
+                                     Progress& progress, const std::vector<fs::path>& others)
+{
+    CheckWritable(file);
+    const WriteFormat format = FormatOf(file);
+    const fs::path absolute = fs::absolute(file);
+    const TemporaryFolder temporary(absolute.parent_path());
+    std::vector<std::string> notes = Write(scene, textures, format, temporary.Path() / absolute.filename(), progress);
+    MoveIntoPlace(temporary.Path(), absolute, others);
+    return notes;
+}
+
+}  // namespace Sceneprep

@@ -1,0 +1,182 @@
+#include <sceneprep/import/ImportMaterials.h>
+
+#include <assimp/material.h>
+#include <fmt/format.h>
+#include <importing/math/SameBits.h>
+#include <sceneprep/assimp/Conversions.h>
+#include <sceneprep/assimp/MapTypes.h>
+#include <sceneprep/assimp/Roughness.h>
+#include <sceneprep/assimp/SourceFormat.h>
+#include <sceneprep/import/ImportTextureTransform.h>
+#include <sceneprep/model/EncodePng.h>
+#include <sceneprep/model/Uri.h>
+
+#include <algorithm>
+#include <optional>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+using Importing::Map;
+using Importing::Material;
+
+D3DXCOLOR ColorOr(const aiMaterial& source, const char* key, unsigned type, unsigned index, const D3DXCOLOR& otherwise)
+{
+    aiColor4D color;
+    if (source.Get(key, type, index, color) != aiReturn_SUCCESS)
+        return otherwise;
+    return {color.r, color.g, color.b, 1.0F};
+}
+
+float OpacityOf(const aiMaterial& source)
+{
+    float opacity = 1;
+    if (source.Get(AI_MATKEY_OPACITY, opacity) == aiReturn_SUCCESS)
+        return opacity;
+    aiColor4D diffuse;
+    return source.Get(AI_MATKEY_COLOR_DIFFUSE, diffuse) == aiReturn_SUCCESS ? diffuse.a : 1.0F;
+}
+
+Material ConvertMaterial(const aiMaterial& source)
+{
+    Material material;
+    aiString name;
+    if (source.Get(AI_MATKEY_NAME, name) == aiReturn_SUCCESS)
+        material.SetName(name.C_Str());
+    const D3DXCOLOR base = ColorOr(source, AI_MATKEY_BASE_COLOR, material.GetDiffuse());
+    material.SetDiffuse(ColorOr(source, AI_MATKEY_COLOR_DIFFUSE, base));
+    material.SetSpecular(ColorOr(source, AI_MATKEY_COLOR_SPECULAR, material.GetSpecular()));
+    material.SetEmissive(ColorOr(source, AI_MATKEY_COLOR_EMISSIVE, material.GetEmissive()));
+    float power = 0;
+    float roughness = 0;
+    if (source.Get(AI_MATKEY_ROUGHNESS_FACTOR, roughness) == aiReturn_SUCCESS)
+        material.SetSpecularPower(PowerOf(roughness));
+    else if (source.Get(AI_MATKEY_SHININESS, power) == aiReturn_SUCCESS)
+        material.SetSpecularPower(power);
+    material.SetOpacity(OpacityOf(source));
+    return material;
+}
+
+bool IsRepeated(const aiMaterial& source, aiTextureType type, unsigned layer)
+{
+    int u = aiTextureMapMode_Wrap;
+    int v = aiTextureMapMode_Wrap;
+    source.Get(AI_MATKEY_MAPPINGMODE_U(type, layer), u);
+    source.Get(AI_MATKEY_MAPPINGMODE_V(type, layer), v);
+    return u == aiTextureMapMode_Wrap && v == aiTextureMapMode_Wrap;
+}
+
+/// Physically based formats name one texture twice, as base colour and as diffuse colour.
+bool RepeatsDiffuse(std::vector<Map>& maps, Map& map)
+{
+    return map.GetType() == "base-color" && std::any_of(maps.begin(), maps.end(), [&map](Map& other) {
+               return other.GetType() == "diffuse" && other.GetTextureID() == map.GetTextureID() &&
+                      other.GetUVSetIndex() == map.GetUVSetIndex() &&
+                      Importing::SameBits(other.GetMatrix(), map.GetMatrix());
+           });
+}
+
+}  // namespace
+
+MaterialImporter::MaterialImporter(const aiScene& source, Importing::SceneContainer& scene, Textures& textures)
+    : source_(source), scene_(scene), textures_(textures)
+{}
+
+void MaterialImporter::Apply(unsigned sourceMaterial, Importing::Surface& surface)
+{
+    if (sourceMaterial >= source_.mNumMaterials)
+        return;
+    auto found = imported_.find(sourceMaterial);
+    if (found == imported_.end())
+        found = imported_.emplace(sourceMaterial, Import(*source_.mMaterials[sourceMaterial])).first;
+    surface.SetMaterialID(found->second.material);
+    surface.MapList = found->second.maps;
+}
+
+MaterialImporter::Imported MaterialImporter::Import(const aiMaterial& source)
+{
+    losses_.Count(source);
+    Material material = ConvertMaterial(source);
+    return {scene_.AddMaterialToLibrary(material, true), ImportMaps(source)};
+}
+
+std::vector<Map> MaterialImporter::ImportMaps(const aiMaterial& source)
+{
+    std::vector<Map> maps;
+    for (const MapType& type : kMapTypes)
+    {
+        for (unsigned i = 0; i < source.GetTextureCount(type.texture); ++i)
+        {
+            aiString file;
+            unsigned uvSet = 0;
+            ai_real amount = 1;
+            if (source.GetTexture(type.texture, i, &file, nullptr, &uvSet, &amount) != aiReturn_SUCCESS)
+                continue;
+            // Plain paths from here on; glTF alone encodes them.
+            const std::string path = IsFromGltf(source_) ? DecodeUri(file.C_Str()) : file.C_Str();
+            Map map;
+            map.SetTextureID(scene_.AddTextureToLibrary(path, true));
+            map.SetType(type.name);
+            map.SetUVSetIndex(uvSet);
+            map.SetAmount(amount);
+            ApplyTransform(source, type.texture, i, map);
+            textures_.spelling.emplace(scene_.TextureLibrary[static_cast<std::size_t>(map.GetTextureID())], path);
+            if (RepeatsDiffuse(maps, map))
+                continue;
+            maps.push_back(map);
+            notRepeated_ += IsRepeated(source, type.texture, i) ? 0 : 1;
+        }
+    }
+    return maps;
+}
+
+void MaterialImporter::ApplyTransform(const aiMaterial& source, aiTextureType type, unsigned layer, Map& map)
+{
+    const std::optional<aiUVTransform> transform = FindTextureTransform(source, type, layer);
+    if (!transform)
+        return;
+    if (IsFromGltf(source_))
+        map.SetMatrix(GltfTextureMatrix(*transform));
+    else
+        ++transformsLeftOut_;
+}
+
+std::vector<std::string> MaterialImporter::Notes() const
+{
+    std::vector<std::string> notes;
+    if (transformsLeftOut_ > 0)
+        notes.push_back(fmt::format("texture transforms are left out (layers: {})", transformsLeftOut_));
+    if (notRepeated_ > 0)
+        notes.push_back(
+            fmt::format("textures that end or are mirrored at their edges are repeated (layers: {})", notRepeated_));
+    for (std::string& note : losses_.Notes())
+        notes.push_back(std::move(note));
+    return notes;
+}
+
+std::vector<EmbeddedTexture> ImportEmbeddedTextures(const aiScene& source)
+{
+    std::vector<EmbeddedTexture> textures;
+    for (unsigned i = 0; i < source.mNumTextures; ++i)
+    {
+        const aiTexture& picture = *source.mTextures[i];
+        const auto* first = reinterpret_cast<const unsigned char*>(picture.pcData);
+        EmbeddedTexture texture{.fileName = picture.mFilename.C_Str(), .formatHint = picture.achFormatHint};
+        if (picture.mHeight == 0)
+        {
+            texture.content.assign(first, first + picture.mWidth);
+        }
+        else
+        {
+            texture.formatHint = "png";
+            texture.content = EncodePng(first, picture.mWidth, picture.mHeight);
+        }
+        textures.push_back(std::move(texture));
+    }
+    return textures;
+}
+
+}  // namespace Sceneprep

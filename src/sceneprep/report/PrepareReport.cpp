@@ -1,0 +1,79 @@
+#include <sceneprep/report/PrepareReport.h>
+
+#include <sceneprep/report/JsonFigures.h>
+#include <sceneprep/report/Report.h>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+constexpr int kSchema = 1;
+
+std::vector<std::string> TextsOf(const std::vector<std::filesystem::path>& paths)
+{
+    std::vector<std::string> texts;
+    texts.reserve(paths.size());
+    for (const std::filesystem::path& path : paths)
+        texts.push_back(path.string());
+    return texts;
+}
+
+Json FiguresAsJson(const SceneFigures& figures)
+{
+    return {{"counts", CountsAsJson(figures.counts)}, {"world", WorldAsJson(figures.world)}};
+}
+
+Json StepAsJson(const StepResult& step)
+{
+    Json changes = Json::object();
+    for (const Change& change : step.changes)
+        changes[change.what] = change.count;
+    Json messages = Json::array();
+    for (const MessageTotal& message : step.messages)
+        messages.push_back({{"text", message.text}, {"count", message.count}, {"sum", message.sum}});
+    return {{"name", step.name}, {"milliseconds", step.milliseconds}, {"changes", changes}, {"messages", messages}};
+}
+
+std::string Verdict(const std::vector<std::string>& differences)
+{
+    if (differences.empty())
+        return "The result shows the same world.\n";
+    std::string text = "The result shows another world:\n";
+    for (const std::string& difference : differences)
+        text += "  " + difference + '\n';
+    return text;
+}
+
+}  // namespace
+
+SceneFigures FiguresOf(Importing::SceneContainer& scene, const PartListener& listener)
+{
+    return {CountScene(scene), Measure(scene, listener)};
+}
+
+std::string ReportText(const PrepareReport& report)
+{
+    return ComparisonTable(report.before.counts, report.after.counts) +
+           WorldTable({report.before.world, report.after.world}) + Verdict(report.differences) + '\n' +
+           TimesTable(report.steps);
+}
+
+std::string ReportJson(const PrepareReport& report)
+{
+    Json json = {{"schema", kSchema},
+                 {"inputs", TextsOf(report.inputs)},
+                 {"leftOut", TextsOf(report.leftOut)},
+                 {"output", report.output.string()},
+                 {"before", FiguresAsJson(report.before)},
+                 {"after", FiguresAsJson(report.after)},
+                 {"steps", Json::array()},
+                 {"notes", report.notes},
+                 {"differences", report.differences}};
+    for (const StepResult& step : report.steps)
+        json["steps"].push_back(StepAsJson(step));
+    return JsonText(json);
+}
+
+}  // namespace Sceneprep

@@ -1,0 +1,136 @@
+#include <sceneprep/report/Report.h>
+
+#include <fmt/format.h>
+#include <sceneprep/assimp/Formats.h>
+#include <sceneprep/report/JsonFigures.h>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+Json NodesAsJson(Importing::SceneContainer& scene)
+{
+    Json nodes = Json::array();
+    for (Importing::Node& node : scene.NodeLibrary)
+    {
+        nodes.push_back({{"name", node.GetName()},
+                         {"animation", node.GetAnimationID()},
+                         {"children", node.ChildList},
+                         {"surfaces", node.SurfaceList},
+                         {"cameras", node.CameraList},
+                         {"lights", node.LightList}});
+    }
+    return nodes;
+}
+
+Json SurfacesAsJson(Importing::SceneContainer& scene)
+{
+    Json surfaces = Json::array();
+    for (Importing::Surface& surface : scene.SurfaceLibrary)
+    {
+        surfaces.push_back({{"name", surface.GetName()},
+                            {"geometry", surface.GetGeometryID()},
+                            {"material", surface.GetMaterialID()},
+                            {"collisionOffset", surface.GetCollisionOffset()}});
+    }
+    return surfaces;
+}
+
+std::string FigureRow(const char* name, const std::vector<WorldMeasure>& worlds, double (*figure)(const WorldMeasure&))
+{
+    std::string row = fmt::format("{:<12}", name);
+    for (const WorldMeasure& world : worlds)
+        row += fmt::format("{:>12.6g}", figure(world));
+    return row + '\n';
+}
+
+}  // namespace
+
+std::string ComparisonTable(const SceneStats& before, const SceneStats& after)
+{
+    std::string table = fmt::format("{:<12}{:>12}{:>12}\n", "", "before", "after");
+    const auto rowsBefore = before.Rows();
+    const auto rowsAfter = after.Rows();
+    for (std::size_t i = 0; i < rowsBefore.size(); ++i)
+        table += fmt::format("{:<12}{:>12}{:>12}\n", rowsBefore[i].first, rowsBefore[i].second, rowsAfter[i].second);
+    return table;
+}
+
+std::string StatsTable(const SceneStats& stats)
+{
+    std::string table;
+    for (const auto& [name, count] : stats.Rows())
+        table += fmt::format("{:<12}{:>12}\n", name, count);
+    return table;
+}
+
+std::string WorldTable(const std::vector<WorldMeasure>& worlds)
+{
+    using World = const WorldMeasure&;
+    std::string shown = fmt::format("{:<12}", "shown");
+    for (World world : worlds)
+        shown += fmt::format("{:>12}", world.triangles);
+    return shown + '\n' + FigureRow("min x", worlds, [](World world) { return world.min[0]; }) +
+           FigureRow("min y", worlds, [](World world) { return world.min[1]; }) +
+           FigureRow("min z", worlds, [](World world) { return world.min[2]; }) +
+           FigureRow("max x", worlds, [](World world) { return world.max[0]; }) +
+           FigureRow("max y", worlds, [](World world) { return world.max[1]; }) +
+           FigureRow("max z", worlds, [](World world) { return world.max[2]; }) +
+           FigureRow("area", worlds, [](World world) { return world.area; }) +
+           FigureRow("volume", worlds, [](World world) { return world.volume; });
+}
+
+std::string TimesTable(const std::vector<StepResult>& steps)
+{
+    std::string table;
+    for (const StepResult& step : steps)
+    {
+        table += fmt::format("{:<24}{:>9.1f} ms\n", step.name, step.milliseconds);
+        for (const Change& change : step.changes)
+            table += fmt::format("  {} {}\n", change.count, change.what);
+        for (const MessageTotal& message : step.messages)
+            table += fmt::format("  {} {} ms in {} pass{}\n", message.text, message.sum, message.count,
+                                 message.count == 1 ? "" : "es");
+    }
+    return table;
+}
+
+std::string InspectionJson(const std::filesystem::path& file, Importing::SceneContainer& scene,
+                           const WorldMeasure& world, bool withTree)
+{
+    Json inspection = {{"file", file.string()},
+                       {"counts", CountsAsJson(CountScene(scene))},
+                       {"world", WorldAsJson(world)},
+                       {"surfaces", SurfacesAsJson(scene)}};
+    if (withTree)
+    {
+        inspection["root"] = scene.GetRootNodeIndex();
+        inspection["nodes"] = NodesAsJson(scene);
+    }
+    return JsonText(inspection);
+}
+
+std::string FormatsText()
+{
+    std::string text = "Written, by the ending of the output:\n";
+    for (const WriteFormat& format : ListWriteFormats())
+        text += fmt::format("  .{:<10}{}\n", format.extension, format.description);
+
+    text += "Read:\n ";
+    std::size_t column = 1;
+    for (const std::string& extension : ListReadExtensions())
+    {
+        if (column + extension.size() + 2 > 80)
+        {
+            text += "\n ";
+            column = 1;
+        }
+        text += " ." + extension;
+        column += extension.size() + 2;
+    }
+    return text + '\n';
+}
+
+}  // namespace Sceneprep

@@ -1,0 +1,129 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <importing/base/CheckedAccess.h>
+#include <importing/math/D3DXMath.h>
+#include <importing/plugin/SceneContainer.h>
+#include <pipeline/scene/Hierarchy.h>
+#include <pipeline/scene/Skeletons.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace SceneprepTests
+{
+
+/// What is animated stands as its node or joint says.
+inline constexpr int kRest = -1;
+
+/// @return where an animated or still thing stands: at a key, counted from 0, or at rest.
+inline D3DXMATRIX PlaceAt(Importing::SceneContainer& scene, const D3DXMATRIX& rest, int animation, int pose)
+{
+    if (pose == kRest || !Importing::IsValidIndex(animation, scene.AnimationLibrary.size()))
+        return rest;
+    std::vector<Importing::Key>& keys = Importing::At(scene.AnimationLibrary, animation);
+    return keys.empty() ? rest : keys[std::min(static_cast<std::size_t>(pose), keys.size() - 1)].GetMatrix();
+}
+
+/// @return [nodes] world matrices.
+inline std::vector<D3DXMATRIX> WorldsAt(Importing::SceneContainer& scene, const Sceneprep::NodeWalk& walk, int pose)
+{
+    std::vector<D3DXMATRIX> worlds(scene.NodeLibrary.size());
+    for (const int index : walk.order)
+    {
+        Importing::Node& node = Importing::At(scene.NodeLibrary, index);
+        D3DXMATRIX& world = Importing::At(worlds, index);
+        world = PlaceAt(scene, node.GetLocalTransform().GetMatrix(), node.GetAnimationID(), pose);
+        const int parent = Importing::At(walk.parent, index);
+        if (parent >= 0)
+            world = Sceneprep::Product(world, Importing::At(worlds, parent));
+    }
+    return worlds;
+}
+
+/// @return [joints] their placement in the frame of the mesh's node.
+inline std::vector<D3DXMATRIX> JointsAt(Importing::SceneContainer& scene, Importing::Geometry& geometry, int pose)
+{
+    const std::vector<int> parents = Sceneprep::JointParents(geometry);
+    std::vector<D3DXMATRIX> placed;
+    for (std::size_t j = 0; j < parents.size(); ++j)
+    {
+        D3DXMATRIX matrix;
+        D3DXMatrixIdentity(&matrix);
+        for (int up = static_cast<int>(j); up >= 0; up = Importing::At(parents, up))
+        {
+            Importing::Joint& joint = Importing::At(geometry.JointArray, up);
+            matrix = Sceneprep::Product(matrix, PlaceAt(scene, joint.GetLocalTM(), joint.GetAnimationID(), pose));
+        }
+        placed.push_back(matrix);
+    }
+    return placed;
+}
+
+/// @return a vertex as its joints carry it, each given as bind pose inverse times placement.
+inline D3DXVECTOR3 Carried(Importing::Vertex& vertex, const std::vector<D3DXMATRIX>& joints)
+{
+    D3DXVECTOR3 sum(0, 0, 0);
+    for (std::uint64_t w = 0; w < vertex.GetWeightsCount(); ++w)
+    {
+        const Importing::Vertex::Weight weight = vertex.GetWeight(w);
+        const D3DXVECTOR3 position = vertex.GetPosition();
+        D3DXVECTOR3 moved;
+        D3DXVec3TransformCoord(&moved, &position, &joints.at(weight.first));
+        sum = sum + moved * weight.second;
+    }
+    return sum;
+}
+
+/// Vertices in the world, by the name of their mesh.
+using Shapes = std::map<std::string, std::vector<D3DXVECTOR3>>;
+
+/// @return the skinned meshes of a scene in a pose.
+inline Shapes SkinnedShapes(Importing::SceneContainer& scene, int pose)
+{
+    const Sceneprep::NodeWalk walk = Sceneprep::WalkFromRoot(scene);
+    const std::vector<D3DXMATRIX> worlds = WorldsAt(scene, walk, pose);
+    Shapes shapes;
+    for (const Sceneprep::SkinnedMesh& mesh : Sceneprep::ListSkinnedMeshes(scene, walk))
+    {
+        Importing::Geometry& geometry = Importing::At(scene.GeometryLibrary, mesh.geometry);
+        std::vector<D3DXMATRIX> joints = JointsAt(scene, geometry, pose);
+        for (std::size_t j = 0; j < joints.size(); ++j)
+        {
+            const D3DXMATRIX bind =
+                Sceneprep::Product(geometry.GetBindShapeTransform(), geometry.JointArray[j].GetBindPoseInverse());
+            joints[j] = Sceneprep::Product(Sceneprep::Product(bind, joints[j]), Importing::At(worlds, mesh.node));
+        }
+        for (Importing::Vertex& vertex : geometry.VertexArray)
+            shapes[geometry.GetName()].push_back(Carried(vertex, joints));
+    }
+    return shapes;
+}
+
+/// Expects the same meshes with vertices at the same places, to a ten-thousandth of the extent.
+inline void ExpectSameShapes(const Shapes& actual, const Shapes& expected)
+{
+    float extent = 0;
+    for (const auto& [name, vertices] : expected)
+        for (const D3DXVECTOR3& v : vertices)
+            extent = std::max({extent, std::fabs(v.x), std::fabs(v.y), std::fabs(v.z)});
+    ASSERT_EQ(actual.size(), expected.size());
+    for (const auto& [name, vertices] : expected)
+    {
+        SCOPED_TRACE(name);
+        ASSERT_EQ(actual.count(name), 1U);
+        const std::vector<D3DXVECTOR3>& others = actual.at(name);
+        ASSERT_EQ(others.size(), vertices.size());
+        for (std::size_t v = 0; v < vertices.size(); ++v)
+        {
+            EXPECT_NEAR(others[v].x, vertices[v].x, 1e-4F * extent) << "vertex " << v;
+            EXPECT_NEAR(others[v].y, vertices[v].y, 1e-4F * extent) << "vertex " << v;
+            EXPECT_NEAR(others[v].z, vertices[v].z, 1e-4F * extent) << "vertex " << v;
+        }
+    }
+}
+
+}  // namespace SceneprepTests

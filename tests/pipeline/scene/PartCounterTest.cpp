@@ -1,0 +1,33 @@
+#include <pipeline/scene/PartCounter.h>
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace
+{
+
+using Sceneprep::PartCounter;
+
+std::vector<double> PartsTold(std::size_t all, const std::vector<std::size_t>& counts)
+{
+    std::vector<double> parts;
+    PartCounter counter([&parts](double part) { parts.push_back(part); }, all);
+    for (const std::size_t count : counts)
+        counter.Add(count);
+    return parts;
+}
+
+TEST(PartCounter, TellsThePartThatIsDone) { EXPECT_EQ(PartsTold(4, {1, 2, 1}), (std::vector<double>{0.25, 0.75, 1})); }
+
+TEST(PartCounter, TellsAFewHundredTimesOnly)
+{
+    const std::vector<double> parts = PartsTold(100000, std::vector<std::size_t>(100000, 1));
+    EXPECT_GT(parts.size(), 200U);
+    EXPECT_LE(parts.size(), 401U);
+    EXPECT_EQ(parts.back(), 1);
+}
+
+TEST(PartCounter, OfNothingAllIsDone) { EXPECT_EQ(PartsTold(0, {0}), (std::vector<double>{1})); }
+
+}  // namespace

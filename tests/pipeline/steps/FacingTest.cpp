@@ -1,0 +1,53 @@
+#include <pipeline/steps/Facing.h>
+
+#include <gtest/gtest.h>
+#include <support/SceneText.h>
+
+namespace
+{
+
+using namespace Sceneprep;
+using Importing::SceneContainer;
+using Support::NodeNamed;
+using Support::Scene;
+
+TEST(Facing, WorldMatricesMirrorWhereAnOddNumberOfLocalOnesDoes)
+{
+    SceneContainer scene = Scene("Root( A( B ) C )");
+    scene.NodeLibrary[0].SetLocalTransform(Support::Scaling(1, 1, -1));
+    NodeNamed(scene, "B").SetLocalTransform(Support::Scaling(-1, 1, 1));
+    EXPECT_EQ(FindMirroredNodes(scene, WalkFromRoot(scene)), (std::vector<bool>{true, true, false, true}));
+}
+
+TEST(Facing, TurnsTheMeshesOfMarkedNodes)
+{
+    SceneContainer scene = Scene("Root( A[a] B[b] )");
+    const WindingRecord winding(scene);
+    TurnFacesOfNodes(scene, WalkFromRoot(scene), {false, true, false});
+    EXPECT_TRUE(winding.IsTurned(scene, 0));
+    EXPECT_FALSE(winding.IsTurned(scene, 1));
+    EXPECT_EQ(winding.CountTurned(scene), 1U);
+    TurnFacesOfNodes(scene, WalkFromRoot(scene), {false, true, true});
+    EXPECT_FALSE(winding.IsTurned(scene, 0));
+    EXPECT_TRUE(winding.IsTurned(scene, 1));
+}
+
+TEST(Facing, ATriangleWithEqualCornersIsNoWitness)
+{
+    SceneContainer scene = Scene("Root[a]");
+    scene.GeometryLibrary[0].IndexArray = {0, 1, 1, 0, 1, 2};
+    const WindingRecord winding(scene);
+    scene.GeometryLibrary[0].FlipFaces();
+    EXPECT_TRUE(winding.IsTurned(scene, 0));
+}
+
+TEST(Facing, MeshesWithoutAWitnessAreNotTurned)
+{
+    SceneContainer scene = Scene("Root[a]");
+    scene.GeometryLibrary[0].IndexArray = {0, 1, 1};
+    const WindingRecord winding(scene);
+    scene.GeometryLibrary[0].FlipFaces();
+    EXPECT_FALSE(winding.IsTurned(scene, 0));
+}
+
+}  // namespace

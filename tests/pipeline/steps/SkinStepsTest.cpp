@@ -1,0 +1,184 @@
+#include <pipeline/steps/SkinSteps.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <pipeline/scene/SceneStats.h>
+#include <pipeline/steps/PrepareSteps.h>
+#include <sceneprep/RandomSkins.h>
+#include <sceneprep/TestFiles.h>
+#include <sceneprep/export/ExportModel.h>
+#include <sceneprep/import/ImportModel.h>
+#include <support/SceneText.h>
+
+#include <sstream>
+
+namespace
+{
+
+using namespace Sceneprep;
+using namespace SceneprepTests;
+using Importing::Joint;
+using Importing::SceneContainer;
+using Support::Scene;
+using Support::ToText;
+
+/// Gives the mesh of a surface a joint that is the node of its name, below or beside the node that shows it.
+void AddJoint(SceneContainer& scene, const std::string& surface, const std::string& name, int parent = -1)
+{
+    const Importing::Node& node = Support::NodeNamed(scene, name);
+    Joint& joint = Support::MeshOf(scene, surface).JointArray.emplace_back(name);
+    joint.SetParentID(parent);
+    joint.SetAnimationID(node.GetAnimationID());
+    joint.SetLocalTM(Support::NodeNamed(scene, name).GetLocalTransform().GetMatrix());
+}
+
+TEST(SkinSteps, SkeletonsThatCarryNothingAreDropped)
+{
+    SceneContainer scene = Scene("Root( Hip@1,0,0*( Leg@0,1,0*( Toe ) ) M[m] )");
+    AddJoint(scene, "m", "Hip");
+    AddJoint(scene, "m", "Leg", 0);
+    EXPECT_EQ(LeaveSkeletonsToJoints(scene), (Changes{{"nodes left to joints", 3}}));
+    EXPECT_EQ(ToText(scene), "Root( M[m] )");
+    EXPECT_EQ(scene.NodeLibrary.size(), 2U);
+}
+
+TEST(SkinSteps, WhatABoneCarriesAndWhatElseMovesStays)
+{
+    SceneContainer scene = Scene("Root( Hip*( Hand*( Sword[s] ) Leg* Cape*( Hem ) ) Still M[m] )");
+    AddJoint(scene, "m", "Hip");
+    AddJoint(scene, "m", "Hand", 0);
+    AddJoint(scene, "m", "Leg", 0);
+    LeaveSkeletonsToJoints(scene);
+    EXPECT_EQ(ToText(scene), "Root( Hip*( Hand*( Sword[s] ) Cape*( Hem ) ) Still M[m] )");
+}
+
+TEST(SkinSteps, WithoutSkinsNothingIsDropped)
+{
+    SceneContainer scene = Scene("Root( Hip*( Leg ) M[m] )");
+    EXPECT_EQ(LeaveSkeletonsToJoints(scene), (Changes{{"nodes left to joints", 0}}));
+    EXPECT_EQ(scene.NodeLibrary.size(), 4U);
+}
+
+TEST(SkinSteps, SkinnedSurfacesAreTakenWithTheirPlace)
+{
+    SceneContainer scene = Scene("Root@9,0,0[r]( P@1,0,0( M@0,2,0[a m b] ) K[k=m] )");
+    AddJoint(scene, "m", "P");
+    std::vector<bool> kept(scene.NodeLibrary.size(), false);
+    kept[static_cast<std::size_t>(Support::NodeIndex(scene, "K"))] = true;
+    std::vector<Importing::Node> taken = TakeSkinnedSurfaces(scene, kept);
+    EXPECT_EQ(ToText(scene), "Root[r]( P( M[a b] ) K[k] )");
+    HangBelowRoot(scene, taken);
+    EXPECT_EQ(ToText(scene), "Root[r]( P( M[a b] ) K[k] M[m] )");
+    const D3DXMATRIX place = scene.NodeLibrary.back().GetLocalTransform().GetMatrix();
+    EXPECT_EQ(D3DXVECTOR3(place._41, place._42, place._43), D3DXVECTOR3(1, 2, 0));
+}
+
+class SkinnedScenesTest : public testing::TestWithParam<std::uint32_t>
+{
+protected:
+    SkinnedScenesTest() : random_(GetParam())
+    {
+        ImportSkins(random_.Skinned(), Scene());
+        for (const int pose : {kRest, 0, 1})
+            expected_.push_back(SkinnedShapes(Scene(), pose));
+    }
+
+    SceneContainer& Scene() { return random_.Scene(); }
+
+    void Run(SceneContainer& scene, const StepOptions& options) { MakePipeline(options).Run(scene, progress_); }
+
+    void ExpectSamePoses(SceneContainer& scene, bool withMovement = true)
+    {
+        for (const int pose : withMovement ? std::vector<int>{kRest, 0, 1} : std::vector<int>{kRest})
+        {
+            SCOPED_TRACE(pose);
+            ExpectSameShapes(SkinnedShapes(scene, pose), expected_.at(static_cast<std::size_t>(pose + 1)));
+        }
+    }
+
+    SceneContainer WrittenAndRead(SceneContainer& scene, const std::string& name)
+    {
+        SceneContainer back;
+        ExportModel(scene, {}, folder_ / name, progress_);
+        ImportModel(folder_ / name, back, progress_);
+        return back;
+    }
+
+    RandomSkins random_;
+    std::vector<Shapes> expected_;
+    TemporaryFolder folder_;
+    std::ostringstream out_;
+    Progress progress_{out_, false};
+};
+
+TEST_P(SkinnedScenesTest, FlatteningKeepsEveryPose)
+{
+    Run(Scene(), {.flatten = true});
+    ExpectSamePoses(Scene());
+}
+
+TEST_P(SkinnedScenesTest, FlatteningWithoutRegardToAnimationKeepsTheShape)
+{
+    Run(Scene(), {.flatten = true, .ignoreAnimation = true});
+    ExpectSamePoses(Scene(), false);
+}
+
+TEST_P(SkinnedScenesTest, RepairedMirrorsKeepEveryPose)
+{
+    for (std::size_t node = 0; node < Scene().NodeLibrary.size(); node += 2)
+    {
+        Importing::Node& record = Scene().NodeLibrary[node];
+        record.SetLocalTransform(
+            Importing::Transform(Product(Support::Scaling(1, -1, 1), record.GetLocalTransform().GetMatrix())));
+    }
+    for (const int pose : {kRest, 0, 1})
+        expected_[static_cast<std::size_t>(pose + 1)] = SkinnedShapes(Scene(), pose);
+    Run(Scene(), {.repairMirrors = true});
+    ExpectSamePoses(Scene());
+}
+
+TEST_P(SkinnedScenesTest, WrittenAndReadAgainSkinsAreTheSame)
+{
+    SceneContainer back = WrittenAndRead(Scene(), "a.glb");
+    ExpectSamePoses(back);
+    EXPECT_EQ(CountScene(back).joints, CountScene(Scene()).joints);
+    SceneContainer again = WrittenAndRead(back, "b.glb");
+    ExpectSamePoses(again);
+    EXPECT_EQ(CountScene(again), CountScene(back)) << "nothing grows";
+}
+
+TEST_P(SkinnedScenesTest, PreparedWrittenAndReadAgainSkinsAreTheSame)
+{
+    StepOptions options;
+    ChooseRecommended(options);
+    options.uniqueNames = options.weld = false;  // the comparison goes by names of meshes and order of vertices
+    Run(Scene(), options);
+    SceneContainer back = WrittenAndRead(Scene(), "a.gltf");
+    ExpectSamePoses(back);
+    Run(back, options);
+    ExpectSamePoses(back);
+    SceneContainer again = WrittenAndRead(back, "b.gltf");
+    Run(again, options);
+    ExpectSamePoses(again);
+    EXPECT_EQ(CountScene(again), CountScene(back)) << "nothing grows";
+}
+
+TEST_P(SkinnedScenesTest, FormatsOfTheModelLibraryHoldSkins)
+{
+    RandomSkins one(GetParam(), 1);
+    one.Scene().NodeLibrary[0].SetAnimationID(-1);  // in COLLADA the root stands still
+    ImportSkins(one.Skinned(), one.Scene());
+    for (const char* name : {"a.assbin", "a.dae"})
+    {
+        SCOPED_TRACE(name);
+        SceneContainer back = WrittenAndRead(one.Scene(), name);
+        ASSERT_EQ(back.GeometryLibrary.size(), 1U);
+        back.GeometryLibrary[0].SetName("M0");  // those formats lose names of meshes
+        for (const int pose : {kRest, 0, 1})
+            ExpectSameShapes(SkinnedShapes(back, pose), SkinnedShapes(one.Scene(), pose));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, SkinnedScenesTest, testing::Range(0U, 40U));
+
+}  // namespace

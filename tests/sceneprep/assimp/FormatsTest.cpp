@@ -1,0 +1,78 @@
+#include <sceneprep/assimp/Formats.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace
+{
+
+using namespace Sceneprep;
+
+std::string IdOf(const std::string& file)
+{
+    const std::optional<WriteFormat> format = FindWriteFormat(file);
+    return format ? format->id : "none";
+}
+
+TEST(Formats, GltfAndGlbMeanVersionTwo)
+{
+    EXPECT_EQ(IdOf("a.gltf"), "gltf2");
+    EXPECT_EQ(IdOf("a.glb"), "glb2");
+}
+
+TEST(Formats, OtherEndings)
+{
+    EXPECT_EQ(IdOf("a.obj"), "obj");
+    EXPECT_EQ(IdOf("a.dae"), "collada");
+    EXPECT_EQ(IdOf("a.fbx"), "fbxa");
+    EXPECT_EQ(IdOf("a.ply"), "plyb");
+    EXPECT_EQ(IdOf("a.stl"), "stlb");
+}
+
+TEST(Formats, EndingsCountInEitherCase) { EXPECT_EQ(IdOf("folder.x/A.GLB"), "glb2"); }
+
+TEST(Formats, UnknownEndingsAreNone)
+{
+    EXPECT_EQ(IdOf("a.zzz"), "none");
+    EXPECT_EQ(IdOf("glb"), "none");
+    EXPECT_EQ(IdOf("a.pbrt"), "none");
+    EXPECT_EQ(IdOf(""), "none");
+}
+
+TEST(Formats, SayWhatTheyHold)
+{
+    EXPECT_TRUE(FindWriteFormat("a.dae")->Holds(Content::Cameras));
+    EXPECT_TRUE(FindWriteFormat("a.glb")->Holds(Content::TexturePlacements));
+    EXPECT_FALSE(FindWriteFormat("a.obj")->Holds(Content::Cameras));
+    EXPECT_TRUE(FindWriteFormat("a.fbx")->LosesRoot());
+    EXPECT_FALSE(FindWriteFormat("a.fbx")->HoldsShear());
+    EXPECT_TRUE(FindWriteFormat("a.3ds")->IsZUp());
+    EXPECT_EQ(FindWriteFormat("a.3ds")->LargestMesh(), 65535U);
+    EXPECT_FALSE(FindWriteFormat("a.glb")->IsFlat());
+    EXPECT_TRUE(FindWriteFormat("a.stl")->IsFlat());
+    EXPECT_TRUE(FindWriteFormat("a.dae")->Holds(Content::Skins));
+    EXPECT_FALSE(FindWriteFormat("a.fbx")->Holds(Content::Skins));
+    EXPECT_TRUE(FindWriteFormat("a.obj")->IsObj());
+    EXPECT_TRUE(FindWriteFormat("a.gltf")->IsGltf());
+    EXPECT_TRUE(FindWriteFormat("a.glb")->HoldsPictures());
+    EXPECT_FALSE(FindWriteFormat("a.gltf")->HoldsPictures());
+}
+
+TEST(Formats, ListsEveryEndingOnceInOrder)
+{
+    std::vector<std::string> endings;
+    for (const WriteFormat& format : ListWriteFormats())
+        endings.push_back(format.extension);
+    EXPECT_TRUE(std::is_sorted(endings.begin(), endings.end()));
+    EXPECT_EQ(std::adjacent_find(endings.begin(), endings.end()), endings.end());
+    EXPECT_THAT(endings, testing::IsSupersetOf({"dae", "fbx", "glb", "gltf", "obj", "ply", "stl"}));
+}
+
+TEST(Formats, ListsWhatCanBeReadWithoutDots)
+{
+    EXPECT_THAT(ListReadExtensions(), testing::IsSupersetOf({"dae", "fbx", "glb", "gltf", "obj", "ply"}));
+}
+
+}  // namespace

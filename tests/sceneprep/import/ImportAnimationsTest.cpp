@@ -1,0 +1,138 @@
+#include <sceneprep/import/ImportAnimations.h>
+
+#include <assimp/anim.h>
+#include <gtest/gtest.h>
+#include <support/SceneText.h>
+
+#include <cmath>
+#include <memory>
+
+namespace
+{
+
+using namespace Sceneprep;
+using Importing::SceneContainer;
+
+/// An animation that moves the node A: positions at 0 and 2 seconds, a quarter turn about z at 1 second.
+aiAnimation* MakeAnimation(double ticksPerSecond, const char* node = "A")
+{
+    auto* channel = new aiNodeAnim;
+    channel->mNodeName = node;
+    channel->mNumPositionKeys = 2;
+    channel->mPositionKeys = new aiVectorKey[2]{{0, {0, 0, 0}}, {2 * ticksPerSecond, {4, 0, 0}}};
+    channel->mNumRotationKeys = 1;
+    channel->mRotationKeys = new aiQuatKey[1]{{ticksPerSecond, aiQuaternion(std::sqrt(0.5F), 0, 0, std::sqrt(0.5F))}};
+    auto* animation = new aiAnimation;
+    animation->mTicksPerSecond = ticksPerSecond;
+    animation->mNumChannels = 1;
+    animation->mChannels = new aiNodeAnim* [1] { channel };
+    return animation;
+}
+
+std::unique_ptr<aiScene> SceneWith(const std::vector<aiAnimation*>& animations)
+{
+    auto source = std::make_unique<aiScene>();
+    source->mAnimations = new aiAnimation*[animations.size()];
+    for (aiAnimation* animation : animations)
+        source->mAnimations[source->mNumAnimations++] = animation;
+    return source;
+}
+
+const NodeNames kNames = {{"Root", 0}, {"A", 1}};
+
+TEST(ImportAnimations, MergesKeyTimesAndInterpolates)
+{
+    SceneContainer scene = Support::Scene("Root( A )");
+    EXPECT_TRUE(ImportAnimations(*SceneWith({MakeAnimation(30)}), kNames, scene).empty());
+    ASSERT_EQ(scene.NodeLibrary[1].GetAnimationID(), 0);
+    std::vector<Importing::Key>& keys = scene.AnimationLibrary[0];
+    ASSERT_EQ(keys.size(), 3U);
+    EXPECT_EQ(keys[0].GetTime(), 0U);
+    EXPECT_EQ(keys[1].GetTime(), 4800U);
+    EXPECT_EQ(keys[2].GetTime(), 9600U);
+    EXPECT_EQ(keys[1].GetPosition(), D3DXVECTOR3(2, 0, 0));
+    EXPECT_EQ(keys[2].GetPosition(), D3DXVECTOR3(4, 0, 0));
+    EXPECT_EQ(keys[0].GetScale(), D3DXVECTOR3(1, 1, 1));
+    EXPECT_NEAR(keys[0].GetRotation().z, std::sqrt(0.5F), 1e-6F);
+}
+
+TEST(ImportAnimations, ARotationTurnsTheSameWayAsInTheFile)
+{
+    SceneContainer scene = Support::Scene("Root( A )");
+    ImportAnimations(*SceneWith({MakeAnimation(30)}), kNames, scene);
+    const D3DXMATRIX matrix = scene.AnimationLibrary[0][0].GetMatrix();
+    const D3DXVECTOR3 x(1, 0, 0);
+    D3DXVECTOR3 turned;
+    D3DXVec3TransformCoord(&turned, &x, &matrix);
+    EXPECT_NEAR(turned.y, 1, 1e-6F);  // a quarter turn about z carries x to y
+}
+
+TEST(ImportAnimations, WithoutATickLengthThereAre25InASecond)
+{
+    SceneContainer scene = Support::Scene("Root( A )");
+    auto source = SceneWith({MakeAnimation(25)});
+    source->mAnimations[0]->mTicksPerSecond = 0;
+    ImportAnimations(*source, kNames, scene);
+    EXPECT_EQ(scene.AnimationLibrary.at(0).at(2).GetTime(), 9600U);
+}
+
+TEST(ImportAnimations, ANodeKeepsItsFirstAnimationAndTheOthersAreTold)
+{
+    SceneContainer scene = Support::Scene("Root( A )");
+    const auto notes = ImportAnimations(*SceneWith({MakeAnimation(30), MakeAnimation(60)}), kNames, scene);
+    EXPECT_EQ(notes, (std::vector<std::string>{"a node keeps one animation: further movements are left out (1)"}));
+    EXPECT_EQ(scene.AnimationLibrary.size(), 1U);
+}
+
+TEST(ImportAnimations, MovementsOfUnknownNodesAreLeftOut)
+{
+    SceneContainer scene = Support::Scene("Root( A )");
+    EXPECT_TRUE(ImportAnimations(*SceneWith({MakeAnimation(30, "Other")}), kNames, scene).empty());
+    EXPECT_TRUE(scene.AnimationLibrary.empty());
+}
+
+const std::vector<std::string> kEarly = {"what animations hold before time 0 is left out (nodes: 1)"};
+
+TEST(ImportAnimations, OfWhatLiesBeforeTheStartThePlaceAtTheStartIsKept)
+{
+    SceneContainer scene = Support::Scene("Root( A )");
+    auto source = SceneWith({MakeAnimation(30)});
+    source->mAnimations[0]->mChannels[0]->mPositionKeys[0].mTime = -20;  // a quarter of the way before 60
+    EXPECT_EQ(ImportAnimations(*source, kNames, scene), kEarly);
+    std::vector<Importing::Key>& keys = scene.AnimationLibrary.at(0);
+    ASSERT_EQ(keys.size(), 3U);
+    EXPECT_EQ(keys[0].GetTime(), 0U);
+    EXPECT_EQ(keys[0].GetPosition(), D3DXVECTOR3(1, 0, 0));
+    EXPECT_EQ(keys[1].GetTime(), 4800U);
+}
+
+TEST(ImportAnimations, OfSeveralKeysUpToTheStartTheLastIsKept)
+{
+    for (const double last : {-5.0, 0.0})
+    {
+        SceneContainer scene = Support::Scene("Root( A )");
+        auto source = SceneWith({MakeAnimation(30)});
+        aiNodeAnim& channel = *source->mAnimations[0]->mChannels[0];
+        channel.mPositionKeys[0].mTime = -10;
+        channel.mPositionKeys[1].mTime = last;
+        channel.mRotationKeys[0].mTime = -10;
+        EXPECT_EQ(ImportAnimations(*source, kNames, scene), kEarly);
+        ASSERT_EQ(scene.AnimationLibrary.at(0).size(), 1U);
+        EXPECT_EQ(scene.AnimationLibrary[0][0].GetTime(), 0U);
+        EXPECT_EQ(scene.AnimationLibrary[0][0].GetPosition(), D3DXVECTOR3(4, 0, 0));
+    }
+}
+
+TEST(ImportAnimations, MovementsOfMorphTargetsAreLeftOutAndTold)
+{
+    SceneContainer scene = Support::Scene("Root( A )");
+    auto source = SceneWith({new aiAnimation});
+    aiAnimation& animation = *source->mAnimations[0];
+    animation.mNumMorphMeshChannels = 2;
+    animation.mMorphMeshChannels = new aiMeshMorphAnim* [2] { new aiMeshMorphAnim, new aiMeshMorphAnim };
+    EXPECT_EQ(ImportAnimations(*source, kNames, scene),
+              (std::vector<std::string>{"movements of morph targets are left out (2)"}));
+    EXPECT_TRUE(scene.AnimationLibrary.empty());
+}
+
+}  // namespace

@@ -1,0 +1,327 @@
+#include <sceneprep/import/ImportModel.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <pipeline/SkinnedShape.h>
+#include <pipeline/scene/SceneStats.h>
+#include <sceneprep/SkinnedFiles.h>
+#include <sceneprep/assimp/CameraFrame.h>
+#include <sceneprep/export/ExportModel.h>
+#include <sceneprep/run/Error.h>
+#include <support/SceneText.h>
+
+#include <cmath>
+#include <sstream>
+
+namespace
+{
+
+using namespace Sceneprep;
+using namespace SceneprepTests;
+using Importing::SceneContainer;
+using testing::HasSubstr;
+
+class ImportModelTest : public testing::Test
+{
+protected:
+    ImportedModel Import(const std::filesystem::path& file)
+    {
+        std::ostringstream out;
+        Progress progress(out, false);
+        return ImportModel(file, scene_, progress);
+    }
+
+    std::string ImportError(const std::filesystem::path& file)
+    {
+        try
+        {
+            Import(file);
+        }
+        catch (const ToolError& error)
+        {
+            return error.what();
+        }
+        return "no error";
+    }
+
+    Importing::Geometry& GeometryOf(const std::string& node) { return Support::MeshOf(scene_, SurfaceOf(node)); }
+
+    std::string SurfaceOf(const std::string& node)
+    {
+        return scene_.SurfaceLibrary.at(static_cast<std::size_t>(Support::NodeNamed(scene_, node).SurfaceList.at(0)))
+            .GetName();
+    }
+
+    TemporaryFolder folder_;
+    SceneContainer scene_;
+};
+
+/// One triangle whose mesh two nodes list, the second one moved by a matrix and holding a child that is moved too.
+std::string SharedMeshGltf()
+{
+    return R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],
+"nodes":[{"name":"Top","children":[1,2]},{"name":"Left","mesh":0},
+{"name":"Right","mesh":0,"children":[3],"matrix":[0,1,0,0,-1,0,0,0,0,0,1,0,10,20,30,1]},
+{"name":"Child","mesh":0,"translation":[1,0,0]}],
+"meshes":[{"name":"Tri","primitives":[{"attributes":{"POSITION":0}}]}],
+"accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3","min":[0,0,0],"max":[1,1,0]}],
+"bufferViews":[{"buffer":0,"byteLength":36}],
+"buffers":[{"byteLength":36,"uri":"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}]})";
+}
+
+TEST_F(ImportModelTest, TrianglesNormalsAndUVsOfASmallModel)
+{
+    const ImportedModel model = Import(WriteSmallObj(folder_));
+    EXPECT_EQ(scene_.GetName(), "small");
+    EXPECT_EQ(scene_.GetRootNodeIndex(), 0);
+    EXPECT_EQ(CountScene(scene_).triangles, 3U);
+    Importing::Geometry& square = GeometryOf("Square");
+    EXPECT_EQ(square.IndexArray.size(), 6U);
+    EXPECT_EQ(square.GetPolySize(), 3U);
+    for (Importing::Vertex& vertex : square.VertexArray)
+    {
+        EXPECT_EQ(vertex.GetNormal(), D3DXVECTOR3(0, 0, 1));
+        ASSERT_EQ(vertex.GetTexCoordCount(), 1U);
+        EXPECT_EQ(vertex.GetTexCoord(0).x, vertex.GetPosition().x);
+        EXPECT_EQ(vertex.GetTexCoord(0).y, vertex.GetPosition().y);
+    }
+}
+
+TEST_F(ImportModelTest, PointsAndLinesAreDroppedAndTold)
+{
+    const ImportedModel model = Import(WriteSmallObj(folder_));
+    EXPECT_TRUE(Support::NodeNamed(scene_, "Wire").SurfaceList.empty());
+    EXPECT_EQ(model.notes, (std::vector<std::string>{"only triangles are kept: points and lines are left out (1)"}));
+}
+
+TEST_F(ImportModelTest, SurfacesGetTheirMaterialsAndMaps)
+{
+    const ImportedModel model = Import(WriteSmallObj(folder_));
+    Importing::Surface& square = Support::SurfaceNamed(scene_, SurfaceOf("Square"));
+    Importing::Material& red = scene_.MaterialLibrary.at(static_cast<std::size_t>(square.GetMaterialID()));
+    EXPECT_EQ(red.GetName(), "Red");
+    EXPECT_EQ(red.GetDiffuse(), D3DXCOLOR(1, 0, 0, 1));
+    EXPECT_EQ(red.GetOpacity(), 0.5F);
+    EXPECT_EQ(square.GetMap("diffuse", 0), 0);
+    EXPECT_EQ(scene_.TextureLibrary, (std::vector<std::string>{"wood.png"}));
+    EXPECT_EQ(model.textures.spelling.at("wood.png"), "Wood.PNG");
+}
+
+TEST_F(ImportModelTest, SharedMeshesStayShared)
+{
+    Import(folder_.Write("shared.gltf", SharedMeshGltf()));
+    EXPECT_EQ(scene_.SurfaceLibrary.size(), 3U);
+    EXPECT_EQ(scene_.GeometryLibrary.size(), 1U);
+    EXPECT_EQ(scene_.GetGeometryInstanceCount(0), 3);
+}
+
+TEST_F(ImportModelTest, MatricesAreTurnedIntoRowVectorForm)
+{
+    Import(folder_.Write("shared.gltf", SharedMeshGltf()));
+    EXPECT_EQ(Support::ToText(scene_), "Top( Left[Tri] Right[Tri]( Child[Tri] ) )");
+    const D3DXMATRIX right = Support::NodeNamed(scene_, "Right").GetLocalTransform().GetMatrix();
+    EXPECT_EQ(right._41, 10);
+    EXPECT_EQ(right._43, 30);
+    EXPECT_EQ(right._12, 1);
+    EXPECT_EQ(right._21, -1);
+    // The child's (1, 0, 0) is turned to (0, 1, 0) by its parent.
+    const D3DXMATRIX child = scene_.CalculateGlobalTM(Support::NodeIndex(scene_, "Child"));
+    EXPECT_EQ(child._41, 10);
+    EXPECT_EQ(child._42, 21);
+}
+
+/// What both files of SkinnedFiles.h hold.
+void ExpectHipAndLeg(SceneContainer& scene)
+{
+    EXPECT_EQ(Support::NodeNamed(scene, "Leg").GetLocalTransform().GetMatrix()._42, 2) << "nodes stay";
+    ASSERT_EQ(scene.GeometryLibrary.size(), 1U);
+    Importing::Geometry& mesh = scene.GeometryLibrary[0];
+    ASSERT_EQ(mesh.JointArray.size(), 2U);
+    EXPECT_EQ(mesh.JointArray[0].GetName(), "Hip");
+    EXPECT_EQ(mesh.JointArray[0].GetParentID(), -1);
+    EXPECT_EQ(mesh.JointArray[0].GetLocalTM()._42, 1);
+    EXPECT_EQ(mesh.JointArray[0].GetBindPoseInverse()._42, -1);
+    EXPECT_EQ(mesh.JointArray[1].GetName(), "Leg");
+    EXPECT_EQ(mesh.JointArray[1].GetParentID(), 0);
+    EXPECT_EQ(mesh.JointArray[1].GetLocalTM()._42, 2);
+    EXPECT_EQ(mesh.JointArray[1].GetBindPoseInverse()._42, -3);
+    ASSERT_EQ(mesh.VertexArray.size(), 3U);
+    EXPECT_EQ(mesh.VertexArray[0].GetWeightsCount(), 1U);
+    EXPECT_EQ(mesh.VertexArray[1].GetWeight(0), Importing::Vertex::Weight(0, 0.25F));
+    EXPECT_EQ(mesh.VertexArray[1].GetWeight(1), Importing::Vertex::Weight(1, 0.75F));
+    EXPECT_EQ(mesh.VertexArray[2].GetWeight(0), Importing::Vertex::Weight(1, 1.0F));
+    EXPECT_EQ(mesh.VertexArray[2].GetNormal(), D3DXVECTOR3(0, 0, 1)) << "computed";
+    ExpectSameShapes(SkinnedShapes(scene, kRest), {{"Skin", {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}}});
+}
+
+TEST_F(ImportModelTest, SkinsOfGltf)
+{
+    // The format's own material is a metal.
+    EXPECT_THAT(Import(WriteSkinnedGltf(folder_)).notes,
+                testing::ElementsAre("metallic materials become non-metal (1)"));
+    ExpectHipAndLeg(scene_);
+}
+
+TEST_F(ImportModelTest, SkinsOfCollada)
+{
+    EXPECT_THAT(Import(WriteSkinnedCollada(folder_)).notes, testing::IsEmpty());
+    scene_.GeometryLibrary.at(0).SetName("Skin");  // the name of a skin's mesh gets lost
+    ExpectHipAndLeg(scene_);
+}
+
+TEST_F(ImportModelTest, SkinsComeBackFromGltf)
+{
+    Import(WriteSkinnedGltf(folder_));
+    std::ostringstream out;
+    Progress progress(out, false);
+    EXPECT_THAT(ExportModel(scene_, {}, folder_ / "out.glb", progress), testing::IsEmpty());
+    scene_ = SceneContainer();
+    Import(folder_ / "out.glb");
+    ExpectHipAndLeg(scene_);
+    EXPECT_EQ(Support::ToText(scene_), "Top( Hip( Leg ) Body[Skin] )");
+}
+
+/// Cameras at nodes that are placed by parts and by a matrix, one without an aspect, and a light; no mesh.
+std::string CamerasAndLightGltf()
+{
+    return R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],
+"extensionsUsed":["KHR_lights_punctual"],
+"extensions":{"KHR_lights_punctual":{"lights":[{"type":"spot","color":[1,0.5,0.25],
+"spot":{"innerConeAngle":0.25,"outerConeAngle":0.5}}]}},
+"nodes":[{"name":"Top","children":[1,2,3,4]},{"name":"Placed","camera":0,"translation":[1,2,3]},
+{"name":"Turned","camera":1,"matrix":[0,0,1,0,0,1,0,0,-1,0,0,0,4,5,6,1]},{"name":"Flat","camera":2},
+{"name":"Lamp","translation":[7,8,9],"extensions":{"KHR_lights_punctual":{"light":0}}}],
+"cameras":[{"type":"perspective","perspective":{"yfov":0.8,"aspectRatio":1.75,"znear":0.5,"zfar":50}},
+{"type":"perspective","perspective":{"yfov":0.5,"znear":0.5,"zfar":50}},
+{"type":"orthographic","orthographic":{"xmag":3,"ymag":2,"znear":0.5,"zfar":50}}]})";
+}
+
+/// How something stands in the world that is offset from a node.
+CameraFrame WorldFrame(SceneContainer& scene, const std::string& node, Importing::Transform offset)
+{
+    const D3DXMATRIX inNode = offset.GetMatrix();
+    const D3DXMATRIX ofNode = scene.CalculateGlobalTM(Support::NodeIndex(scene, node));
+    D3DXMATRIX world;
+    return FrameFromOffset(*D3DXMatrixMultiply(&world, &inNode, &ofNode));
+}
+
+void ExpectCamerasAndLight(SceneContainer& scene)
+{
+    ASSERT_EQ(scene.CameraLibrary.size(), 2U);
+    const CameraFrame placed = WorldFrame(scene, "Placed", scene.CameraLibrary[0].GetOffsetMatrix());
+    EXPECT_EQ(placed.position, D3DXVECTOR3(1, 2, 3));
+    EXPECT_EQ(placed.forward, D3DXVECTOR3(0, 0, -1));
+    EXPECT_EQ(placed.up, D3DXVECTOR3(0, 1, 0));
+    const CameraFrame turned = WorldFrame(scene, "Turned", scene.CameraLibrary[1].GetOffsetMatrix());
+    EXPECT_EQ(turned.position, D3DXVECTOR3(4, 5, 6));
+    EXPECT_EQ(turned.forward, D3DXVECTOR3(1, 0, 0));
+
+    constexpr float kDegrees = 57.29578F;
+    EXPECT_NEAR(scene.CameraLibrary[0].GetFovY(), 0.8F * kDegrees, 1e-4F);
+    EXPECT_NEAR(scene.CameraLibrary[0].GetFovX(), 2 * std::atan(1.75F * std::tan(0.4F)) * kDegrees, 1e-4F);
+    EXPECT_NEAR(scene.CameraLibrary[1].GetFovY(), 0.5F * kDegrees, 1e-4F);
+    EXPECT_NEAR(scene.CameraLibrary[1].GetFovX(), 0.5F * kDegrees, 1e-4F) << "without an aspect";
+
+    ASSERT_EQ(scene.LightLibrary.size(), 1U);
+    Importing::Light& light = scene.LightLibrary[0];
+    const CameraFrame lamp = WorldFrame(scene, "Lamp", light.GetOffsetMatrix());
+    EXPECT_EQ(lamp.position, D3DXVECTOR3(7, 8, 9));
+    EXPECT_EQ(lamp.forward, D3DXVECTOR3(0, 0, -1));
+    EXPECT_EQ(light.GetDiffuse(), D3DXCOLOR(1, 0.5F, 0.25F, 1));
+    EXPECT_NEAR(light.GetTheta(), 0.25F, 1e-6F);
+    EXPECT_NEAR(light.GetPhi(), 0.5F, 1e-6F);
+}
+
+TEST_F(ImportModelTest, CamerasAndLightsOfGltf)
+{
+    const ImportedModel model = Import(folder_.Write("seen.gltf", CamerasAndLightGltf()));
+    EXPECT_EQ(model.notes, (std::vector<std::string>{"orthographic cameras are left out (1)"}));
+    ExpectCamerasAndLight(scene_);
+}
+
+TEST_F(ImportModelTest, CamerasAndLightsOfGltfComeBackHoweverOftenTheyAreWritten)
+{
+    Import(folder_.Write("seen.gltf", CamerasAndLightGltf()));
+    for (const char* name : {"once.glb", "twice.glb", "thrice.glb"})
+    {
+        std::ostringstream out;
+        Progress progress(out, false);
+        ExportModel(scene_, {}, folder_ / name, progress);
+        scene_ = SceneContainer();
+        Import(folder_ / name);
+        ExpectCamerasAndLight(scene_);
+    }
+}
+
+TEST_F(ImportModelTest, WhatTheSceneCannotHoldIsTold)
+{
+    const ImportedModel model = Import(folder_.Write("rich.gltf", R"({"asset":{"version":"2.0"},"scene":0,
+"scenes":[{"nodes":[0]}],"nodes":[{"name":"Top","mesh":0}],
+"extensionsUsed":["KHR_materials_clearcoat","KHR_materials_unlit"],
+"meshes":[{"name":"Tri","primitives":[{"attributes":{"POSITION":0,"TEXCOORD_0":1},"targets":[{"POSITION":0}],"material":0}]}],
+"images":[{"uri":"a.png"}],"samplers":[{"wrapS":33071}],"textures":[{"source":0,"sampler":0}],
+"materials":[{"name":"M","alphaMode":"BLEND","doubleSided":true,"pbrMetallicRoughness":{"baseColorTexture":{"index":0}},
+"extensions":{"KHR_materials_clearcoat":{"clearcoatFactor":1},"KHR_materials_unlit":{}}}],
+"animations":[{"channels":[{"sampler":0,"target":{"node":0,"path":"weights"}},
+{"sampler":1,"target":{"node":0,"path":"translation"}}],
+"samplers":[{"input":2,"output":3},{"input":2,"output":0}]}],
+"accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3","min":[0,0,0],"max":[1,1,0]},
+{"bufferView":0,"componentType":5126,"count":3,"type":"VEC2"},
+{"bufferView":1,"componentType":5126,"count":3,"type":"SCALAR","min":[-1],"max":[1]},
+{"bufferView":0,"componentType":5126,"count":3,"type":"SCALAR"}],
+"bufferViews":[{"buffer":0,"byteLength":36},{"buffer":0,"byteOffset":36,"byteLength":12}],
+"buffers":[{"byteLength":48,"uri":"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAAAACAvwAAAAAAAIA/"}]})"));
+    EXPECT_THAT(model.notes,
+                testing::ElementsAre("morph targets are left out (meshes with targets: 1)",
+                                     "textures that end or are mirrored at their edges are repeated (layers: 1)",
+                                     "double-sided materials become one-sided (1)",
+                                     "transparency that textures alone have is left out (materials: 1)",
+                                     "metallic materials become non-metal (1)", "unlit materials become lit (1)",
+                                     "sheen, clear coat and transmission are left out (materials: 1)",
+                                     "what animations hold before time 0 is left out (nodes: 1)",
+                                     "movements of morph targets are left out (1)"));
+    std::vector<Importing::Key>& keys = scene_.AnimationLibrary.at(0);
+    ASSERT_EQ(keys.size(), 2U);
+    EXPECT_EQ(keys[0].GetPosition(), D3DXVECTOR3(1, 0, 0)) << "the second of three";
+}
+
+TEST_F(ImportModelTest, AFileWithoutMeshesGetsNone)
+{
+    Import(folder_.Write("bones.dae", R"(<?xml version="1.0"?>
+<COLLADA xmlns="http://www.collada.org/2005/11/COLLADASchema" version="1.4.1">
+<asset><up_axis>Y_UP</up_axis></asset>
+<library_visual_scenes><visual_scene id="scene"><node id="Hip" name="Hip"><translate>0 1 0</translate>
+<node id="Leg" name="Leg"><translate>0 2 0</translate></node></node></visual_scene></library_visual_scenes>
+<scene><instance_visual_scene url="#scene"/></scene></COLLADA>)"));
+    EXPECT_TRUE(scene_.GeometryLibrary.empty());
+    EXPECT_TRUE(scene_.SurfaceLibrary.empty());
+    EXPECT_EQ(Support::NodeNamed(scene_, "Leg").GetLocalTransform().GetMatrix()._42, 2);
+}
+
+TEST_F(ImportModelTest, UnusableFilesAreToldInOneLine)
+{
+    EXPECT_EQ(ImportError(folder_ / "none.obj"),
+              "cannot read " + (folder_ / "none.obj").string() + ": there is no such file; check the path");
+    EXPECT_EQ(ImportError(folder_.Path()),
+              "cannot read " + folder_.Path().string() + ": it is not a file; name a model file");
+    const std::string unknown = folder_.Write("model.zzz", "").string();
+    EXPECT_EQ(ImportError(unknown),
+              "cannot read " + unknown + ": '.zzz' is no known kind of model; 'sceneprep formats' lists them");
+    const std::string broken = ImportError(folder_.Write("broken.gltf", "{ this is\nnot glTF"));
+    EXPECT_THAT(broken, testing::StartsWith("cannot read " + (folder_ / "broken.gltf").string() + ": "));
+    EXPECT_THAT(broken, testing::EndsWith("; repair the file or convert it to another format"));
+    EXPECT_THAT(broken, Not(HasSubstr("\n")));
+}
+
+TEST_F(ImportModelTest, TheBundledSceneHasWhatItIsFor)
+{
+    Import(std::filesystem::path(SCENEPREP_EXAMPLES) / "workshop.gltf");
+    const SceneStats stats = CountScene(scene_);
+    EXPECT_GT(stats.nodes, 1500U);
+    EXPECT_GT(stats.surfaces, stats.geometries);
+    EXPECT_GT(stats.materials, 3U);
+    EXPECT_GE(stats.cameras, 1U);
+    EXPECT_GE(stats.lights, 2U);
+}
+
+}  // namespace

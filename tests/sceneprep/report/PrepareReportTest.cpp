@@ -1,0 +1,86 @@
+#include <sceneprep/report/PrepareReport.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sceneprep/TestFiles.h>
+#include <support/SceneText.h>
+#include <nlohmann/json.hpp>
+
+namespace
+{
+
+using namespace Sceneprep;
+using testing::HasSubstr;
+
+PrepareReport MakeReport()
+{
+    Importing::SceneContainer scene = Support::Scene("Root( A[a] )");
+    PrepareReport report;
+    report.inputs = {"a.obj", "b.obj"};
+    report.leftOut = {"c.off"};
+    report.output = "out.glb";
+    report.before = report.after = FiguresOf(scene);
+    report.steps = {{"Weld", 1.5, {{"said", 2, 9}}, {{"vertices removed", 7}}}};
+    report.notes = {"a note"};
+    return report;
+}
+
+TEST(PrepareReport, FiguresAreCountsAndWorld)
+{
+    const PrepareReport report = MakeReport();
+    EXPECT_EQ(report.before.counts.nodes, 2U);
+    EXPECT_EQ(report.before.world.triangles, 12U);
+}
+
+TEST(PrepareReport, TextEndsTheTablesWithAVerdict)
+{
+    PrepareReport report = MakeReport();
+    EXPECT_THAT(ReportText(report), HasSubstr("volume                 1           1\n"
+                                              "The result shows the same world.\n\nWeld "));
+    report.differences = {"one thing", "another"};
+    EXPECT_THAT(ReportText(report), HasSubstr("The result shows another world:\n  one thing\n  another\n\nWeld "));
+}
+
+TEST(PrepareReport, JsonFollowsItsSchema)
+{
+    const auto json = nlohmann::json::parse(ReportJson(MakeReport()));
+    EXPECT_EQ(json["schema"], 1);
+    EXPECT_EQ(json["inputs"], (std::vector<std::string>{"a.obj", "b.obj"}));
+    EXPECT_EQ(json["leftOut"], (std::vector<std::string>{"c.off"}));
+    EXPECT_EQ(json["output"], "out.glb");
+    EXPECT_EQ(json["before"]["counts"]["surfaces"], 1);
+    EXPECT_EQ(json["after"]["world"]["max"], (std::vector<double>{2, 2, 2}));
+    EXPECT_EQ(json["steps"][0]["name"], "Weld");
+    EXPECT_EQ(json["steps"][0]["milliseconds"], 1.5);
+    EXPECT_EQ(json["steps"][0]["changes"]["vertices removed"], 7);
+    EXPECT_EQ(json["steps"][0]["messages"][0]["text"], "said");
+    EXPECT_EQ(json["steps"][0]["messages"][0]["sum"], 9);
+    EXPECT_EQ(json["notes"][0], "a note");
+    EXPECT_TRUE(json["differences"].is_array());
+}
+
+/// Appends the keys below a value; those of what a step changes are not fixed and left out.
+void CollectKeys(const nlohmann::json& value, std::vector<std::string>& keys)
+{
+    if (!value.is_structured())
+        return;
+    for (const auto& [key, inner] : value.items())
+    {
+        if (value.is_object())
+            keys.push_back(key);
+        if (key != "changes")
+            CollectKeys(inner, keys);
+    }
+}
+
+TEST(PrepareReport, ThePageExplainsEveryKey)
+{
+    const std::string page = SceneprepTests::ReadText(SCENEPREP_PAGE);
+    std::vector<std::string> keys;
+    CollectKeys(nlohmann::json::parse(ReportJson(MakeReport())), keys);
+    EXPECT_GT(keys.size(), 20U);
+    for (const std::string& key : keys)
+        EXPECT_THAT(page, HasSubstr('`' + key + '`'));
+}
+
+}  // namespace

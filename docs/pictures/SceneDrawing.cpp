@@ -7,8 +7,8 @@ namespace Pictures
 
 void AddScene(Stage& stage, Importing::SceneContainer& scene, const SurfaceStyle& styleOf)
 {
-    const Sceneprep::NodeWalk walk = Sceneprep::WalkFromRoot(scene);
-    const std::vector<D3DXMATRIX> matrices = Sceneprep::MatricesInRootFrame(scene, walk);
+    const Pipeline::NodeWalk walk = Pipeline::WalkFromRoot(scene);
+    const std::vector<D3DXMATRIX> matrices = Pipeline::MatricesInRootFrame(scene, walk);
     std::size_t listing = 0;
     for (const int node : walk.order)
     {

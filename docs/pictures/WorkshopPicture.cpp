@@ -21,8 +21,8 @@ constexpr int kHeight = 670;
 
 void Flatten(SceneContainer& scene, Sceneprep::Progress& progress)
 {
-    Sceneprep::StepSequence pipeline;
-    Sceneprep::AddFlattenSteps(pipeline, Sceneprep::FlattenOptions{});
+    Pipeline::StepSequence pipeline;
+    Pipeline::AddFlattenSteps(pipeline, Pipeline::FlattenOptions{});
     pipeline.Run(scene, progress);
 }
 
@@ -42,7 +42,7 @@ MeshStyle InColorOfMaterial(SceneContainer& scene, int surface)
     return Painted(Mix({diffuse.r, diffuse.g, diffuse.b}, kStone, 0.12F));
 }
 
-std::string Caption(const char* when, const Sceneprep::SceneStats& stats)
+std::string Caption(const char* when, const Pipeline::SceneStats& stats)
 {
     return when + std::to_string(stats.nodes) + " nodes, " + std::to_string(stats.surfaces) + " surfaces";
 }
@@ -57,12 +57,12 @@ Image DrawWorkshop(const std::filesystem::path& sceneFile, std::ostream& counts)
     Sceneprep::ImportModel(sceneFile, scene, progress);
     scene.ResolveGeomInstances();
 
-    const Sceneprep::SceneStats before = Sceneprep::CountScene(scene);
+    const Pipeline::SceneStats before = Pipeline::CountScene(scene);
     Panel left{DrawStreet(scene, [](int, std::size_t listing) { return Painted(DistinctColor(listing)); }),
                Caption("before: ", before)};
 
     Flatten(scene, progress);
-    const Sceneprep::SceneStats after = Sceneprep::CountScene(scene);
+    const Pipeline::SceneStats after = Pipeline::CountScene(scene);
     Panel right{DrawStreet(scene, [&scene](int surface, std::size_t) { return InColorOfMaterial(scene, surface); }),
                 Caption("after: ", after)};
 

@@ -16,6 +16,12 @@
 namespace Sceneprep
 {
 
+using Pipeline::CountScene;
+using Pipeline::Measure;
+using Pipeline::NotesOnTriangles;
+using Pipeline::RunStep;
+using Pipeline::WorldMeasure;
+
 namespace
 {
 

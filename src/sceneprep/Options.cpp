@@ -12,6 +12,12 @@
 namespace Sceneprep
 {
 
+using Pipeline::ChooseRecommended;
+using Pipeline::ParseUVMapping;
+using Pipeline::StepOptions;
+using Pipeline::UVMapping;
+using Pipeline::UVProjectionNames;
+
 namespace
 {
 

@@ -15,7 +15,7 @@ struct PrepareOptions
 {
     std::vector<std::filesystem::path> inputs = {};  ///< the first takes the others
     std::filesystem::path output = {};
-    StepOptions steps = {};
+    Pipeline::StepOptions steps = {};
     bool strict = false;                              ///< fail when the world is not the same afterwards
     std::filesystem::path jsonFile = {};              ///< empty: none
     std::filesystem::path reportFile = {};            ///< the page; empty: none

@@ -20,6 +20,12 @@
 namespace Sceneprep
 {
 
+using Pipeline::MakePipeline;
+using Pipeline::NotesOnTriangles;
+using Pipeline::RunStep;
+using Pipeline::StepOptions;
+using Pipeline::StepResult;
+
 namespace
 {
 

@@ -6,11 +6,11 @@
 namespace SceneprepTests
 {
 
-using Sceneprep::Measure;
+using Pipeline::Measure;
 
 /// Expects equal triangle counts; boxes that agree to 1e-5 of the extent; areas that agree to 1e-4 of the area;
 /// volumes that agree to 1e-4 of area times extent.
-inline void ExpectSameWorld(const Sceneprep::WorldMeasure& actual, const Sceneprep::WorldMeasure& expected)
+inline void ExpectSameWorld(const Pipeline::WorldMeasure& actual, const Pipeline::WorldMeasure& expected)
 {
     EXPECT_EQ(actual.triangles, expected.triangles);
     EXPECT_EQ(actual.broken, expected.broken);

@@ -29,7 +29,7 @@ inline D3DXMATRIX PlaceAt(Importing::SceneContainer& scene, const D3DXMATRIX& re
 }
 
 /// @return [nodes] world matrices.
-inline std::vector<D3DXMATRIX> WorldsAt(Importing::SceneContainer& scene, const Sceneprep::NodeWalk& walk, int pose)
+inline std::vector<D3DXMATRIX> WorldsAt(Importing::SceneContainer& scene, const Pipeline::NodeWalk& walk, int pose)
 {
     std::vector<D3DXMATRIX> worlds(scene.NodeLibrary.size());
     for (const int index : walk.order)
@@ -39,7 +39,7 @@ inline std::vector<D3DXMATRIX> WorldsAt(Importing::SceneContainer& scene, const 
         world = PlaceAt(scene, node.GetLocalTransform().GetMatrix(), node.GetAnimationID(), pose);
         const int parent = Importing::At(walk.parent, index);
         if (parent >= 0)
-            world = Sceneprep::Product(world, Importing::At(worlds, parent));
+            world = Pipeline::Product(world, Importing::At(worlds, parent));
     }
     return worlds;
 }
@@ -47,7 +47,7 @@ inline std::vector<D3DXMATRIX> WorldsAt(Importing::SceneContainer& scene, const 
 /// @return [joints] their placement in the frame of the mesh's node.
 inline std::vector<D3DXMATRIX> JointsAt(Importing::SceneContainer& scene, Importing::Geometry& geometry, int pose)
 {
-    const std::vector<int> parents = Sceneprep::JointParents(geometry);
+    const std::vector<int> parents = Pipeline::JointParents(geometry);
     std::vector<D3DXMATRIX> placed;
     for (std::size_t j = 0; j < parents.size(); ++j)
     {
@@ -56,7 +56,7 @@ inline std::vector<D3DXMATRIX> JointsAt(Importing::SceneContainer& scene, Import
         for (int up = static_cast<int>(j); up >= 0; up = Importing::At(parents, up))
         {
             Importing::Joint& joint = Importing::At(geometry.JointArray, up);
-            matrix = Sceneprep::Product(matrix, PlaceAt(scene, joint.GetLocalTM(), joint.GetAnimationID(), pose));
+            matrix = Pipeline::Product(matrix, PlaceAt(scene, joint.GetLocalTM(), joint.GetAnimationID(), pose));
         }
         placed.push_back(matrix);
     }
@@ -84,18 +84,18 @@ using Shapes = std::map<std::string, std::vector<D3DXVECTOR3>>;
 /// @return the skinned meshes of a scene in a pose.
 inline Shapes SkinnedShapes(Importing::SceneContainer& scene, int pose)
 {
-    const Sceneprep::NodeWalk walk = Sceneprep::WalkFromRoot(scene);
+    const Pipeline::NodeWalk walk = Pipeline::WalkFromRoot(scene);
     const std::vector<D3DXMATRIX> worlds = WorldsAt(scene, walk, pose);
     Shapes shapes;
-    for (const Sceneprep::SkinnedMesh& mesh : Sceneprep::ListSkinnedMeshes(scene, walk))
+    for (const Pipeline::SkinnedMesh& mesh : Pipeline::ListSkinnedMeshes(scene, walk))
     {
         Importing::Geometry& geometry = Importing::At(scene.GeometryLibrary, mesh.geometry);
         std::vector<D3DXMATRIX> joints = JointsAt(scene, geometry, pose);
         for (std::size_t j = 0; j < joints.size(); ++j)
         {
             const D3DXMATRIX bind =
-                Sceneprep::Product(geometry.GetBindShapeTransform(), geometry.JointArray[j].GetBindPoseInverse());
-            joints[j] = Sceneprep::Product(Sceneprep::Product(bind, joints[j]), Importing::At(worlds, mesh.node));
+                Pipeline::Product(geometry.GetBindShapeTransform(), geometry.JointArray[j].GetBindPoseInverse());
+            joints[j] = Pipeline::Product(Pipeline::Product(bind, joints[j]), Importing::At(worlds, mesh.node));
         }
         for (Importing::Vertex& vertex : geometry.VertexArray)
             shapes[geometry.GetName()].push_back(Carried(vertex, joints));

@@ -13,6 +13,7 @@
 namespace
 {
 
+using namespace Pipeline;
 using namespace Sceneprep;
 using namespace SceneprepTests;
 using WorkState::Phase;

@@ -7,6 +7,7 @@
 namespace
 {
 
+using namespace Pipeline;
 using namespace Sceneprep;
 using testing::HasSubstr;
 

@@ -12,6 +12,7 @@
 namespace
 {
 
+using namespace Pipeline;
 using namespace Sceneprep;
 using namespace SceneprepTests;
 using testing::HasSubstr;

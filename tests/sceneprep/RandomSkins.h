@@ -36,14 +36,14 @@ public:
     /// @return what the file says: vertices follow the nodes of their bones, and nothing else.
     Shapes ShapesOfFile(int pose)
     {
-        const std::vector<D3DXMATRIX> worlds = WorldsAt(scene_, Sceneprep::WalkFromRoot(scene_), pose);
+        const std::vector<D3DXMATRIX> worlds = WorldsAt(scene_, Pipeline::WalkFromRoot(scene_), pose);
         Shapes shapes;
         for (std::size_t m = 0; m < meshes_.size(); ++m)
         {
             std::vector<D3DXMATRIX> bones;
             for (unsigned b = 0; b < meshes_[m]->mNumBones; ++b)
-                bones.push_back(Sceneprep::Product(Sceneprep::ToMatrix(meshes_[m]->mBones[b]->mOffsetMatrix),
-                                                   Importing::At(worlds, boneNodes_[m][b])));
+                bones.push_back(Pipeline::Product(Sceneprep::ToMatrix(meshes_[m]->mBones[b]->mOffsetMatrix),
+                                                  Importing::At(worlds, boneNodes_[m][b])));
             for (Importing::Vertex& vertex : scene_.GeometryLibrary[m].VertexArray)
                 shapes[scene_.GeometryLibrary[m].GetName()].push_back(Carried(vertex, bones));
         }

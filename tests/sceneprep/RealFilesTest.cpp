@@ -23,6 +23,7 @@
 namespace
 {
 
+using namespace Pipeline;
 using namespace Sceneprep;
 using namespace SceneprepTests;
 using Importing::SceneContainer;

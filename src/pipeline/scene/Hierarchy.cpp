@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 namespace
@@ -162,4 +162,4 @@ D3DXMATRIX Product(const D3DXMATRIX& first, const D3DXMATRIX& second)
     return product;
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// The nodes that can be reached from the scene's root, parents before children, siblings in the order of their list;
@@ -44,4 +44,4 @@ std::optional<D3DXMATRIX> InverseOf(const D3DXMATRIX& matrix);
 
 D3DXMATRIX Product(const D3DXMATRIX& first, const D3DXMATRIX& second);
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -3,7 +3,7 @@
 #include <bit>
 #include <cstdint>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 std::string MaterialKey(Importing::Surface& surface)
@@ -22,4 +22,4 @@ std::string MaterialKey(Importing::Surface& surface)
     return key;
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -2,7 +2,7 @@
 
 #include <importing/base/CheckedAccess.h>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 NodePath::NodePath(const std::vector<int>& parents, int node) : parents_(parents)
@@ -34,4 +34,4 @@ std::size_t NodePath::HeightOfMeeting(int node)
     return height;
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -4,7 +4,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// The way from a node up to the root, and where the ways of other nodes join it.
@@ -30,4 +30,4 @@ private:
     std::unordered_map<int, std::size_t> meetings_;
 };
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -4,7 +4,7 @@
 #include <functional>
 #include <utility>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// Is told which part of a step is done, 0 to 1.
@@ -41,4 +41,4 @@ private:
     std::size_t told_ = 0;
 };
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <vector>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 namespace
@@ -87,4 +87,4 @@ bool IsEmptied(const Importing::Geometry& geometry)
     return geometry.VertexArray.empty() && geometry.IndexArray.empty();
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <utility>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// What a scene holds. Meshes count once, however many surfaces show them.
@@ -39,4 +39,4 @@ bool IsEmptied(const Importing::Surface& surface);
 /// @return whether the mesh has neither vertices nor indices.
 bool IsEmptied(const Importing::Geometry& geometry);
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

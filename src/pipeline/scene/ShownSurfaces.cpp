@@ -3,7 +3,7 @@
 #include <importing/base/CheckedAccess.h>
 #include <pipeline/scene/Hierarchy.h>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 using Importing::At;
@@ -33,4 +33,4 @@ void ForEachShownSurface(Importing::SceneContainer& scene, const std::function<v
     }
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

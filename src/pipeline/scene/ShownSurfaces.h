@@ -6,7 +6,7 @@
 #include <cmath>
 #include <functional>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// @return whether the mesh shows something: triangles, and at least one of them.
@@ -40,4 +40,4 @@ inline WorldPoint CarryToWorld(const D3DXVECTOR3& p, const D3DXMATRIX& m)
 
 inline bool IsFinite(const WorldPoint& p) { return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]); }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

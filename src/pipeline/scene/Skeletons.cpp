@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 namespace
@@ -245,4 +245,4 @@ std::vector<bool> FindJointNodes(SceneContainer& scene, const NodeWalk& walk)
     return isJoint;
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

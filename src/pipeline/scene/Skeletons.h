@@ -9,7 +9,7 @@
 #include <tuple>
 #include <vector>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// A node that stands for a joint where the hierarchy holds none that does.
@@ -85,4 +85,4 @@ std::vector<SkinnedMesh> ListSkinnedMeshes(const Importing::SceneContainer& scen
 /// @return for each node [nodes] whether it is a joint of some mesh.
 std::vector<bool> FindJointNodes(Importing::SceneContainer& scene, const NodeWalk& walk);
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -8,7 +8,7 @@
 #include <limits>
 #include <vector>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 namespace
@@ -116,4 +116,4 @@ std::vector<std::string> NotesOnTriangles(const WorldMeasure& world)
     return notes;
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// What a scene looks like as numbers, which stay the same however its hierarchy is cut. Every listing of a surface
@@ -36,4 +36,4 @@ WorldMeasure Measure(Importing::SceneContainer& scene, const PartListener& liste
 /// @return what looks wrong with the triangles, one line each.
 std::vector<std::string> NotesOnTriangles(const WorldMeasure& world);
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

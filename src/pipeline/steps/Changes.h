@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// How much of one kind a step changed.
@@ -17,4 +17,4 @@ struct Change
 };
 using Changes = std::vector<Change>;
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 using Importing::At;
@@ -39,4 +39,4 @@ void DropUnreachableNodes(SceneContainer& scene)
     scene.NodeLibrary = std::move(nodes);
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

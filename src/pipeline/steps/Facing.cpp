@@ -2,7 +2,7 @@
 
 #include <importing/base/CheckedAccess.h>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 using Importing::At;
@@ -62,4 +62,4 @@ std::size_t WindingRecord::CountTurned(const SceneContainer& scene) const
     return turned;
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// Which way faces look.
@@ -43,4 +43,4 @@ private:
     std::vector<Witness> witnesses_;
 };
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -12,7 +12,7 @@
 #include <memory>
 #include <utility>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 namespace
@@ -161,4 +161,4 @@ void Flatten(SceneContainer& scene, const FlattenOptions& options)
     } while (scene.NodeLibrary.size() != nodesBefore);
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

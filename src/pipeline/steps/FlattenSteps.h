@@ -3,7 +3,7 @@
 #include <importing/plugin/SceneContainer.h>
 #include <pipeline/steps/StepSequence.h>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// How to flatten; the numbers are those of SceneContainer::MergeSurfaces().
@@ -36,4 +36,4 @@ void TurnMirroredFaces(Importing::SceneContainer& scene, bool ignoreAnimation);
 /// Collapses everything below the root into the root; repeats until the number of nodes no longer changes.
 void Flatten(Importing::SceneContainer& scene, const FlattenOptions& options);
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 namespace
@@ -133,4 +133,4 @@ Changes UnifyNormals(SceneContainer& scene, const PartListener& listener)
     return {{"normals turned", turned}};
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

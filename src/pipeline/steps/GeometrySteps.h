@@ -3,7 +3,7 @@
 #include <pipeline/steps/StepOptions.h>
 #include <pipeline/steps/StepSequence.h>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// Appends the steps that mend meshes, in this order: fix culling, forget normals, weld, compute normals, unify
@@ -28,4 +28,4 @@ Changes ComputeNormals(Importing::SceneContainer& scene, const PartListener& lis
 /// Turns the normals that point against their triangle.
 Changes UnifyNormals(Importing::SceneContainer& scene, const PartListener& listener = IgnorePart);
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

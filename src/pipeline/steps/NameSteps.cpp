@@ -4,7 +4,7 @@
 #include <pipeline/scene/SceneStats.h>
 #include <pipeline/scene/Skeletons.h>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 namespace
@@ -93,4 +93,4 @@ Changes MakeSurfaceNamesUnique(SceneContainer& scene)
         {"surfaces renamed", CountRenamed(scene.SurfaceLibrary, [&scene] { scene.MakeSurfaceNamesUnambiguous(); })}};
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -2,7 +2,7 @@
 
 #include <pipeline/steps/StepSequence.h>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// Makes the names of nodes, meshes and materials distinct, each within its library.
@@ -14,4 +14,4 @@ Changes NameSurfaces(Importing::SceneContainer& scene);
 /// Makes the names of surfaces distinct.
 Changes MakeSurfaceNamesUnique(Importing::SceneContainer& scene);
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -9,7 +9,7 @@
 
 #include <algorithm>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 namespace
@@ -148,4 +148,4 @@ Changes CheckOrientation(SceneContainer& scene)
     return {{"meshes turned", winding.CountTurned(scene)}};
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -2,7 +2,7 @@
 
 #include <pipeline/steps/StepSequence.h>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// Takes mirroring out of the nodes' matrices and into the meshes, so that the world looks as before: places, and which
@@ -21,4 +21,4 @@ Changes RepairMirrors(Importing::SceneContainer& scene, const PartListener& list
 /// a matrix mirrors is judged as viewers show it, with its winding turned. The scene's surfaces must not share meshes.
 Changes CheckOrientation(Importing::SceneContainer& scene);
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

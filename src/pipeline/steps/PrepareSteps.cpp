@@ -6,7 +6,7 @@
 #include <pipeline/steps/OrientationSteps.h>
 #include <pipeline/steps/SceneSteps.h>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 StepSequence MakePipeline(const StepOptions& options)
@@ -48,4 +48,4 @@ void ChooseRecommended(StepOptions& options)
     options.collisionOffsets = true;
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

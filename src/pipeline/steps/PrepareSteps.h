@@ -3,7 +3,7 @@
 #include <pipeline/steps/StepOptions.h>
 #include <pipeline/steps/StepSequence.h>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// @return the steps that the options ask for, and those that they imply, in the order in which they make sense.
@@ -17,4 +17,4 @@ bool NeedsOwnMeshes(const StepOptions& options);
 /// texture coordinates, as they are.
 void ChooseRecommended(StepOptions& options);
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <unordered_map>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 namespace
@@ -106,4 +106,4 @@ std::vector<D3DXVECTOR3> ProbeScene::WorldCorners()
     return corners;
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

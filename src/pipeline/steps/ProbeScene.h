@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <vector>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// A stand-in for a sub-tree of a scene, to see what an operation would do: the same nodes without animation and
@@ -31,4 +31,4 @@ private:
     std::vector<D3DXVECTOR3> before_;
 };
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

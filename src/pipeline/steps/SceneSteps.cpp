@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 Changes ResolveInstances(Importing::SceneContainer& scene)
@@ -25,4 +25,4 @@ Changes ComputeCollisionOffsets(Importing::SceneContainer& scene)
     return {{"surfaces with an offset", raised}, {"is the largest offset", static_cast<std::size_t>(largest)}};
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

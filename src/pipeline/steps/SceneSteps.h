@@ -2,7 +2,7 @@
 
 #include <pipeline/steps/StepSequence.h>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// Gives every listing of a surface a mesh of its own.
@@ -11,4 +11,4 @@ Changes ResolveInstances(Importing::SceneContainer& scene);
 /// Gives surfaces whose world boxes overlap different collision offsets.
 Changes ComputeCollisionOffsets(Importing::SceneContainer& scene);
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

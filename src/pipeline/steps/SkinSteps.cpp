@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 namespace
@@ -97,4 +97,4 @@ void HangBelowRoot(SceneContainer& scene, std::vector<Node> nodes)
     }
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// Drops branches of the hierarchy that say nothing but what joints say: they hold joints of some mesh, and neither
@@ -20,4 +20,4 @@ std::vector<Importing::Node> TakeSkinnedSurfaces(Importing::SceneContainer& scen
 /// Hangs nodes below the root.
 void HangBelowRoot(Importing::SceneContainer& scene, std::vector<Importing::Node> nodes);
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// Receives the progress of steps while they run.
@@ -22,4 +22,4 @@ public:
     virtual void Finish(double milliseconds) = 0;
 };
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// Which steps `prepare` runs, in the order in which it runs them. Names of surfaces are made distinct last of all,
@@ -28,4 +28,4 @@ struct StepOptions
     bool collisionOffsets = false;
 };
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <chrono>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 namespace
@@ -88,4 +88,4 @@ std::vector<StepResult> StepSequence::Run(Importing::SceneContainer& scene, Step
     return results;
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

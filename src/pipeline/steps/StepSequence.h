@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// What the plug-in said under one text while a step ran.
@@ -64,4 +64,4 @@ private:
     std::vector<NamedStep> steps_;
 };
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

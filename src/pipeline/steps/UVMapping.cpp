@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 namespace
@@ -89,4 +89,4 @@ void GenerateUVs(Geometry& geometry, const UVMapping& mapping)
         (geometry.*projection->generate)(mapping.set, mapping.worldUnits);
 }
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

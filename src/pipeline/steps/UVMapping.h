@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-namespace Sceneprep
+namespace Pipeline
 {
 
 /// Which texture coordinates to make, and where to.
@@ -28,4 +28,4 @@ std::optional<UVMapping> ParseUVMapping(const std::string& text);
 /// Writes the mapping's set of every vertex.
 void GenerateUVs(Importing::Geometry& geometry, const UVMapping& mapping);
 
-}  // namespace Sceneprep
+}  // namespace Pipeline

@@ -14,6 +14,8 @@
 namespace Sceneprep
 {
 
+using Pipeline::MaterialKey;
+
 namespace
 {
 

@@ -10,6 +10,9 @@
 namespace Sceneprep
 {
 
+using Pipeline::IsMirroring;
+using Pipeline::Product;
+
 namespace
 {
 

@@ -9,6 +9,8 @@
 namespace Sceneprep
 {
 
+using Pipeline::IsIdentity;
+
 namespace
 {
 

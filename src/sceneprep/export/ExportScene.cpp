@@ -23,6 +23,17 @@
 namespace Sceneprep
 {
 
+using Pipeline::HasTriangles;
+using Pipeline::IsShearFree;
+using Pipeline::JointNode;
+using Pipeline::ListSkinnedMeshes;
+using Pipeline::NodeWalk;
+using Pipeline::Product;
+using Pipeline::Skeletons;
+using Pipeline::SkinnedMesh;
+using Pipeline::WalkFromRoot;
+using Pipeline::WorldMatricesOf;
+
 namespace
 {
 

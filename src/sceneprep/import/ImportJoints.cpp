@@ -13,6 +13,10 @@
 namespace Sceneprep
 {
 
+using Pipeline::InverseOf;
+using Pipeline::NodePath;
+using Pipeline::Product;
+
 namespace
 {
 

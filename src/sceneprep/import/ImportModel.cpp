@@ -12,6 +12,9 @@
 namespace Sceneprep
 {
 
+using Pipeline::PartCounter;
+using Pipeline::PartListener;
+
 namespace
 {
 

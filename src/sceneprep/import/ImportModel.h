@@ -32,6 +32,6 @@ ImportedModel ImportModel(const std::filesystem::path& file, Importing::SceneCon
 
 /// As above, of a file that has been read. Its meshes are released on the way.
 ImportedModel ImportModel(ModelSource source, Importing::SceneContainer& scene,
-                          const PartListener& listener = IgnorePart);
+                          const Pipeline::PartListener& listener = Pipeline::IgnorePart);
 
 }  // namespace Sceneprep

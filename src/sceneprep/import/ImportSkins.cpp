@@ -18,6 +18,10 @@
 namespace Sceneprep
 {
 
+using Pipeline::NodePath;
+using Pipeline::Product;
+using Pipeline::WalkFromRoot;
+
 namespace
 {
 

@@ -16,6 +16,10 @@
 namespace Sceneprep
 {
 
+using Pipeline::DropUnreachableNodes;
+using Pipeline::RunStep;
+using Pipeline::StepResult;
+
 namespace
 {
 

@@ -19,7 +19,7 @@ struct LoadedInputs
 {
     std::unique_ptr<Importing::SceneContainer> scene;  ///< null when all inputs were left out
     Textures textures;
-    std::vector<StepResult> steps;
+    std::vector<Pipeline::StepResult> steps;
     std::vector<std::string> notes;              ///< what was left out of the models
     std::vector<std::filesystem::path> inputs;   ///< that were read
     std::vector<std::filesystem::path> leftOut;  ///< that could not be read

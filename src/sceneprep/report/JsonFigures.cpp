@@ -3,6 +3,9 @@
 namespace Sceneprep
 {
 
+using Pipeline::SceneStats;
+using Pipeline::WorldMeasure;
+
 Json CountsAsJson(const SceneStats& stats)
 {
     Json counts = Json::object();

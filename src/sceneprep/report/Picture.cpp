@@ -12,6 +12,14 @@
 namespace Sceneprep::Report
 {
 
+using Pipeline::CarryToWorld;
+using Pipeline::ForEachShownSurface;
+using Pipeline::IsFinite;
+using Pipeline::IsMirroring;
+using Pipeline::ShownSurface;
+using Pipeline::WorldMeasure;
+using Pipeline::WorldPoint;
+
 namespace
 {
 

@@ -46,6 +46,7 @@ inline constexpr std::size_t kLongestName = 100;  ///< in bytes
 /// Draws triangles with a corner at infinity or nowhere not at all, and of more than the limit some, spread evenly.
 /// @param world  what was measured of the same scene
 /// @throws std::out_of_range as Measure() does.
-Picture TakePicture(Importing::SceneContainer& scene, const WorldMeasure& world, std::size_t limit = kMostTriangles);
+Picture TakePicture(Importing::SceneContainer& scene, const Pipeline::WorldMeasure& world,
+                    std::size_t limit = kMostTriangles);
 
 }  // namespace Sceneprep::Report

@@ -6,6 +6,13 @@
 namespace Sceneprep
 {
 
+using Pipeline::Change;
+using Pipeline::CountScene;
+using Pipeline::Measure;
+using Pipeline::MessageTotal;
+using Pipeline::PartListener;
+using Pipeline::StepResult;
+
 namespace
 {
 

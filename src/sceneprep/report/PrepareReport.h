@@ -14,11 +14,11 @@ namespace Sceneprep
 /// A scene as numbers.
 struct SceneFigures
 {
-    SceneStats counts;
-    WorldMeasure world;
+    Pipeline::SceneStats counts;
+    Pipeline::WorldMeasure world;
 };
 
-SceneFigures FiguresOf(Importing::SceneContainer& scene, const PartListener& listener = IgnorePart);
+SceneFigures FiguresOf(Importing::SceneContainer& scene, const Pipeline::PartListener& listener = Pipeline::IgnorePart);
 
 /// All that there is to say about one run of `prepare`.
 struct PrepareReport
@@ -28,7 +28,7 @@ struct PrepareReport
     std::filesystem::path output;
     SceneFigures before;
     SceneFigures after;
-    std::vector<StepResult> steps;
+    std::vector<Pipeline::StepResult> steps;
     std::vector<std::string> notes;
     std::vector<std::string> differences;  ///< between the worlds before and after; empty: they are the same
 };

@@ -8,6 +8,8 @@
 namespace Sceneprep
 {
 
+using Pipeline::WorldMeasure;
+
 namespace
 {
 

@@ -16,6 +16,7 @@ inline constexpr double kVolumeTolerance = 1e-4;  ///< of the area times the ext
 /// Compares a world before and after preparing.
 /// @param facesMayTurn  whether a step was asked for that turns faces; the volume is not compared then
 /// @return what differs by more than the tolerances, one line each; nothing where the world is the same.
-std::vector<std::string> FindDifferences(const WorldMeasure& before, const WorldMeasure& after, bool facesMayTurn);
+std::vector<std::string> FindDifferences(const Pipeline::WorldMeasure& before, const Pipeline::WorldMeasure& after,
+                                         bool facesMayTurn);
 
 }  // namespace Sceneprep

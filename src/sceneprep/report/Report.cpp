@@ -7,6 +7,13 @@
 namespace Sceneprep
 {
 
+using Pipeline::Change;
+using Pipeline::CountScene;
+using Pipeline::MessageTotal;
+using Pipeline::SceneStats;
+using Pipeline::StepResult;
+using Pipeline::WorldMeasure;
+
 namespace
 {
 

@@ -6,6 +6,9 @@
 namespace Sceneprep
 {
 
+using Pipeline::NodeWalk;
+using Pipeline::WalkFromRoot;
+
 namespace
 {
 

@@ -12,7 +12,7 @@ namespace Sceneprep
 
 /// Tells what is going on: on a terminal one line that is written over and over, with the share that is done and the
 /// time left; elsewhere plain lines.
-class Progress : public StepListener
+class Progress : public Pipeline::StepListener
 {
 public:
     using Clock = std::function<TimeLeft::Clock::time_point()>;

@@ -9,13 +9,13 @@ namespace
 {
 
 using Importing::SceneContainer;
-using namespace Sceneprep;
+using namespace Pipeline;
 using Support::Scene;
 
 TEST(Hierarchy, ParentsComeBeforeChildrenAndSiblingsInTheirOrder)
 {
     SceneContainer scene = Scene("Root( A( B C ) D ) | Lost");
-    const NodeWalk walk = Sceneprep::WalkFromRoot(scene);
+    const NodeWalk walk = Pipeline::WalkFromRoot(scene);
     EXPECT_EQ(walk.order, (std::vector<int>{0, 1, 2, 3, 4}));
     EXPECT_EQ(walk.parent, (std::vector<int>{-1, 0, 1, 1, 0, -1}));
 }
@@ -24,22 +24,22 @@ TEST(Hierarchy, WithoutARootNothingIsReached)
 {
     SceneContainer scene = Scene("Root( A )");
     scene.SetRootNodeIndex(-1);
-    EXPECT_TRUE(Sceneprep::WalkFromRoot(scene).order.empty());
+    EXPECT_TRUE(Pipeline::WalkFromRoot(scene).order.empty());
     scene.SetRootNodeIndex(2);
-    EXPECT_TRUE(Sceneprep::WalkFromRoot(scene).order.empty());
+    EXPECT_TRUE(Pipeline::WalkFromRoot(scene).order.empty());
 }
 
 TEST(Hierarchy, ACycleEndsTheWalk)
 {
     SceneContainer scene = Scene("Root( A( B( &A ) ) )");
-    EXPECT_EQ(Sceneprep::WalkFromRoot(scene).order, (std::vector<int>{0, 1, 2}));
+    EXPECT_EQ(Pipeline::WalkFromRoot(scene).order, (std::vector<int>{0, 1, 2}));
 }
 
 TEST(Hierarchy, ABadChildIndexThrows)
 {
     SceneContainer scene = Scene("Root( A )");
     scene.NodeLibrary[1].ChildList.push_back(2);
-    EXPECT_THROW(Sceneprep::WalkFromRoot(scene), std::out_of_range);
+    EXPECT_THROW(Pipeline::WalkFromRoot(scene), std::out_of_range);
 }
 
 TEST(Hierarchy, DepthDoesNotMatter)
@@ -49,13 +49,13 @@ TEST(Hierarchy, DepthDoesNotMatter)
     for (int i = 0; i + 1 < 200000; ++i)
         scene.NodeLibrary[static_cast<std::size_t>(i)].ChildList.push_back(i + 1);
     scene.SetRootNodeIndex(0);
-    EXPECT_EQ(Sceneprep::WalkFromRoot(scene).order.size(), 200000U);
+    EXPECT_EQ(Pipeline::WalkFromRoot(scene).order.size(), 200000U);
 }
 
 TEST(Hierarchy, PlacementsAreInTheFrameOfTheRoot)
 {
     SceneContainer scene = Scene("Root@9,9,9( A@1,0,0( B@0,2,0 ) )");
-    const std::vector<D3DXMATRIX> matrices = Sceneprep::MatricesInRootFrame(scene, Sceneprep::WalkFromRoot(scene));
+    const std::vector<D3DXMATRIX> matrices = Pipeline::MatricesInRootFrame(scene, Pipeline::WalkFromRoot(scene));
     EXPECT_EQ(matrices[0]._41, 0);
     EXPECT_EQ(matrices[1]._41, 1);
     EXPECT_EQ(matrices[2]._41, 1);
@@ -64,11 +64,11 @@ TEST(Hierarchy, PlacementsAreInTheFrameOfTheRoot)
 
 TEST(Hierarchy, MirroringIsAnOddNumberOfNegativeScales)
 {
-    EXPECT_FALSE(Sceneprep::IsMirroring(Support::Scaling(1, 2, 3)));
-    EXPECT_TRUE(Sceneprep::IsMirroring(Support::Scaling(1, -2, 3)));
-    EXPECT_FALSE(Sceneprep::IsMirroring(Support::Scaling(-1, -2, 3)));
-    EXPECT_TRUE(Sceneprep::IsMirroring(Support::Scaling(-1, -2, -3)));
-    EXPECT_TRUE(Sceneprep::IsMirroring(Support::Scaling(1e-15F, -1e-15F, 1e-15F)));
+    EXPECT_FALSE(Pipeline::IsMirroring(Support::Scaling(1, 2, 3)));
+    EXPECT_TRUE(Pipeline::IsMirroring(Support::Scaling(1, -2, 3)));
+    EXPECT_FALSE(Pipeline::IsMirroring(Support::Scaling(-1, -2, 3)));
+    EXPECT_TRUE(Pipeline::IsMirroring(Support::Scaling(-1, -2, -3)));
+    EXPECT_TRUE(Pipeline::IsMirroring(Support::Scaling(1e-15F, -1e-15F, 1e-15F)));
 }
 
 TEST(Hierarchy, AMatrixThatFlattensDoesNotMirror)

@@ -7,7 +7,7 @@ namespace
 
 using Importing::Map;
 using Importing::Surface;
-using Sceneprep::MaterialKey;
+using Pipeline::MaterialKey;
 
 Surface SurfaceWith(const Map& map)
 {

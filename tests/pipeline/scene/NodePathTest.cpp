@@ -6,7 +6,7 @@
 namespace
 {
 
-using Sceneprep::NodePath;
+using Pipeline::NodePath;
 using testing::ElementsAre;
 
 // 0( 1( 2 3( 4 ) ) 5 ), and 6 apart

@@ -7,7 +7,7 @@
 namespace
 {
 
-using Sceneprep::PartCounter;
+using Pipeline::PartCounter;
 
 std::vector<double> PartsTold(std::size_t all, const std::vector<std::size_t>& counts)
 {

@@ -7,7 +7,7 @@
 namespace
 {
 
-using namespace Sceneprep;
+using namespace Pipeline;
 using Importing::Geometry;
 using Importing::Joint;
 using Importing::SceneContainer;

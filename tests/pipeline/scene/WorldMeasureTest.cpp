@@ -10,7 +10,7 @@
 namespace
 {
 
-using namespace Sceneprep;
+using namespace Pipeline;
 using Importing::SceneContainer;
 using Support::Scene;
 using Corner = std::array<double, 3>;

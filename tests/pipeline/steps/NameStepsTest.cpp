@@ -6,7 +6,7 @@
 namespace
 {
 
-using namespace Sceneprep;
+using namespace Pipeline;
 using Importing::SceneContainer;
 using Support::Scene;
 using Support::ToText;

@@ -10,7 +10,7 @@
 namespace
 {
 
-using namespace Sceneprep;
+using namespace Pipeline;
 using Importing::SceneContainer;
 using SceneprepTests::ExpectSameWorld;
 using Support::NodeNamed;

@@ -5,7 +5,7 @@
 namespace
 {
 
-using namespace Sceneprep;
+using namespace Pipeline;
 using Names = std::vector<std::string>;
 
 TEST(PrepareSteps, WithoutAWishThereIsNothingToDo) { EXPECT_EQ(MakePipeline({}).StepNames(), Names{}); }

@@ -15,6 +15,7 @@
 namespace
 {
 
+using namespace Pipeline;
 using namespace Sceneprep;
 using namespace SceneprepTests;
 using Importing::Joint;

@@ -11,6 +11,7 @@
 namespace
 {
 
+using namespace Pipeline;
 using namespace Sceneprep;
 using Importing::SceneContainer;
 

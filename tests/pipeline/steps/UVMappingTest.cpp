@@ -11,7 +11,7 @@
 namespace
 {
 
-using namespace Sceneprep;
+using namespace Pipeline;
 
 TEST(UVMapping, ReadsProjectionSetAndUnits)
 {

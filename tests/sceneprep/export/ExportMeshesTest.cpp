@@ -10,6 +10,7 @@
 namespace
 {
 
+using namespace Pipeline;
 using namespace Sceneprep;
 using Importing::Geometry;
 

@@ -9,6 +9,7 @@
 namespace
 {
 
+using namespace Pipeline;
 using namespace Sceneprep;
 using Importing::SceneContainer;
 using Support::Scene;

@@ -8,6 +8,7 @@
 namespace
 {
 
+using namespace Pipeline;
 using namespace Sceneprep;
 using Importing::Joint;
 using Importing::SceneContainer;

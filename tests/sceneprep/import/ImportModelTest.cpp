@@ -16,6 +16,7 @@
 namespace
 {
 
+using namespace Pipeline;
 using namespace Sceneprep;
 using namespace SceneprepTests;
 using Importing::SceneContainer;

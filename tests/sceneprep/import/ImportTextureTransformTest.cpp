@@ -14,6 +14,7 @@
 namespace
 {
 
+using namespace Pipeline;
 using namespace Sceneprep;
 
 struct Transform

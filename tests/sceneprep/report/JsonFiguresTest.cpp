@@ -5,6 +5,7 @@
 namespace
 {
 
+using namespace Pipeline;
 using namespace Sceneprep;
 
 TEST(JsonFigures, CountsKeepTheirOrder)

@@ -8,6 +8,7 @@
 namespace
 {
 
+using namespace Pipeline;
 using namespace Sceneprep;
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -8,6 +8,7 @@
 namespace
 {
 
+using namespace Pipeline;
 using namespace Sceneprep;
 
 const SceneStats kBefore = {.nodes = 2000,

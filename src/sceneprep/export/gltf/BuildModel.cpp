@@ -22,6 +22,13 @@
 namespace Sceneprep::Gltf
 {
 
+using Pipeline::ListSkinnedMeshes;
+using Pipeline::NodeWalk;
+using Pipeline::PartCounter;
+using Pipeline::PartListener;
+using Pipeline::SkinnedMesh;
+using Pipeline::WalkFromRoot;
+
 namespace
 {
 

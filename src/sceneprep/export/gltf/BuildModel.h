@@ -30,6 +30,6 @@ struct BuiltModel
 /// @param stem      name of the model file without its ending
 /// @param isBinary  whether pictures go into the buffer instead of files beside the model
 BuiltModel BuildModel(Importing::SceneContainer& scene, const Textures& textures, const std::string& stem,
-                      bool isBinary, const PartListener& listener = IgnorePart);
+                      bool isBinary, const Pipeline::PartListener& listener = Pipeline::IgnorePart);
 
 }  // namespace Sceneprep::Gltf

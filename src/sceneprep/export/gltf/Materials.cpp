@@ -15,6 +15,8 @@
 namespace Sceneprep::Gltf
 {
 
+using Pipeline::MaterialKey;
+
 namespace
 {
 

@@ -11,6 +11,8 @@
 namespace Sceneprep::Gltf
 {
 
+using Pipeline::HasTriangles;
+
 namespace
 {
 

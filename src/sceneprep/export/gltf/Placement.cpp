@@ -11,6 +11,9 @@
 namespace Sceneprep::Gltf
 {
 
+using Pipeline::IsIdentity;
+using Pipeline::IsShearFree;
+
 namespace
 {
 

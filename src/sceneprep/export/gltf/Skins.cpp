@@ -10,6 +10,10 @@
 namespace Sceneprep::Gltf
 {
 
+using Pipeline::JointNode;
+using Pipeline::NodeWalk;
+using Pipeline::Product;
+
 namespace
 {
 

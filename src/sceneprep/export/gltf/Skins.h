@@ -20,8 +20,8 @@ namespace Sceneprep::Gltf
 class SkinWriter
 {
 public:
-    SkinWriter(Importing::SceneContainer& scene, const NodeWalk& walk, Buffers& buffers, AnimationWriter& animations,
-               tinygltf::Model& model);
+    SkinWriter(Importing::SceneContainer& scene, const Pipeline::NodeWalk& walk, Buffers& buffers,
+               AnimationWriter& animations, tinygltf::Model& model);
 
     /// Finds the nodes of a mesh's joints. To be called for every node that shows a skinned mesh before anything else.
     void Announce(int geometry, int node);
@@ -43,15 +43,15 @@ private:
 
     void Prepare();
     std::string UniqueName(const std::string& wanted);
-    int AddNode(const JointNode& joint, const std::string& name);
+    int AddNode(const Pipeline::JointNode& joint, const std::string& name);
     int AddInverseBinds(Importing::Geometry& geometry);
 
     Importing::SceneContainer& scene_;
     Buffers& buffers_;
     AnimationWriter& animations_;
     tinygltf::Model& model_;
-    const NodeWalk& walk_;
-    std::optional<Skeletons> skeletons_;                        // none while no mesh is announced
+    const Pipeline::NodeWalk& walk_;
+    std::optional<Pipeline::Skeletons> skeletons_;              // none while no mesh is announced
     std::map<std::pair<int, int>, std::vector<int>> jointsOf_;  // by geometry and node that shows it
     std::vector<bool> isJoint_;                                 // by node of the scene
     std::map<std::string, std::size_t> nameUses_;               // by name that a node of the file may have

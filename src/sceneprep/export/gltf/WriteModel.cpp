@@ -14,6 +14,8 @@
 namespace Sceneprep::Gltf
 {
 
+using Pipeline::PartListener;
+
 namespace
 {
 

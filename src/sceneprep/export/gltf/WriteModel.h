@@ -17,6 +17,6 @@ namespace Sceneprep::Gltf
 /// @throws ToolError when a file cannot be written.
 std::vector<std::string> WriteModel(Importing::SceneContainer& scene, const Textures& textures,
                                     const std::filesystem::path& file, bool isBinary,
-                                    const PartListener& listener = IgnorePart);
+                                    const Pipeline::PartListener& listener = Pipeline::IgnorePart);
 
 }  // namespace Sceneprep::Gltf

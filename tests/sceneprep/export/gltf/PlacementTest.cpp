@@ -70,7 +70,7 @@ TEST(GltfPlacement, MirroringIsNoShear)
 {
     D3DXMATRIX mirror;
     D3DXMatrixScaling(&mirror, -1, 1, 1);
-    EXPECT_TRUE(Sceneprep::IsShearFree(mirror));
+    EXPECT_TRUE(Pipeline::IsShearFree(mirror));
     EXPECT_EQ(SplitShearFree(mirror).scale.x, -1);
 }
 

@@ -12,6 +12,7 @@ namespace
 {
 
 using Importing::Geometry;
+using namespace Pipeline;
 using namespace Sceneprep;
 using namespace Sceneprep::Gltf;
 using SceneprepTests::ReadArray;

@@ -9,6 +9,7 @@
 namespace
 {
 
+using namespace Pipeline;
 using namespace Sceneprep;
 using Sceneprep::Gltf::WriteModel;
 using SceneprepTests::ReadText;

@@ -1,0 +1,136 @@
+#pragma once
+
+#include <importing/math/D3DXMath.h>
+#include <sceneprep/model/Json.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Sceneprep
+{
+
+/// @file
+/// What a model file holds and the container does not, in the vocabulary of glTF 2.0. Every object is the JSON object
+/// of the file with its name, extras and extensions; indices in it that refer to other objects refer to the lists of
+/// Carried instead of those of the file.
+
+/// Numbers of a file as they were stored, without gaps.
+struct CarriedAccessor
+{
+    int componentType = 0;  ///< as in glTF: 5120 to 5126
+    std::string type = {};  ///< "SCALAR", "VEC3", ...
+    bool isNormalized = false;
+    std::size_t count = 0;
+    std::vector<std::uint8_t> bytes = {};  ///< tightly packed, little-endian
+    Json min = {};                         ///< null where the file had none
+    Json max = {};
+};
+
+/// An image; its bytes are one of Textures::embedded, or in a file of their own.
+struct CarriedImage
+{
+    Json object = Json::object();  ///< without uri and bufferView
+    int embedded = -1;             ///< index into Textures::embedded; -1 for a file
+    std::filesystem::path file;    ///< as the model file refers to it, decoded; empty for embedded images
+};
+
+/// A material of the file, and what its primitives say beside it. The container has one material for each combination,
+/// so that merging joins only what agrees in everything.
+struct CarriedMaterial
+{
+    int material = -1;                ///< index into Carried::materials; -1 for the default material of the format
+    Json primitive = Json::object();  ///< extras and extensions of the primitives, as variants
+};
+
+/// A primitive that is written as it came: morph targets, points, lines. Strips and loops keep their mode.
+struct CarriedPrimitive
+{
+    int mode = 4;
+    std::optional<CarriedAccessor> indices = {};
+    std::map<std::string, CarriedAccessor> attributes = {};
+    std::vector<std::map<std::string, CarriedAccessor>> targets = {};
+};
+
+/// A mesh of the container: one primitive of a mesh of the file.
+struct CarriedMesh
+{
+    int mesh = -1;                                   ///< index into Carried::meshes
+    std::optional<CarriedPrimitive> primitive = {};  ///< for pinned meshes
+};
+
+/// A node of the container.
+struct CarriedNode
+{
+    Json object = Json::object();  ///< name, extras, extensions, weights, and translation, rotation, scale or matrix
+    D3DXMATRIX local = {};  ///< the local matrix that the container got of it: object's is written where it still holds
+    int skin = -1;          ///< index into Carried::skins, for the surfaces that the node showed
+};
+
+/// A camera or light of the container: one use by a node.
+struct CarriedObject
+{
+    int object = -1;            ///< index into Carried::cameras or Carried::lights
+    std::string nodeName = {};  ///< of the node that showed it
+    bool isOwnNode = true;      ///< false where the node also showed something else
+};
+
+struct CarriedSkin
+{
+    Json object = Json::object();  ///< name, extras, extensions
+    std::vector<int> joints = {};  ///< node keys
+    int skeleton = -1;             ///< node key
+    std::optional<CarriedAccessor> inverseBindMatrices = {};
+};
+
+struct CarriedChannel
+{
+    int node = -1;          ///< node key; -1 for pointers to other objects
+    std::string path = {};  ///< "translation", "rotation", "scale", "weights" or "pointer"
+    /// For "pointer": the JSON pointer, whose first two parts name a list and a key in it: "/materials/3/...",
+    /// "/nodes/7/...", "/cameras/0/...", "/extensions/KHR_lights_punctual/lights/1/...".
+    std::string pointer = {};
+    int sampler = 0;  ///< index into CarriedClip::samplers
+    Json extras = {};
+};
+
+struct CarriedSampler
+{
+    int input = -1;   ///< index into Carried::accessors
+    int output = -1;  ///< index into Carried::accessors
+    std::string interpolation = "LINEAR";
+};
+
+struct CarriedClip
+{
+    Json object = Json::object();  ///< name, extras, extensions
+    std::vector<CarriedChannel> channels = {};
+    std::vector<CarriedSampler> samplers = {};
+};
+
+struct Carried
+{
+    Json asset = Json::object();       ///< copyright, extras: what describes the content
+    Json scene = Json::object();       ///< name, extras and extensions of the scene that was read
+    Json extensions = Json::object();  ///< of the document, without the lists below
+    Json extras = {};                  ///< of the document
+    bool hasMadeRoot = false;          ///< the root node was added because the file's scene has none or several
+
+    std::vector<Json> materials, textures, samplers, cameras, lights, meshes;
+    std::vector<CarriedImage> images;
+    std::vector<CarriedSkin> skins;
+    std::vector<CarriedClip> clips;
+    std::vector<CarriedAccessor> accessors;        ///< of clips
+    std::vector<std::vector<std::uint8_t>> blobs;  ///< what "bufferView" in the extensions of the document refers to
+
+    std::vector<CarriedMaterial> materialOf;  ///< [MaterialLibrary]
+    std::vector<CarriedObject> cameraOf;      ///< [CameraLibrary]
+    std::vector<CarriedObject> lightOf;       ///< [LightLibrary]
+    std::vector<CarriedNode> nodes;           ///< by node key
+    std::vector<CarriedMesh> meshOf;          ///< by mesh key
+};
+
+}  // namespace Sceneprep

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace Sceneprep
+{
+
+/// One line for the user about a run.
+struct Note
+{
+    std::string text;
+    /// The name of what was lost, as "morph-targets": `--strict` fails on it and `--allow-loss` accepts it. Empty when
+    /// nothing was lost.
+    std::string loss = {};
+
+    friend bool operator==(const Note&, const Note&) = default;
+};
+
+/// Collects notes in the order in which they arise.
+class Notes
+{
+public:
+    /// Adds a line about something that is worth knowing and loses nothing.
+    void Add(std::string text) { notes_.push_back({std::move(text), {}}); }
+    /// Adds a line about something of the input that the output does not have.
+    void AddLoss(std::string loss, std::string text) { notes_.push_back({std::move(text), std::move(loss)}); }
+    /// As AddLoss(), with the count in brackets after the text; adds nothing when the count is 0.
+    void AddLoss(std::string loss, const std::string& text, std::size_t count)
+    {
+        if (count > 0)
+            AddLoss(std::move(loss), text + " (" + std::to_string(count) + ")");
+    }
+    /// Moves another collector's notes to the end of this one.
+    void Append(Notes&& other)
+    {
+        for (Note& note : other.notes_)
+            notes_.push_back(std::move(note));
+        other.notes_.clear();
+    }
+
+    const std::vector<Note>& All() const { return notes_; }
+    bool Empty() const { return notes_.empty(); }
+
+private:
+    std::vector<Note> notes_;
+};
+
+}  // namespace Sceneprep

@@ -42,6 +42,9 @@ struct CarriedImage
 /// so that merging joins only what agrees in everything.
 struct CarriedMaterial
 {
+    /// For materials that came from another format: what the container's material cannot express, as a merge patch for
+    /// the object that is written for it.
+    Json patch = Json::object();
     int material = -1;                ///< index into Carried::materials; -1 for the default material of the format
     Json primitive = Json::object();  ///< extras and extensions of the primitives, as variants
 };

@@ -1,7 +1,8 @@
 #include <sceneprep/import/CarryClips.h>
 
+#include <sceneprep/import/CarryMorphTargets.h>
+
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace Sceneprep
@@ -12,17 +13,10 @@ namespace
 
 /// For files that do not say how long a tick is.
 constexpr double kUsualTicksPerSecond = 25;
-constexpr int kFloat = 5126;
 
-/// Adds an accessor of floats, `width` for each element.
 int AddFloats(const std::vector<float>& values, std::size_t width, const char* type, Carried& carried)
 {
-    CarriedAccessor& accessor = carried.accessors.emplace_back();
-    accessor.componentType = kFloat;
-    accessor.type = type;
-    accessor.count = values.size() / width;
-    accessor.bytes.resize(values.size() * sizeof(float));
-    std::memcpy(accessor.bytes.data(), values.data(), accessor.bytes.size());
+    carried.accessors.push_back(FloatAccessor(values, width, type));
     return static_cast<int>(carried.accessors.size() - 1);
 }
 

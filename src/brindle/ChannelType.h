@@ -6,20 +6,20 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Describes one type of channel to the host: 136 bytes with fields at fixed places.
+/// Describes one type of channel to the host: a record of 136 bytes with fields at fixed offsets.
 struct BRINDLE_API ChannelType
 {
-    /// All bytes 0.
+    /// Creates a record with all bytes 0.
     ChannelType();
 
-    std::array<char, 80> name;              ///< type name, terminated by a zero byte
-    std::array<std::uint8_t, 16> id;        ///< type identifier, a GUID as it lies in memory
-    std::array<std::uint8_t, 16> secondId;  ///< second type identifier
-    std::uint64_t reserved;                 ///< the host's own
-    std::int32_t flag;                      ///< type flag; its meaning is the host's
-    std::int32_t unusedAfterFlag;           ///< fills the gap up to the trailing value
-    std::int32_t trailing;                  ///< trailing value; its meaning is the host's
-    std::int32_t unusedAtEnd;               ///< fills the record up
+    std::array<char, 80> name;              ///< the type name, terminated by a zero byte
+    std::array<std::uint8_t, 16> id;        ///< the type identifier: the bytes of a GUID in memory
+    std::array<std::uint8_t, 16> secondId;  ///< the second type identifier
+    std::uint64_t reserved;                 ///< reserved for the host
+    std::int32_t flag;                      ///< the type flag; the host defines its meaning
+    std::int32_t unusedAfterFlag;           ///< padding before the trailing value
+    std::int32_t trailing;                  ///< the trailing value; the host defines its meaning
+    std::int32_t unusedAtEnd;               ///< padding at the end of the record
 };
 
 static_assert(sizeof(ChannelType) == 136);

@@ -5,12 +5,12 @@
 #include <cstddef>
 #include <vector>
 
-/// Collects what channels save, in memory.
+/// Collects the bytes that channels save, in memory.
 class BRINDLE_API VykFileSaver
 {
 public:
-    /// Appends size bytes.
-    /// @return true.
+    /// Appends size bytes. If memory runs out, nothing is appended.
+    /// @return always true.
     bool Write(const void* data, std::size_t size);
 
     const std::vector<unsigned char>& GetBytes() const;
@@ -19,14 +19,14 @@ private:
     std::vector<unsigned char> bytes_;
 };
 
-/// Gives saved bytes back, front to back.
+/// Reads saved bytes in the order in which they were written.
 class BRINDLE_API VykFileLoader
 {
 public:
     explicit VykFileLoader(std::vector<unsigned char> bytes);
 
     /// Copies the next size bytes.
-    /// @return false when fewer are left: then nothing is written and nothing is consumed.
+    /// @return true; or false when fewer bytes are left, and then nothing is copied.
     bool Read(void* data, std::size_t size);
 
 private:

@@ -18,7 +18,7 @@ void Vyk_Channel::DoEvent(int /*event*/, std::uint64_t /*argument*/) {}
 
 ChannelType Vyk_Channel::GetChannelType() { return {}; }
 
-// Saved form: the length of the name as 32 bits, little-endian, and its characters.
+// The saved form is the length of the name as a 32-bit little-endian number, followed by its characters.
 bool Vyk_Channel::SaveChannel(VykFileSaver& saver)
 {
     const auto length = static_cast<std::uint32_t>(channelName_.size());
@@ -36,7 +36,7 @@ bool Vyk_Channel::LoadChannel(VykFileLoader& loader, Vyk_ChannelGroup* /*group*/
     std::uint32_t left = static_cast<std::uint32_t>(bytes[0]) | static_cast<std::uint32_t>(bytes[1]) << 8U |
                          static_cast<std::uint32_t>(bytes[2]) << 16U | static_cast<std::uint32_t>(bytes[3]) << 24U;
 
-    // Character by character: a damaged length then costs no more memory than there are bytes.
+    // Reading character by character limits the memory for a damaged length to the number of bytes that exist.
     std::string name;
     for (; left > 0; --left)
     {

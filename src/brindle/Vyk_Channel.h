@@ -9,16 +9,16 @@
 class VykFileSaver;
 class VykFileLoader;
 
-// Types of the host that channels pass on without looking into them.
+// Types of the host that channels only pass on.
 class Vyk_ChannelGroup;
 class Vyk_List;
 class ChildInfo;
 class ChannelFeedback;
 class ContextRenderCount;
 
-/// Base class of every channel. The order of the virtual operations is the host's and must be kept.
+/// The base class of every channel. The host defines the order of the virtual operations, which must not change.
 ///
-/// The base implementations do nothing and return null, false or 0, except where something else is said.
+/// The base implementations do nothing and return null, false or 0, unless their comment says otherwise.
 class BRINDLE_API Vyk_Channel
 {
 public:
@@ -30,18 +30,19 @@ public:
     virtual void CallChannel();
     virtual void OneTimeInitialize();
     virtual void DoEvent(int event, std::uint64_t argument);
-    /// @return a zeroed record.
+    /// Returns a record with all bytes 0.
     virtual ChannelType GetChannelType();
     /// Writes the channel name.
-    /// @return whether all of it could be written.
+    /// @return whether all of it was written.
     virtual bool SaveChannel(VykFileSaver& saver);
-    /// Reads the channel name; the channel is left as it was when the bytes do not hold one.
+    /// Reads the channel name.
+    /// @return true; or false when the bytes do not contain a name, and then the channel has not changed.
     virtual bool LoadChannel(VykFileLoader& loader, Vyk_ChannelGroup* group);
     virtual void SetChannelInterfaceType(int type);
     virtual Vyk_Channel* GetChannelFromChannel(Vyk_Channel* channel, ChildInfo* info);
-    /// @return the stamp that SetTimeStamp() made last; 0 before the first.
+    /// Returns the time stamp that SetTimeStamp() set last, or 0 before the first call.
     virtual std::uint32_t GetTimeStamp();
-    /// Makes a stamp later than all made before in this process.
+    /// Sets a time stamp that is larger than all earlier ones in this process.
     virtual void SetTimeStamp();
     virtual void DoDependencyInit(Vyk_List* list);
     virtual void CheckIndexNrRemoval(int index);
@@ -53,7 +54,7 @@ public:
     virtual void SetContextRenderCountName(char* name);
     virtual ContextRenderCount* GetContextRenderCountName();
 
-    /// A null name counts as an empty one.
+    /// Sets the channel name. A null pointer means an empty name.
     void SetChannelName(const char* name);
     const char* GetChannelName() const;
 

@@ -3,10 +3,10 @@
 namespace Importing
 {
 
-/// Lets an operation that is const call the getters of a record.
+/// Gives a const operation access to the getters of a record.
 ///
-/// The records' getters are not declared const, for their signatures are part of the interface; those that this is
-/// used for change nothing all the same.
+/// The getters of records are not declared const, because their signatures are part of the interface. Call only getters
+/// that change nothing.
 template <typename Record>
 Record& ForReading(const Record& record)
 {

@@ -9,7 +9,8 @@ namespace Importing
 namespace
 {
 
-/// Makes room for `added` elements at once; repeated calls grow in steps of at least a doubling.
+/// Reserves capacity for `added` more elements. Where the array must grow, it at least doubles, so that repeated calls
+/// are amortised linear.
 template <typename T>
 void ReserveBehind(std::vector<T>& array, std::size_t added)
 {
@@ -18,7 +19,7 @@ void ReserveBehind(std::vector<T>& array, std::size_t added)
         array.reserve(std::max(needed, 2 * array.capacity()));
 }
 
-/// Room for all that is appended, so that the arrays move once at most.
+/// Reserves capacity for everything that is appended, so that each array is reallocated at most once.
 void ReserveForAppending(Geometry& mesh, const Geometry& other)
 {
     ReserveBehind(mesh.VertexArray, other.VertexArray.size());

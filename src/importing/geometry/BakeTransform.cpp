@@ -11,8 +11,8 @@ int Geometry::Transform(const D3DXMATRIX& matrix)
     if (SameBits(matrix, Importing::Transform::Indentity))
         return 0;
 
-    // A copy and a qualified call make the loop one piece of code that keeps both matrices in registers; an element of
-    // the array is a Vertex and nothing derived from it.
+    // The copy and the qualified call let the compiler inline the loop and keep both matrices in registers. Elements of
+    // the array are never of a class derived from Vertex.
     const D3DXMATRIX positionMatrix = matrix;
     const D3DXMATRIX normalMatrix = NormalMatrix(matrix);
     for (Vertex& vertex : VertexArray)
@@ -26,7 +26,7 @@ int Geometry::TransformUVs(const D3DXMATRIX& matrix, int set)
     if (SameBits(matrix, Importing::Transform::Indentity))
         return 0;
 
-    // A negative set becomes an index that no vertex accepts; the first vertex throws before anything has changed.
+    // A negative set becomes an index that no vertex accepts, so the first vertex throws before anything has changed.
     const auto index = static_cast<std::uint64_t>(static_cast<std::int64_t>(set));
     for (Vertex& vertex : VertexArray)
         vertex.TransformTexCoord(matrix, index);

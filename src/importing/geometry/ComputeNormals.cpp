@@ -1,3 +1,7 @@
+// One pass over the faces. One bit per vertex records whether a face has set its normal. Later faces are blended into
+// that normal or split the vertex, corner by corner. The order of the faces and of the split vertices is part of the
+// result, so the pass is sequential. Cost: linear in the indices, plus one copy for each split vertex.
+
 #include <importing/geometry/Geometry.h>
 #include <importing/geometry/Triangles.h>
 #include <importing/math/Products.h>
@@ -9,11 +13,11 @@ namespace Importing
 namespace
 {
 
-/// Cosine of the sharpest bend, about 36.87 degrees, over which faces are still blended (0x3F4CCCCD).
+/// The cosine of the largest angle, about 36.87 degrees, at which faces are blended (0x3F4CCCCD).
 constexpr float kSmoothingThreshold = 0.8F;
 
-/// Gives corners their normals, face by face. Vertices are asked by qualified calls, which take their place in the loop
-/// in line: an element of the array is a Vertex and nothing derived from it.
+/// Sets the normals of corners, face by face. Calls to vertices are qualified so that they can be inlined: elements of
+/// the array are never of a class derived from Vertex.
 class NormalSmoother
 {
 public:
@@ -58,7 +62,7 @@ private:
         }
     }
 
-    /// The copy never counts as visited: no other corner leads to it.
+    /// Gives the corner a copy of its vertex. The copy needs no visited bit, because no other corner refers to it.
     void Split(std::size_t corner, const D3DXVECTOR3& faceNormal)
     {
         Vertex copy = vertices_[indices_[corner]];

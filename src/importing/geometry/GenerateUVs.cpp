@@ -10,12 +10,12 @@ namespace
 constexpr float kPi = 3.1415927F;     // 0x40490FDB
 constexpr float kTwoPi = 6.2831855F;  // 0x40C90FDB
 
-/// What the mappings measure positions by.
+/// The box that mappings measure positions by.
 struct Frame
 {
     D3DXVECTOR3 min;
-    D3DXVECTOR3 divisor;  ///< size of the box, or 1 where world units are asked for
-    D3DXVECTOR3 center;   ///< centre of the box over the divisor
+    D3DXVECTOR3 divisor;  ///< the size of the box, or 1 for world units
+    D3DXVECTOR3 center;   ///< the centre of the box, divided by the divisor
 };
 
 float CenterOver(float size, float min, float divisor) { return (size * 0.5F + min) / divisor; }
@@ -32,16 +32,17 @@ Frame FrameOf(const Geometry& mesh, bool worldUnits)
                         CenterOver(size.z, min.z, divisor.z))};
 }
 
-/// One axis of a planar projection: divide, add a half, subtract the centre, in this order.
+/// Returns one coordinate of a planar projection: divides, adds a half and subtracts the centre, in this order.
 float Planar(float position, float divisor, float center) { return position / divisor + 0.5F - center; }
 
-/// The angle of a normal about y as a share of a full turn. Normals are not normalised: |x| above 1 gives NaN.
+/// Returns the angle of a normal about y as a fraction of a full turn. The normal is not normalised first, so |x| above
+/// 1 gives NaN.
 float TurnAboutY(const D3DXVECTOR3& normal)
 {
     return normal.z > 0.0F ? std::acos(normal.x) / kTwoPi : (std::acos(-normal.x) + kPi) / kTwoPi;
 }
 
-/// A projection for each vertex, chosen by the largest component of its normal.
+/// Projects each vertex along the axis of the largest component of its normal.
 class CubicMapping
 {
 public:
@@ -62,7 +63,7 @@ public:
             last_ = D3DXVECTOR2(-(x * (normal.z / az)), -y);
         else if (ay >= az && ay >= ax)
             last_ = D3DXVECTOR2(x * (normal.y / ay), -z);
-        // else the normal holds a NaN: the pair of the vertex before stays.
+        // Otherwise the normal contains NaN, and the coordinates of the previous vertex are used.
         return last_;
     }
 
@@ -71,12 +72,12 @@ private:
     D3DXVECTOR2 last_{0, 0};
 };
 
-/// Writes what the mapping makes of position and normal into one UV set of every vertex. The calls are qualified, which
-/// puts them in line: an element of the array is a Vertex and nothing derived from it.
+/// Writes mapping(position, normal) into one UV set of every vertex. Calls to vertices are qualified so that they can
+/// be inlined: elements of the array are never of a class derived from Vertex.
 template <typename Mapping>
 int WriteUVs(std::vector<Vertex>& vertices, int set, Mapping mapping)
 {
-    // A negative set becomes an index that no vertex accepts; the first vertex throws before anything has changed.
+    // A negative set becomes an index that no vertex accepts, so the first vertex throws before anything has changed.
     const auto index = static_cast<std::uint64_t>(static_cast<std::int64_t>(set));
     for (Vertex& vertex : vertices)
         vertex.Vertex::SetTexCoord(mapping(vertex.Vertex::GetPosition(), vertex.Vertex::GetNormal()), index);
@@ -124,7 +125,7 @@ int Geometry::GenerateUVsCylindrical(int set, bool worldUnits)
 
 int Geometry::GenerateUVsSpherical(int set, bool worldUnits)
 {
-    // The box is asked for and not used; an override of GetBoundingBox sees the call.
+    // The box is computed but not used: an override of GetBoundingBox gets the call.
     FrameOf(*this, worldUnits);
     const float v = std::acos(0.0F) / kPi;
     return WriteUVs(VertexArray, set,

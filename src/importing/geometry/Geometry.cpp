@@ -39,7 +39,7 @@ void Geometry::SetPolySize(std::uint64_t size)
 int Geometry::Release()
 {
     name_.clear();
-    // New arrays, not "= {}", which would keep the memory: emptied meshes stay in their library.
+    // Assigning new arrays frees the memory, which "= {}" would keep. Emptied meshes remain in their library.
     VertexArray = std::vector<Vertex>();
     IndexArray = std::vector<std::uint32_t>();
     JointArray = std::vector<Joint>();

@@ -9,24 +9,27 @@
 namespace Importing
 {
 
-/// Stands for "no number yet".
+/// The value of a hash that has no number yet.
 inline constexpr std::uint32_t kNoNumber = 0xFFFFFFFFU;
 
-/// Maps the content hashes of a mesh's vertices to numbers: open addressing with linear probing.
+/// Maps the content hashes of a mesh's vertices to numbers: a hash table with open addressing and linear probing.
 ///
-/// It starts with a slot for every fourth vertex, which is enough for a search that ends early and for the sixth of its
-/// vertices that a welded triangle soup keeps; small tables stay in the cache. When two thirds of the slots are taken
-/// it grows once, so that the hashes of all vertices take half of them at most.
+/// The table starts with one slot for every four vertices. That is enough for a search that ends early, and for welding
+/// unconnected triangles, which keeps about one vertex in six; a small table fits into the cache. When two thirds of
+/// the slots are used, the table grows once, to at least two slots for each vertex.
+///
+/// Cost: constant for each lookup on average; memory linear in the vertices. A standard hash map allocates a node for
+/// each hash, and a sorted map compares log n hashes for each lookup; welding spends most of its time in these lookups.
 class HashNumbers
 {
 public:
-    /// For at most vertexCount different hashes.
+    /// Creates a table for at most vertexCount different hashes.
     explicit HashNumbers(std::size_t vertexCount)
         : slots_(std::bit_ceil(vertexCount / 4 + 2)), vertexCount_(vertexCount)
     {}
 
-    /// @return where the number of this hash is kept, good until the next call; kNoNumber where the hash is new. The
-    ///         caller gives it one before the next call.
+    /// Returns a reference to the number of this hash, valid until the next call. The number of a new hash is
+    /// kNoNumber, and the caller must assign another one before the next call.
     std::uint32_t& operator[](std::uint32_t hash)
     {
         Slot* slot = &Find(hash);
@@ -68,7 +71,8 @@ private:
                 Find(slot.hash) = slot;
     }
 
-    /// Content hashes end in the position's z alone; the upper bits of a product depend on all bits of the hash.
+    /// Returns the hash with its bits spread. The last field of a vertex's content hash is the z of its position, so
+    /// the low bits depend on few fields. The upper bits of a product depend on all bits of the hash.
     static std::size_t Spread(std::uint32_t hash)
     {
         return static_cast<std::size_t>((hash * 0x9E3779B97F4A7C15ULL) >> 32U);

@@ -1,3 +1,9 @@
+// Two phases. The quick test hashes vertices until a hash repeats; most welded meshes end there, with nothing written.
+// Otherwise the indices are walked once: a table from hash to kept vertex finds duplicates, and a second table from old
+// vertex to kept vertex answers every later use of the same vertex without hashing. Results are built in new arrays and
+// swapped in at the end, so that an exception changes nothing. Cost: linear in vertices and indices on average. Sorting
+// the vertices instead would cost n log n and lose the order of first use, which is part of the result.
+
 #include <importing/base/CheckedAccess.h>
 #include <importing/geometry/Geometry.h>
 #include <importing/geometry/HashNumbers.h>
@@ -13,7 +19,8 @@ namespace Importing
 namespace
 {
 
-/// The quick test. Stops at the first hash that it meets again, so hashes of later vertices stay uncomputed.
+/// Returns whether two vertices have equal hashes. Stops at the first hash that repeats, so the hashes of later
+/// vertices are not computed.
 bool HasDuplicates(std::vector<Vertex>& vertices)
 {
     HashNumbers seen(vertices.size());
@@ -27,7 +34,7 @@ bool HasDuplicates(std::vector<Vertex>& vertices)
     return false;
 }
 
-/// Finds the survivors in the order in which indices use them, and the indices that lead to them.
+/// Collects the survivors, the vertices that are kept, in the order in which indices use them.
 class VertexWelder
 {
 public:
@@ -35,9 +42,9 @@ public:
         : vertices_(vertices), known_(vertices.size(), kNoNumber), latest_(vertices.size())
     {}
 
-    /// @return the number of the survivor that stands for a vertex.
-    /// @throws std::out_of_range when there would be more survivors than vertices: different vertices of one hash,
-    ///         used alternately, replace one another over and over.
+    /// Returns the number of the survivor that replaces a vertex.
+    /// @throws std::out_of_range when there would be more survivors than vertices. This happens when different vertices
+    ///         with equal hashes are used alternately, because each replaces the other in the table.
     std::uint32_t SurvivorOf(std::uint32_t index)
     {
         std::uint32_t& known = known_[index];
@@ -46,14 +53,14 @@ public:
         return known;
     }
 
-    /// The vertices are left without what the survivors took over.
+    /// Returns the survivors. Their content is moved out of the vertices where possible.
     std::vector<Vertex> TakeSurvivors()
     {
         std::vector<Vertex> welded;
         welded.reserve(survivors_.size());
         for (const Survivor& survivor : survivors_)
         {
-            // Without a replacement no vertex survives twice.
+            // A vertex can be a survivor twice only after a replacement; then it must be copied.
             if (anyReplaced_)
                 welded.push_back(vertices_[survivor.vertex]);
             else
@@ -66,8 +73,8 @@ private:
     struct Survivor
     {
         std::uint32_t vertex;
-        float x;          ///< of its position
-        bool isReplaced;  ///< whether another survivor took its hash since
+        float x;          ///< the x of its position
+        bool isReplaced;  ///< whether another survivor has its hash by now
     };
 
     std::uint32_t Find(std::uint32_t index)
@@ -87,8 +94,8 @@ private:
     }
 
     std::vector<Vertex>& vertices_;
-    std::vector<std::uint32_t> known_;  ///< vertex -> its survivor, kNoNumber before its first use
-    HashNumbers latest_;                ///< hash -> the survivor that took it last
+    std::vector<std::uint32_t> known_;  ///< vertex -> its survivor; kNoNumber before its first use
+    HashNumbers latest_;                ///< hash -> the latest survivor with it
     std::vector<Survivor> survivors_;
     bool anyReplaced_ = false;
 };

@@ -1,3 +1,7 @@
+// Each operation is one pass in place over the vertices or the faces. UnifyNormals processes faces in order and reads
+// normals that earlier faces may have flipped, because at a shared vertex the last face decides. Calls to vertices are
+// qualified so that they can be inlined. Cost: linear in the mesh, without an allocation.
+
 #include <importing/base/CheckedAccess.h>
 #include <importing/geometry/Geometry.h>
 #include <importing/geometry/Triangles.h>
@@ -10,14 +14,15 @@ namespace Importing
 namespace
 {
 
-/// Along the face's geometric normal; read anew for each face, since earlier faces may have been turned.
+/// Returns a vector along the geometric normal of a face.
 D3DXVECTOR3 FaceCross(std::vector<Vertex>& vertices, const std::uint32_t* corners)
 {
     return TriangleCross(vertices[corners[0]].Vertex::GetPosition(), vertices[corners[1]].Vertex::GetPosition(),
                          vertices[corners[2]].Vertex::GetPosition());
 }
 
-/// Never true for a perpendicular normal, a degenerate face or a NaN.
+/// Returns whether a corner normal points against the geometric normal of its face: never for a perpendicular normal, a
+/// degenerate face or NaN.
 bool PointsAgainst(const D3DXVECTOR3& cornerNormal, const D3DXVECTOR3& faceNormal)
 {
     return Dot(faceNormal, cornerNormal) < 0.0F;
@@ -36,7 +41,7 @@ int Geometry::FlipFaces()
 {
     if (GetPolySize() != kTriangle)
         return -1;
-    // A second corner without a third has nothing to be exchanged with.
+    // A second corner without a third has nothing to be swapped with.
     if (IndexArray.size() % kTriangle == 2)
         ThrowBadSubscript();
 

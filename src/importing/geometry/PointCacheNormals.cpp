@@ -12,7 +12,7 @@ namespace Importing
 namespace
 {
 
-/// Returns one more than the largest index that a triangle uses; 0 without triangles.
+/// Returns one more than the largest index that a triangle uses, or 0 without triangles.
 std::size_t EndOfUsedIndices(const std::vector<std::uint32_t>& indices)
 {
     const auto used = static_cast<std::ptrdiff_t>(kTriangle * TriangleCount(indices));
@@ -61,8 +61,8 @@ int Geometry::ComputePointCacheNormals()
     if (frames <= 0)
         return 0;
 
-    // What the last frame reaches is within the arrays for every frame before it. An index that is not below the vertex
-    // count is good where the entries go on after the frame.
+    // Entries that exist for the last frame exist for all earlier frames too. An index may be the vertex count or more,
+    // where the arrays continue after the frame.
     const std::size_t lastFrame = (static_cast<std::size_t>(frames) - 1) * vertexCount;
     const std::size_t end = EndOfUsedIndices(IndexArray);
     if (end > 0 && lastFrame + end > std::min(PointCachePositions.size(), PointCacheNormals.size()))

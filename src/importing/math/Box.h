@@ -7,20 +7,20 @@
 namespace Importing
 {
 
-/// An axis-aligned box. It is empty while min lies above max.
+/// An axis-aligned box. It is empty where min is above max.
 struct Box
 {
     D3DXVECTOR3 min;
     D3DXVECTOR3 max;
 };
 
-/// The box that holds nothing: min is the largest float on every axis, max its negation.
+/// Returns the empty box that extending starts from: on every axis min is the largest float and max its negation.
 Box EmptyBox();
 
-/// The eight corners: every combination of the components of min and max.
+/// Returns the eight corners: every combination of the components of min and max.
 std::array<D3DXVECTOR3, 8> Corners(const Box& box);
 
-/// Extends a box by a point. Comparisons are strict; a NaN is absent.
+/// Extends a box so that it contains a point. A coordinate that is NaN changes nothing.
 inline void Extend(Box& box, const D3DXVECTOR3& point)
 {
     const auto extend = [](float& min, float& max, float value) {
@@ -34,11 +34,11 @@ inline void Extend(Box& box, const D3DXVECTOR3& point)
     extend(box.min.z, box.max.z, point.z);
 }
 
-/// Extends a box by the corners of a local box, each carried by the matrix.
+/// Extends a box so that it contains the eight corners of a local box, transformed by the matrix.
 void Extend(Box& box, const Box& localBox, const D3DXMATRIX& matrix);
 
-/// False when on one of the axes one box ends before the other begins. Boxes that only touch overlap; a NaN separates
-/// nothing.
+/// Returns whether two boxes overlap: false when on one of the axes one box ends before the other begins. Boxes that
+/// only touch overlap. A NaN bound never separates two boxes.
 bool Overlap(const Box& a, const Box& b);
 
 }  // namespace Importing

@@ -62,7 +62,7 @@ D3DXMATRIX* D3DXMatrixMultiply(D3DXMATRIX* out, const D3DXMATRIX* a, const D3DXM
 float D3DXMatrixDeterminant(const D3DXMATRIX* matrix)
 {
     const D3DXMATRIX& a = *matrix;
-    // The 2x2 minors of two rows, in columns 3, 4 and in columns 1, 2.
+    // The 2x2 minors of two rows, in columns 3 and 4 (right) and in columns 1 and 2 (left).
     const float right34 = a._33 * a._44 - a._34 * a._43;
     const float right24 = a._23 * a._44 - a._24 * a._43;
     const float right23 = a._23 * a._34 - a._24 * a._33;
@@ -94,7 +94,7 @@ D3DXMATRIX* D3DXMatrixTransformation(D3DXMATRIX* out, const D3DXVECTOR3* scaling
                                      const D3DXVECTOR3* rotationCenter, const D3DXQUATERNION* rotation,
                                      const D3DXVECTOR3* translation)
 {
-    // Products with the identity are not left out: they turn -0 into +0 and spread a NaN over its row.
+    // Products with the identity are not skipped: they turn -0 into +0 and spread a NaN over its row.
     D3DXMATRIX result = Identity();
     const auto apply = [&result](const D3DXMATRIX& factor) { result = Product(result, factor); };
 
@@ -155,7 +155,7 @@ D3DXQUATERNION* D3DXQuaternionRotationMatrix(D3DXQUATERNION* out, const D3DXMATR
         return out;
     }
 
-    // The largest diagonal element leads; of equal ones the first.
+    // Divide by the component that belongs to the largest diagonal element; of equal elements the first is used.
     if (a._22 > a._11 ? a._33 > a._22 : a._33 > a._11)
     {
         const float s = 2.0F * std::sqrt(1.0F + a._33 - a._11 - a._22);

@@ -1,12 +1,12 @@
 #pragma once
 
 /// @file
-/// The platform's math value types, declared by ourselves: the same names, fields and sizes. See PlatformTypes.h for
-/// the platform's own.
+/// This library's declarations of the platform's math value types: the same names, fields and sizes. PlatformTypes.h
+/// takes the platform's own declarations instead.
 
 #include <cstdint>
 
-/// Two floats: x, y.
+/// A vector of two floats: x, y.
 struct D3DXVECTOR2
 {
     float x, y;
@@ -18,7 +18,7 @@ struct D3DXVECTOR2
     friend constexpr bool operator==(const D3DXVECTOR2&, const D3DXVECTOR2&) = default;
 };
 
-/// Three floats: x, y, z.
+/// A vector of three floats: x, y, z.
 struct D3DXVECTOR3
 {
     float x, y, z;
@@ -40,7 +40,7 @@ struct D3DXVECTOR3
     friend constexpr bool operator==(const D3DXVECTOR3&, const D3DXVECTOR3&) = default;
 };
 
-/// Four floats: x, y, z and the scalar part w.
+/// A quaternion of four floats: x, y, z and the scalar part w.
 struct D3DXQUATERNION
 {
     float x, y, z, w;
@@ -52,7 +52,7 @@ struct D3DXQUATERNION
     friend constexpr bool operator==(const D3DXQUATERNION&, const D3DXQUATERNION&) = default;
 };
 
-/// Four floats: red, green, blue, alpha.
+/// A colour of four floats: red, green, blue, alpha.
 struct D3DXCOLOR
 {
     float r, g, b, a;
@@ -64,10 +64,11 @@ struct D3DXCOLOR
     friend constexpr bool operator==(const D3DXCOLOR&, const D3DXCOLOR&) = default;
 };
 
-/// Sixteen floats, row-major. Reached as m[row][column], as _RC (both counted from 1) or as matrix(row, column).
+/// Sixteen floats, row-major. An element is m[row][column] or matrix(row, column), counted from 0, or _RC, counted
+/// from 1.
 struct D3DXMATRIX
 {
-    // The unnamed structure is part of the published type; every supported compiler has it as an extension.
+    // The unnamed structure is part of the published type. Every supported compiler accepts it as an extension.
 #if defined(_MSC_VER)
 #pragma warning(suppress : 4201)
     union
@@ -96,12 +97,12 @@ struct D3DXMATRIX
                      v[15])
     {}
 
-    /// Row and column are counted from 0.
+    /// Returns an element; row and column are counted from 0.
     constexpr float& operator()(unsigned row, unsigned column) { return m[row][column]; }
     constexpr float operator()(unsigned row, unsigned column) const { return m[row][column]; }
 };
 
-/// The platform's result code: 0 is success.
+/// The platform's result code; 0 means success.
 #if defined(_WIN32)
 using HRESULT = long;
 #else

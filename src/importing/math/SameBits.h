@@ -9,7 +9,7 @@
 namespace Importing
 {
 
-/// True when all 64 bytes of two matrices agree; +0 and -0 differ, and a NaN agrees with itself.
+/// Returns whether all 64 bytes of two matrices are equal: +0 and -0 differ, and equal NaN patterns are equal.
 inline bool SameBits(const D3DXMATRIX& a, const D3DXMATRIX& b)
 {
     using Bits = std::array<std::uint32_t, 16>;

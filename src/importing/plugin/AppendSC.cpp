@@ -1,3 +1,10 @@
+// Libraries are copied one after the other, and each copy's indices are shifted as soon as it is made, while it is in
+// the cache. Materials and textures are not copied whole: every surface brings those that it uses, unless the scene has
+// equal ones. The literal form scans the library for every use, which is quadratic; a plain container uses a table from
+// content to index instead. The table is filled only as far as the scans would have gone, so that the same hashes are
+// computed.
+// Cost: linear in both scenes on average.
+
 #include <importing/base/CheckedAccess.h>
 #include <importing/plugin/PlainContainer.h>
 #include <importing/plugin/SceneContainer.h>
@@ -16,7 +23,7 @@ namespace
 constexpr const char* kRootName = "Root";
 constexpr const char* kRootNote = "Root added after merging";
 
-/// Where the other scene's records begin in this one.
+/// The indices at which the other scene's records begin in this one.
 struct Bases
 {
     std::int32_t node;
@@ -39,7 +46,7 @@ Bases BasesOf(const SceneContainer& scene)
             SizeOf(scene.AnimationLibrary), SizeOf(scene.CameraLibrary),  SizeOf(scene.LightLibrary)};
 }
 
-/// Checks what will be looked up, so that a bad reference leaves both scenes as they are.
+/// Checks the indices that will be looked up, so that a bad one changes neither scene.
 void CheckReferences(const SceneContainer& other)
 {
     for (const Surface& surface : other.SurfaceLibrary)
@@ -52,8 +59,8 @@ void CheckReferences(const SceneContainer& other)
     }
 }
 
-/// The root's note is looked up when the nodes have been appended, the spare one included. That is when an override is
-/// asked for the root; before, only when the stored one cannot be it.
+/// Checks that the root's note can be looked up after the nodes, including the spare one, have been appended. An
+/// override of GetRootNodeIndex gets its call then; here it is called only if the stored index is not valid.
 void CheckRoot(const SceneContainer& scene, const SceneContainer& other)
 {
     const std::size_t nodes = scene.NodeLibrary.size() + other.NodeLibrary.size() + 1;
@@ -62,7 +69,8 @@ void CheckRoot(const SceneContainer& scene, const SceneContainer& other)
         ThrowBadSubscript();
 }
 
-/// Makes room at one go. A library that has to move doubles, so that many small scenes can follow one another.
+/// Reserves capacity for `count` more records. A library that must grow at least doubles, so that appending many small
+/// scenes is amortised linear.
 template <typename Record>
 void ReserveMore(std::vector<Record>& library, std::size_t count)
 {
@@ -77,7 +85,7 @@ void AppendCopies(std::vector<Record>& library, const std::vector<Record>& other
     library.insert(library.end(), others.begin(), others.end());
 }
 
-/// Adjusts each copy as soon as it is made, while it is at hand.
+/// Appends copies and calls adjust(copy) as soon as each is made, while it is in the cache.
 template <typename Record, typename Adjust>
 void AppendCopies(std::vector<Record>& library, const std::vector<Record>& others, Adjust adjust)
 {
@@ -89,7 +97,7 @@ void AppendCopies(std::vector<Record>& library, const std::vector<Record>& other
     }
 }
 
-/// Wraps around, so that an index near the end of the range, which leads nowhere anyway, is no harm.
+/// Returns an index plus a base. The sum wraps around, so that a bad index near the limit is not undefined behaviour.
 std::int32_t Shifted(std::int32_t index, std::int32_t base)
 {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(index) + static_cast<std::uint32_t>(base));
@@ -101,7 +109,7 @@ void Shift(std::vector<std::int32_t>& indices, std::int32_t base)
         index = Shifted(index, base);
 }
 
-/// Shifts the animation of a node or a joint, if it has one.
+/// Shifts the animation index of a node or a joint, if it has one.
 template <typename Animated>
 void ShiftAnimation(Animated& record, std::int32_t base)
 {
@@ -117,7 +125,7 @@ void AppendGeometries(SceneContainer& scene, const SceneContainer& other, const 
     });
 }
 
-/// One default node follows the copies; it counts, so the indices of later nodes depend on it.
+/// Appends the nodes and one spare default node. The indices of later nodes depend on the spare node.
 void AppendNodes(SceneContainer& scene, const SceneContainer& other, const Bases& bases)
 {
     constexpr std::size_t kSpareAndRoot = 2;
@@ -135,8 +143,7 @@ void AppendNodes(SceneContainer& scene, const SceneContainer& other, const Bases
 /// Finds the materials and textures that the appended surfaces use in the scene's libraries, or adds them.
 ///
 /// A derived container gets the calls AddMaterialToLibrary(copy, true) and AddTextureToLibrary(copy, true) for every
-/// use. For a plain one the first record of equal content is looked up in a table instead of scanned for; the table
-/// takes library records in order and only as far as the scans would have gone, so the same hashes get computed.
+/// use. For a plain container the first record of equal content is looked up in a table.
 class LibraryAdditions
 {
 public:
@@ -213,7 +220,7 @@ private:
     SceneContainer& scene_;
     const SceneContainer& other_;
     bool isPlain_;
-    std::vector<std::int32_t> materialOf_;  ///< the other's material -> the scene's, -1 while unknown
+    std::vector<std::int32_t> materialOf_;  ///< the other's material -> the scene's; -1 while unknown
     std::vector<std::int32_t> textureOf_;
     std::unordered_map<std::uint32_t, std::int32_t> materialByHash_;
     std::unordered_map<std::string, std::int32_t> textureByName_;
@@ -228,7 +235,7 @@ void AppendSurfaces(SceneContainer& scene, const SceneContainer& other, const Ba
     const std::size_t end = scene.SurfaceLibrary.size();
     for (std::size_t i = static_cast<std::size_t>(bases.surface); i < end; ++i)
     {
-        // An override of an addition may add surfaces: they are looked up anew behind each.
+        // An override of an addition may add surfaces, so the surface is looked up again after each addition.
         const auto surface = [&scene, i]() -> Surface& { return At(scene.SurfaceLibrary, i); };
         if (surface().GetGeometryID() >= 0)
             surface().SetGeometryID(Shifted(surface().GetGeometryID(), bases.geometry));
@@ -252,8 +259,9 @@ bool IsMergeResult(SceneContainer& scene, int root)
     return root >= 0 && At(scene.NodeLibrary, root).GetNote() == kRootNote;
 }
 
-/// A scene that is the result of a merge takes the other's root as a further child; any other gets a new root. A merge
-/// result does so also when the other scene has no root: it then lists the node before the appended ones.
+/// Joins the two roots. If this scene is the result of an earlier call, its root gets the other root as a further
+/// child; otherwise a new root node is appended above both. If the other scene has no root, its -1 is shifted like any
+/// index, so the root of an earlier call then gets the node before the appended ones as a child.
 void JoinRoots(SceneContainer& scene, const SceneContainer& other, const Bases& bases)
 {
     const int root = scene.GetRootNodeIndex();

@@ -1,3 +1,7 @@
+// One pass counts each name in a hash table, a second one counts down. The table holds how many records with a name are
+// left to be processed, so a lookup also answers whether a candidate is taken. Names are not sorted: the result depends
+// on the order of the records.
+
 #include <importing/plugin/Disambiguate.h>
 
 #include <cstdint>
@@ -17,7 +21,7 @@ bool IsTaken(const Occurrences& left, std::string_view name)
     return entry != left.end() && entry->second != 0;
 }
 
-/// The candidate itself, or the first of candidate[1], candidate[2], ... that no record carried.
+/// Returns the candidate, or the first of candidate[1], candidate[2], ... that is not taken.
 std::string FirstFree(const Occurrences& left, const std::string& candidate)
 {
     std::string name = candidate;

@@ -14,11 +14,12 @@ struct Renaming
     std::string name;
 };
 
-/// Says which of the records with these names get which new names, so that names become distinct; in index order.
+/// Returns the renamings that make names distinct, in index order.
 ///
-/// Of n equal names NAME the first becomes NAME(n-1), the next NAME(n-2), and so on, the last one stays. Where a record
-/// carries the new name already, [1], [2], ... is tried behind it; names given here are not avoided.
-/// Cost: linear in the names; no name is tried twice.
+/// Of n equal names NAME the first becomes NAME(n-1), the next NAME(n-2), and so on; the last one is kept. If another
+/// record still has the new name, [1], [2], ... is appended until no record has it. Names that earlier renamings of the
+/// same call assigned are not avoided.
+/// Cost: linear in the names on average, plus one lookup for each suffix that is tried.
 std::vector<Renaming> FindRenamings(const std::vector<std::string>& names);
 
 }  // namespace Importing

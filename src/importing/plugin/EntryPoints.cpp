@@ -13,7 +13,7 @@ namespace
 
 constexpr std::string_view kTypeName = "SceneContainer";
 
-/// {7BB227FA-A24B-4BB7-B1B4-DF665D60CBE8} as it lies in memory.
+/// The bytes of {7BB227FA-A24B-4BB7-B1B4-DF665D60CBE8} in memory.
 constexpr std::array<std::uint8_t, 16> kTypeID = {0xFA, 0x27, 0xB2, 0x7B, 0x4B, 0xA2, 0xB7, 0x4B,
                                                   0xB1, 0xB4, 0xDF, 0x66, 0x5D, 0x60, 0xCB, 0xE8};
 
@@ -29,7 +29,7 @@ Vyk_Channel* InitDLL()
     }
     catch (const std::bad_alloc&)
     {
-        // Nothing may be thrown across a plain entry point.
+        // An exception must not leave an entry point with C linkage.
         return nullptr;
     }
 }

@@ -6,15 +6,15 @@ class Vyk_Channel;
 struct ChannelType;
 
 /// @file
-/// The two plain entry points through which the host uses the library.
+/// The two entry points with plain names through which the host uses the library.
 
 extern "C"
 {
-    /// @return a new, empty SceneContainer that the caller destroys through its virtual destructor; null when there is
-    ///         no memory.
+    /// Creates an empty SceneContainer. The caller destroys it through its virtual destructor.
+    /// @return the container, or null when memory runs out. Nothing is thrown.
     IMPORTING_API Vyk_Channel* InitDLL();
 
-    /// Fills the library's one record of its channel type.
-    /// @return the record; it stays the library's. Not safe for concurrent calls.
+    /// Fills the library's static record of its channel type. Not safe for concurrent calls.
+    /// @return the record, which belongs to the library.
     IMPORTING_API ChannelType* GetType();
 }

@@ -17,7 +17,8 @@ D3DXMATRIX LocalMatrix(const SceneContainer& scene, int node)
     return ForReading(At(scene.NodeLibrary, node)).GetLocalTransform().GetMatrix();
 }
 
-/// One walk up and one down instead of a recursion and a scan of all child lists for every ancestor.
+/// Returns the world matrix of a node of a plain container: one table of all parents, one walk up and one down. The
+/// literal form recurses and scans all child lists once for every ancestor.
 D3DXMATRIX WorldMatrix(const SceneContainer& scene, int index)
 {
     std::vector<std::int32_t> path = PathToRoot(ParentTable(scene.NodeLibrary), index);

@@ -12,17 +12,20 @@
 namespace Importing
 {
 
+/// Throws the exception for a node that is its own ancestor.
 [[noreturn]] inline void ThrowCycle() { throw std::runtime_error("cycle in the node hierarchy"); }
 
-/// Walks a hierarchy once before it is changed, without recursion.
+/// Walks a hierarchy once, before an operation changes it. An explicit stack replaces recursion, so depth is limited
+/// only by memory.
 ///
-/// isWalked(node) says whether a node is walked at all, below it and itself. enter(index) is called for every walked
-/// node once, parents before children, and throws when something that the node refers to is missing. leave(index) is
-/// called for each of them when all nodes below it have been left.
+/// A node for which isWalked(node) returns false is skipped with all nodes below it. enter(index) is called once for
+/// every walked node, parents before children, and throws when something that the node refers to does not exist.
+/// leave(index) is called once for every walked node after all nodes below it have been left.
 ///
-/// @return the number of levels, the start node's own included.
-/// @throws std::out_of_range when start or an entry of a walked child list designates no node.
-/// @throws std::runtime_error "cycle in the node hierarchy" when a walked node is among its own ancestors.
+/// Cost: linear in the nodes and the entries of their child lists, plus the calls.
+/// @return the number of levels, including that of the start node.
+/// @throws std::out_of_range when start, or an entry of a walked child list, is not the index of a node.
+/// @throws std::runtime_error "cycle in the node hierarchy" when a walked node is its own ancestor.
 template <typename IsWalked, typename Enter, typename Leave>
 std::size_t CheckHierarchy(const std::vector<Node>& nodes, std::int32_t start, IsWalked isWalked, Enter enter,
                            Leave leave)
@@ -74,7 +77,7 @@ std::size_t CheckHierarchy(const std::vector<Node>& nodes, std::int32_t start, I
     return levels;
 }
 
-/// Walks a hierarchy like the function above, without a call where a node is left.
+/// Walks a hierarchy like the function above, without calls for nodes that are left.
 template <typename IsWalked, typename Enter>
 std::size_t CheckHierarchy(const std::vector<Node>& nodes, std::int32_t start, IsWalked isWalked, Enter enter)
 {

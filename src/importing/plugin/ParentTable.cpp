@@ -1,3 +1,7 @@
+// Child lists are the only record of the hierarchy, so a parent has to be searched for. One pass over all child lists
+// finds the parents of all nodes at once; the first list that contains a node wins, as in the literal search. Cost:
+// linear in nodes and entries, where a search for each node would be quadratic.
+
 #include <importing/plugin/ParentTable.h>
 
 #include <importing/base/CheckedAccess.h>
@@ -29,7 +33,7 @@ std::vector<std::int32_t> PathToRoot(const std::vector<std::int32_t>& parents, s
     std::int32_t node = index;
     do
     {
-        // A path longer than there are nodes has met one of them twice.
+        // A path with more entries than nodes contains a node twice.
         if (!parents.empty() && path.size() == parents.size())
             ThrowCycle();
         path.push_back(node);

@@ -8,14 +8,13 @@
 namespace Importing
 {
 
-/// What FindParentNode finds for every node, in one walk: [N] lowest indices of a node that lists it, -1 for none.
-/// Entries of child lists that designate no node are passed over.
+/// Returns for every node what FindParentNode returns: [N] the lowest index of a node whose child list contains it, or
+/// -1. Entries of child lists that are not indices of nodes are skipped. Cost: linear in nodes and child list entries.
 std::vector<std::int32_t> ParentTable(const std::vector<Node>& nodes);
 
-/// A node and its ancestors, upwards.
-/// @throws std::runtime_error "cycle in the node hierarchy" when the node is among its own ancestors, or one of them is
-///         among its own.
-/// @throws std::out_of_range when index designates no node.
+/// Returns the indices of a node and of its ancestors, from the node upwards. Cost: linear in the path.
+/// @throws std::runtime_error "cycle in the node hierarchy" when the node or one of its ancestors is its own ancestor.
+/// @throws std::out_of_range when index is not the index of a node.
 std::vector<std::int32_t> PathToRoot(const std::vector<std::int32_t>& parents, std::int32_t index);
 
 }  // namespace Importing

@@ -7,8 +7,9 @@
 namespace Importing
 {
 
-/// True when nothing can be overridden: then an operation may stand in for the calls that it would make through the
-/// virtual table. Asked inside the default bodies of operations only, never where they are called.
+/// Returns whether the object is a SceneContainer and not of a derived class. Then nothing is overridden, and an
+/// operation may replace calls through the virtual table by a faster equivalent. Only default bodies of operations use
+/// this test, never their callers.
 inline bool IsPlain(const SceneContainer& scene) { return typeid(scene) == typeid(SceneContainer); }
 
 }  // namespace Importing

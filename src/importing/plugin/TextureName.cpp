@@ -9,9 +9,9 @@ namespace Importing
 namespace
 {
 
-/// Returns what tolower makes of a byte that is widened as a signed char. Of the negative values that this gives,
-/// tolower is defined for EOF alone, which stays; for the others the byte's own value stands in, as C libraries that
-/// accept negative values do.
+/// Returns tolower of a byte that is widened as a signed char. Of negative values the C standard defines tolower only
+/// for EOF, which it returns unchanged. The others are passed as an unsigned char, which gives the result of C
+/// libraries that accept negative values.
 char LowerCase(char c)
 {
     if (static_cast<signed char>(c) == EOF)

@@ -7,7 +7,7 @@ namespace Importing
 namespace
 {
 
-/// Renames what FindRenamings names; leaves every other record, and its cached hash, alone.
+/// Applies FindRenamings to a library. Other records and their cached hashes do not change.
 template <typename Record>
 void RenameDuplicates(std::vector<Record>& library)
 {
@@ -19,7 +19,7 @@ void RenameDuplicates(std::vector<Record>& library)
         library[renaming.index].SetName(renaming.name);
 }
 
-/// The name of a record, or nothing for index -1.
+/// Returns the name of a record, or an empty name for index -1.
 template <typename Record>
 std::string NameOf(std::vector<Record>& library, int index)
 {

@@ -8,14 +8,15 @@
 namespace Importing
 {
 
-/// Erases several nodes as one EraseNodeFromLibrary after another would, from the largest index down, but puts child
-/// lists right only once.
+/// Erases several nodes with the same result as calls of EraseNodeFromLibrary from the largest index down, but updates
+/// the child lists only once.
 ///
-/// erased is sorted ascending; an index that stands in it twice also erases the node that took its place.
+/// `erased` is sorted ascending. An index that it contains twice also erases the node that moved into the place of the
+/// first one.
 ///
-/// @param root the root node index, which follows a moved root.
-/// @throws std::out_of_range when an index designates no node at its turn; what came before it has been erased then.
 /// Cost: linear in nodes, child list entries and erasures.
+/// @param root the root node index, which is updated when the root moves.
+/// @throws std::out_of_range when an index is not that of a node at its turn. The larger indices have then been erased.
 void EraseNodes(std::vector<Node>& nodes, std::int32_t& root, const std::vector<std::uint32_t>& erased);
 
 }  // namespace Importing

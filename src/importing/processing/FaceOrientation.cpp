@@ -1,3 +1,9 @@
+// Both operations are a walk that calls one step per node: children before parents to test faces, parents before
+// children to remove negative scale. A derived container gets each level as a call through the virtual table. A plain
+// container uses an explicit stack, so that deep hierarchies do not overflow, after one check of everything that will
+// be looked up.
+// Cost: linear in the visits; a node that several paths lead to is visited once for each path, as by the recursion.
+
 #include <importing/base/CheckedAccess.h>
 #include <importing/math/DecomposeMatrix.h>
 #include <importing/math/Products.h>
@@ -14,6 +20,7 @@ namespace Importing
 namespace
 {
 
+/// A decomposed matrix.
 struct Parts
 {
     D3DXVECTOR3 scale{1, 1, 1};
@@ -21,7 +28,7 @@ struct Parts
     D3DXVECTOR3 translation{0, 0, 0};
 };
 
-/// A matrix that cannot be taken apart leaves rotation and translation at their start values, and is used like that.
+/// Decomposes a matrix. Where that fails, rotation and translation keep their start values and are still used.
 Parts Decompose(const D3DXMATRIX& matrix)
 {
     Parts parts;
@@ -42,6 +49,7 @@ void ForEachMesh(SceneContainer& scene, int node, Visit visit)
         visit(At(scene.GeometryLibrary, At(scene.SurfaceLibrary, surface).GetGeometryID()));
 }
 
+/// Flips the meshes of a node whose first triangle faces away from its normal.
 void TestFirstTriangles(SceneContainer& scene, int node, const D3DXMATRIX& world)
 {
     ForEachMesh(scene, node, [&world](Geometry& mesh) { FlipIfFirstTriangleFacesAway(mesh, world); });
@@ -54,19 +62,19 @@ void CheckMeshes(SceneContainer& scene, int node)
 
 bool Always(const Node& /*node*/) { return true; }
 
-/// What CheckFacesOrientation does to one node, its children apart.
+/// Does what CheckFacesOrientation does to one node, without its children.
 void OrientFaces(SceneContainer& scene, int node, const D3DXMATRIX& world)
 {
     CheckMeshes(scene, node);
     const D3DXVECTOR3 scale = Decompose(world).scale;
     const float determinant = D3DXMatrixDeterminant(&world);
-    // The scale already has the sign of the 3x3 determinant: this is about a fourth column that is not (0, 0, 0, 1).
+    // The scale has the sign of the 3x3 determinant, so this happens only if the fourth column is not (0, 0, 0, 1).
     if (scale.x * scale.y * scale.z * determinant < 0.0F)
         ForEachMesh(scene, node, [](Geometry& mesh) { mesh.FlipNormals(); });
     TestFirstTriangles(scene, node, world);
 }
 
-/// Children first, with a stack instead of recursion.
+/// Calls OrientFaces for a node and all nodes below it, children first, with a stack instead of recursion.
 void OrientFacesBelow(SceneContainer& scene, int start, const D3DXMATRIX& startWorld)
 {
     struct Level
@@ -94,14 +102,14 @@ void OrientFacesBelow(SceneContainer& scene, int start, const D3DXMATRIX& startW
     }
 }
 
-/// What a node hands on to its children.
+/// The values that a node passes on to its children.
 struct Inheritance
 {
     D3DXMATRIX pendingScale;
     D3DXMATRIX world;
 };
 
-/// The node's local matrix, carried by the first key of its animation where it has one.
+/// Returns the local matrix of a node, multiplied from the left by the first key of its animation if it has one.
 D3DXMATRIX AnimatedLocalMatrix(SceneContainer& scene, int node)
 {
     const D3DXMATRIX local = LocalMatrix(scene, node);
@@ -113,20 +121,20 @@ D3DXMATRIX AnimatedLocalMatrix(SceneContainer& scene, int node)
 
 bool HasNegative(const D3DXVECTOR3& scale) { return scale.x < 0.0F || scale.y < 0.0F || scale.z < 0.0F; }
 
-/// What RemoveNegativeScaleMatricies does to one node, its children apart.
+/// Does what RemoveNegativeScaleMatricies does to one node, without its children.
 Inheritance RemoveNegativeScale(SceneContainer& scene, int node, const D3DXMATRIX& pendingScale,
                                 const D3DXMATRIX& parentWorld)
 {
     CheckMeshes(scene, node);
 
-    // (1) Take the static matrix apart for what the node may become, the animated one for whether it is mirrored.
+    // (1) Decompose the static matrix for the node's new transform, and the animated one to find out if it is mirrored.
     D3DXMATRIX scaling;
     D3DXMatrixScaling(&scaling, 1, 1, 1);
     const Parts atRest = Decompose(Product(LocalMatrix(scene, node), pendingScale));
     D3DXMATRIX local = Product(AnimatedLocalMatrix(scene, node), pendingScale);
     const Parts animated = Decompose(local);
 
-    // (2) A mirrored node loses its scale; its meshes take it.
+    // (2) Bake the scale of a mirrored node into its meshes.
     if (HasNegative(animated.scale))
     {
         const D3DXVECTOR3 unitScale(1, 1, 1);
@@ -136,13 +144,13 @@ Inheritance RemoveNegativeScale(SceneContainer& scene, int node, const D3DXMATRI
         ForEachMesh(scene, node, [&scaling](Geometry& mesh) { mesh.Transform(scaling); });
     }
 
-    // (3) Faces are tested where they are now.
+    // (3) Test the faces with the new matrix.
     const D3DXMATRIX world = Product(local, parentWorld);
     TestFirstTriangles(scene, node, world);
     return {scaling, world};
 }
 
-/// Parents first, with a stack instead of recursion.
+/// Calls RemoveNegativeScale for a node and all nodes below it, parents first, with a stack instead of recursion.
 void RemoveNegativeScaleBelow(SceneContainer& scene, int start, const D3DXMATRIX& pendingScale,
                               const D3DXMATRIX& parentWorld)
 {

@@ -1,3 +1,10 @@
+// One depth-first walk that moves the objects of every node straight to the target with its accumulated matrix, so that
+// each vertex is transformed once regardless of the depth. The literal form calls itself through the virtual table for
+// every level, erases collapsed children one by one and then erases nodes one by one; each of these is quadratic on
+// wide or deep scenes, and recursion overflows on deep ones. A plain container uses an explicit stack, compacts each
+// child list in one pass and erases all nodes at once. Everything that the walk looks up is checked first.
+// Cost: linear in nodes, objects and vertices, plus sorting the collapsed nodes.
+
 #include <brindle/ShowDebugMessage.h>
 #include <importing/base/CheckedAccess.h>
 #include <importing/math/Products.h>
@@ -16,9 +23,10 @@ namespace Importing
 namespace
 {
 
+/// Returns whether a node is skipped with all nodes below it, because it is animated.
 bool IsKeptWhole(const Node& node, bool ignoreAnimation) { return !ignoreAnimation && node.GetAnimationID() != -1; }
 
-/// Checks the objects of a node that is going to be moved.
+/// Checks the lists of a node whose objects will be moved.
 void CheckObjects(const SceneContainer& scene, const Node& node)
 {
     for (const std::int32_t surface : node.SurfaceList)
@@ -34,10 +42,10 @@ void MoveObjects(SceneContainer& scene, int toNode, int fromNode, const D3DXMATR
     scene.MoveLights(toNode, fromNode, matrix);
 }
 
-/// The walk of a plain container: the literal recursion with a stack of its own.
+/// The walk of a plain container: the literal recursion with an explicit stack.
 ///
-/// Children that stay are moved to the front of their list as they are met, so that taking the collapsed ones out costs
-/// one pass over the list and not one for each.
+/// Children that stay are moved to the front of their list as they are visited, so that removing the collapsed ones
+/// costs one pass over the list instead of one for each.
 class Flattening
 {
 public:
@@ -77,7 +85,8 @@ private:
 
     Node& NodeAt(int index) { return scene_.NodeLibrary[static_cast<std::size_t>(index)]; }
 
-    /// Everything that the walk will look up, so that a bad reference or a cycle changes nothing.
+    /// Checks everything that the walk will look up, so that a bad index or a cycle changes nothing.
+    /// Returns the number of levels.
     std::size_t Check(int start) const
     {
         CheckIndex(targetNode_, scene_.NodeLibrary.size());
@@ -89,7 +98,8 @@ private:
             });
     }
 
-    /// @return whether a child of the current node was entered, or passed over because it is kept whole.
+    /// Handles the next child of the current node: enters it, or skips it if it is kept whole. Returns false when the
+    /// node has no more children.
     bool Descend()
     {
         const Level& level = path_.back();
@@ -106,6 +116,7 @@ private:
         return true;
     }
 
+    /// Keeps the current child in its list, or drops it if it was collapsed.
     void NoteChild(int result)
     {
         Level& level = path_.back();
@@ -117,7 +128,8 @@ private:
         ++level.nextChild;
     }
 
-    /// @return what the literal recursion returns for the node.
+    /// Leaves the current node: moves its objects and queues it for erasure unless it stays. Returns what the literal
+    /// recursion returns for the node.
     int Leave()
     {
         const Level level = path_.back();
@@ -141,11 +153,11 @@ private:
     std::vector<Level> path_;
 };
 
-/// The walk of a derived container: every level is a call through the table.
+/// The walk of a derived container: every level is a call through the virtual table.
 int FlattenLiterally(SceneContainer& scene, int targetNode, const D3DXMATRIX& targetMatrix, int nodeIndex,
                      const D3DXMATRIX& nodeMatrix, std::vector<std::uint32_t>& erased, bool ignoreAnimation)
 {
-    // Overrides may change the library, so nodes are looked up anew each time.
+    // Overrides may change the library, so nodes are looked up again each time.
     const auto children = [&scene, nodeIndex]() -> std::vector<std::int32_t>& {
         return At(scene.NodeLibrary, nodeIndex).ChildList;
     };
@@ -177,8 +189,8 @@ int FlattenLiterally(SceneContainer& scene, int targetNode, const D3DXMATRIX& ta
     return 0;
 }
 
-/// Returns the target's surface list as it will be when all objects have been moved: children before parents, like the
-/// walk of a plain container.
+/// Returns the target's surface list as it will be after all objects have been moved, in the order of the walk:
+/// children before parents.
 std::vector<std::int32_t> ListAfterMoving(const SceneContainer& scene, int targetNode, int startNode,
                                           bool ignoreAnimation)
 {
@@ -194,8 +206,8 @@ std::vector<std::int32_t> ListAfterMoving(const SceneContainer& scene, int targe
     return list;
 }
 
-/// Checks the target's own surfaces, whose meshes merging looks up after everything has been moved. A bad mesh index is
-/// an error only where merging meets it, so in that rare case the merging is planned in advance.
+/// Checks the target's own surfaces. Merging looks up their meshes only after everything has been moved. A bad mesh
+/// index is an error only if merging looks it up, so in that rare case the merge is planned here, in advance.
 void CheckOwnSurfaces(const SceneContainer& scene, int targetNode, int startNode, int minSurfaces, int maxVertices,
                       bool ignoreAnimation)
 {
@@ -207,6 +219,7 @@ void CheckOwnSurfaces(const SceneContainer& scene, int targetNode, int startNode
                    scene.GeometryLibrary, minSurfaces, maxVertices);
 }
 
+/// Returns whether every node but the root was collapsed, with the root as the target.
 bool OnlyRootRemains(const SceneContainer& scene, int targetNode, const std::vector<std::uint32_t>& collapsed)
 {
     return targetNode == scene.GetRootNodeIndex() && scene.NodeLibrary.size() - collapsed.size() == 1;

@@ -1,3 +1,12 @@
+// The literal search compares every base with every later surface, map by map, which is quadratic. Here every surface
+// is entered once into a tree of map hashes; surfaces that end at the same node of the tree form a group and may merge.
+// Within a group each surface either joins the current base or is refused by it and becomes the next base, so one pass
+// over each group plays the whole merge through, on vertex and index counts alone.
+//
+// The literal search also computes the hashes of the maps that it compares, and which hashes are valid afterwards is
+// part of the result. So the plan includes for every surface the number of maps that the literal search compares: the
+// nodes of the tree record how far bases below them have searched. Cost: linear in surfaces and maps, on average.
+
 #include <importing/processing/MergePlan.h>
 
 #include <importing/base/CheckedAccess.h>
@@ -17,7 +26,7 @@ using Position = std::size_t;
 
 constexpr std::uint32_t kNothing = std::numeric_limits<std::uint32_t>::max();
 
-/// The content hash of a map, computed without leaving a trace in the map.
+/// Returns the content hash of a map without changing the map's cached hash.
 std::uint32_t HashOf(const Map& map)
 {
     if (ForReading(map).GetIsHashCodeValid())
@@ -25,12 +34,12 @@ std::uint32_t HashOf(const Map& map)
     return Map(map).GetHash();
 }
 
-/// A tree of map hashes: surfaces with one material and one number of maps share a top node, surfaces whose first k
-/// maps are equal the k nodes below it, and surfaces that may merge the last one.
+/// A tree of map hashes. Surfaces with the same material and number of maps share a top node, surfaces whose first k
+/// maps are equal share the next k nodes, and surfaces that may merge share all nodes of their path.
 class MapTree
 {
 public:
-    /// Appends the nodes of a surface, from the top down.
+    /// Appends the path of a surface: its nodes from the top down.
     void AppendPath(const Surface& surface, std::vector<std::uint32_t>& path)
     {
         const auto material = static_cast<std::uint32_t>(surface.GetMaterialID());
@@ -59,7 +68,8 @@ private:
         {
             const std::uint64_t product =
                 (edge.label ^ (static_cast<std::uint64_t>(edge.from) << 17U)) * 0x9E3779B97F4A7C15ULL;
-            return static_cast<std::size_t>(product ^ (product >> 32U));  // the low bits need the label's high ones
+            // The low bits must depend on the high bits of the label.
+            return static_cast<std::size_t>(product ^ (product >> 32U));
         }
     };
 
@@ -71,14 +81,13 @@ private:
     std::unordered_map<Edge, std::uint32_t, EdgeHash> nodes_;
 };
 
-/// Sorts surfaces by material and maps, and keeps account of which maps the literal search would have compared: it
-/// compares a surface with each earlier base of its material and number of maps that searches as far as it, map by map
-/// up to the first difference.
+/// Groups surfaces by material and maps, and counts the maps that the literal search compares. That search compares a
+/// surface with each earlier base of the same material and number of maps, if the base searches as far as the surface,
+/// map by map up to the first difference.
 class MapComparison
 {
 public:
-    /// Enters the surface of the next position.
-    /// @return the group of surfaces with its material and maps.
+    /// Adds the surface of the next position. Returns its group: the surfaces with the same material and maps.
     std::uint32_t Enter(const Surface& surface)
     {
         begins_.push_back(static_cast<std::uint32_t>(paths_.size()));
@@ -86,8 +95,7 @@ public:
         return paths_.back();
     }
 
-    /// To be asked position by position, each before it is a base itself.
-    /// @return how many of the surface's maps were compared.
+    /// Returns how many of the surface's maps are compared. Call it in list order, before the position becomes a base.
     std::size_t ComparedMaps(Position position)
     {
         reaches_.resize(tree_.Size());
@@ -97,7 +105,7 @@ public:
         return std::min(next - Begin(position), End(position) - Begin(position) - 1);
     }
 
-    /// A base searched the positions below end.
+    /// Records that a base searched the positions below `end`.
     void NoteSearch(Position base, Position end)
     {
         for (std::uint32_t i = Begin(base); i < End(base); ++i)
@@ -112,22 +120,22 @@ private:
     }
 
     MapTree tree_;
-    std::vector<std::uint32_t> paths_;   ///< the paths of all positions, one behind the other
-    std::vector<std::uint32_t> begins_;  ///< position -> where its path begins
-    std::vector<Position> reaches_;      ///< node of the tree -> one behind the furthest position that a base searched
+    std::vector<std::uint32_t> paths_;   ///< the paths of all positions, one after the other
+    std::vector<std::uint32_t> begins_;  ///< position -> the beginning of its path
+    std::vector<Position> reaches_;      ///< node of the tree -> end of the positions that bases below it searched
 };
 
-/// What the planning needs of a listed surface.
+/// The data of a listed surface that planning needs.
 struct Entry
 {
     int material = -1;
     int geometry = -1;
-    std::uint32_t mesh = kNothing;  ///< its mesh among those of the list; kNothing when there is no such geometry
-    int materialCount = 0;          ///< surfaces of the list that use the material
-    Position nextInGroup = 0;       ///< the next one that may merge with it; the length of the list when there is none
+    std::uint32_t mesh = kNothing;  ///< the number of its mesh among those of the list; kNothing for a bad mesh index
+    int materialCount = 0;          ///< the number of surfaces of the list that use the material
+    Position nextInGroup = 0;  ///< the next surface that may merge with it; the length of the list if there is none
 };
 
-/// The size of a mesh at some point of the merging.
+/// The size of a mesh at some point of the merge.
 struct MeshSize
 {
     std::uint64_t vertices;
@@ -135,7 +143,7 @@ struct MeshSize
     std::uint64_t polySize;
 };
 
-/// Plays the merging through on the sizes of the meshes.
+/// Simulates the merge on the sizes of the meshes.
 class Planner
 {
 public:
@@ -169,7 +177,7 @@ public:
     }
 
 private:
-    /// Above 0 the number also switches the comparison of material and maps on.
+    /// Returns whether material and maps are compared: only with a minimum above 0.
     bool ComparesMaps() const { return minSurfaces_ > 0; }
 
     void ReadSurfaces(const std::vector<std::int32_t>& list, const std::vector<Surface>& surfaces)
@@ -188,7 +196,8 @@ private:
             entry.materialCount = countOf[entry.material];
     }
 
-    /// Only meshes of the list are looked at, so that many small merges do not each cost the whole library.
+    /// Reads the sizes of the meshes of the list. Other meshes are not read, so a small merge costs little in a large
+    /// library.
     void ReadMeshes(const std::vector<Geometry>& geometries)
     {
         std::unordered_map<int, std::uint32_t> meshOf;
@@ -205,7 +214,7 @@ private:
         }
     }
 
-    /// Chains the positions of each group; without comparison all surfaces are one group.
+    /// Links the positions of each group. Without comparison all surfaces are one group.
     void ChainGroups(const std::vector<std::int32_t>& list, const std::vector<Surface>& surfaces)
     {
         std::unordered_map<std::uint32_t, Position> lastOfGroup;
@@ -219,13 +228,15 @@ private:
         }
     }
 
+    /// Returns whether other surfaces may join the surface.
     bool MayBeBase(const Entry& entry) const
     {
         const bool isAlone = minSurfaces_ != 0 && entry.materialCount == 1;
         return !isAlone && entry.materialCount >= minSurfaces_;
     }
 
-    /// Every surface of the group behind a base is still listed: those before it took a run that ends before it.
+    /// Returns the merge of a base with the following surfaces of its group. All of them are still listed, because
+    /// earlier bases of the group took only surfaces before this base.
     Merge Search(Position base)
     {
         Merge merge;
@@ -242,14 +253,14 @@ private:
             }
             ++merges;
             if (minSurfaces_ != 0 && entries_[base].materialCount == merges - 1)
-                break;  // only below 0, where nothing is compared
+                break;  // Possible only with a minimum below 0, where no maps are compared.
         }
         if (ComparesMaps())
             comparison_.NoteSearch(base, searched);
         return merge;
     }
 
-    /// @return false when the candidate would make the merged mesh too large.
+    /// Adds a candidate to a merge. Returns false if the merged mesh would exceed the vertex limit.
     bool Join(Merge& merge, const Entry& base, Position candidate)
     {
         MeshSize& to = At(meshes_, base.mesh);
@@ -257,7 +268,7 @@ private:
         if (to.vertices + from.vertices > vertexLimit_)
             return false;
 
-        // Meshes of another poly size are refused by Append and emptied all the same.
+        // A mesh of another poly size is refused by Append but still emptied.
         if (to.polySize == from.polySize)
         {
             to.vertices += from.vertices;
@@ -274,8 +285,8 @@ private:
 
     int minSurfaces_;
     std::uint64_t vertexLimit_;
-    std::vector<Entry> entries_;    ///< one a position
-    std::vector<MeshSize> meshes_;  ///< one a mesh of the list
+    std::vector<Entry> entries_;    ///< one for each position
+    std::vector<MeshSize> meshes_;  ///< one for each mesh of the list
     MapComparison comparison_;
 };
 

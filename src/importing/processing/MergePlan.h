@@ -10,34 +10,31 @@
 namespace Importing
 {
 
-/// A base surface's mesh and what joins it.
+/// The mesh of a base surface and the surfaces that join it.
 struct Merge
 {
     int geometry = -1;
-    std::vector<std::size_t> joining;    ///< positions in the list, in order; empty when the first one did not fit
+    std::vector<std::size_t> joining;    ///< positions in the list, in order; empty if the first candidate did not fit
     std::vector<int> joiningGeometries;  ///< the meshes of those surfaces
-    std::size_t vertexCount = 0;         ///< the largest that the merged mesh gets
-    std::size_t indexCount = 0;
+    std::size_t vertexCount = 0;         ///< the largest vertex count of the merged mesh during the merge
+    std::size_t indexCount = 0;          ///< the largest index count of the merged mesh during the merge
 };
 
-/// Which surfaces merge, found without changing anything.
+/// The merges of one list of surfaces.
 ///
-/// Bases that had no candidate at all are left out of merges, those that had one and refused it are not.
+/// A base with no candidate is not part of `merges`; a base that refused its first candidate is.
 struct MergePlan
 {
     std::vector<Merge> merges;
-    /// By position: how many of the surface's maps were compared; empty when none were, on any.
+    /// By position: how many of the surface's maps the literal search compares; empty if it compares no maps.
     std::vector<std::size_t> comparedMaps;
 };
 
-/// Follows SceneContainer::MergeSurfaces for one list of surfaces, event by event, on vertex counts alone.
+/// Plans SceneContainer::MergeSurfaces for one list of surfaces, without changing anything: simulates it on vertex and
+/// index counts.
 ///
-/// The literal search compares every base with every later surface. Here surfaces are sorted into groups of equal
-/// material and maps once; of a group each surface joins or refuses the base before it, so the search is linear in the
-/// list. What the literal search would have compared is worked out all the same, because comparing maps computes
-/// their hashes.
-///
-/// @throws std::out_of_range when a surface index, or a geometry index that the merging looks up, is bad.
+/// Cost: linear in the list and the maps of its surfaces, on average.
+/// @throws std::out_of_range when a surface index, or a mesh index that the merge looks up, is bad.
 MergePlan PlanMerges(const std::vector<std::int32_t>& list, const std::vector<Surface>& surfaces,
                      const std::vector<Geometry>& geometries, int minSurfaces, int maxVertices);
 

@@ -1,3 +1,8 @@
+// A plain container plans all merges first and then carries the plan out, so that a bad index changes nothing, each
+// merged mesh is reserved once and the surface list is compacted once. MergePlan.cpp finds the plan in linear time. The
+// literal form compares every base with every later surface, which is quadratic; a derived container gets it, because
+// the additions and erasures of its overrides may change what is compared next.
+
 #include <importing/base/CheckedAccess.h>
 #include <importing/plugin/PlainContainer.h>
 #include <importing/plugin/SceneContainer.h>
@@ -19,14 +24,14 @@ void EraseFromLastToFirst(SceneContainer& scene, std::vector<std::int32_t>& surf
         scene.EraseSurfaceFromLibrary(*surface);
 }
 
-/// Appends one mesh to another and empties it. A mesh appended to itself is appended as a copy, then emptied.
+/// Appends one mesh to another and empties it. A mesh that is appended to itself is doubled and then emptied.
 void Absorb(SceneContainer& scene, int to, int from)
 {
     At(scene.GeometryLibrary, to).Append(At(scene.GeometryLibrary, from));
     scene.EraseGeometryFromLibrary(from);
 }
 
-/// Computes the hashes that the literal search, comparing surface with surface, computes on its way.
+/// Computes the hashes that the literal search computes when it compares surfaces. They are part of the result.
 void ComputeComparedHashes(SceneContainer& scene, const std::vector<std::int32_t>& list, const MergePlan& plan)
 {
     for (std::size_t i = 0; i < plan.comparedMaps.size(); ++i)
@@ -34,7 +39,7 @@ void ComputeComparedHashes(SceneContainer& scene, const std::vector<std::int32_t
             At(scene.SurfaceLibrary, list[i]).MapList[map].GetHash();
 }
 
-/// Carries a plan out: bases in order, each with its mesh grown once.
+/// Carries out a plan: bases in order, each mesh reserved once. Returns the indices of the merged surfaces.
 std::vector<std::int32_t> CarryOut(SceneContainer& scene, std::vector<std::int32_t>& list, const MergePlan& plan)
 {
     std::vector<std::int32_t> absorbed;
@@ -70,7 +75,7 @@ void MergeByPlan(SceneContainer& scene, int node, int minSurfaces, int maxVertic
     EraseFromLastToFirst(scene, absorbed);
 }
 
-/// The merging of a derived container: the literal search, surface by surface.
+/// The merge of a derived container: the literal search, surface by surface.
 class LiteralMerging
 {
 public:
@@ -94,7 +99,7 @@ public:
     }
 
 private:
-    /// Overrides may change the library, so the list is looked up anew each time.
+    /// Returns the surface list. Overrides may change the library, so it is looked up again each time.
     std::vector<std::int32_t>& List() { return At(scene_.NodeLibrary, node_).SurfaceList; }
 
     void ScanCandidates(std::size_t base, int count)

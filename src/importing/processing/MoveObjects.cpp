@@ -7,14 +7,14 @@ namespace Importing
 namespace
 {
 
-/// Puts what one list holds behind what the other holds.
+/// Appends the entries of one list to another and empties the first.
 void MoveEntries(std::vector<std::int32_t>& to, std::vector<std::int32_t>& from)
 {
     to.insert(to.end(), from.begin(), from.end());
     from.clear();
 }
 
-/// Cameras and lights: the matrix goes behind the offset.
+/// Moves cameras or lights. Their offset matrix is multiplied by the matrix from the right.
 template <typename Record>
 void MoveAttached(SceneContainer& scene, std::vector<Record>& library, std::vector<std::int32_t> Node::*list,
                   int toNode, int fromNode, const D3DXMATRIX& matrix)

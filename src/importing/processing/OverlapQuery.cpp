@@ -1,3 +1,12 @@
+// A bounding volume hierarchy with eight children per block. Each place of a block stores the smallest minimum and the
+// largest maximum of everything below it; if a place is separated from the given box, so is everything below it. The
+// items are arranged by splitting them at the median of the side that varies most, so that close boxes share a block.
+//
+// Bounds are stored as integers in the order of the floats. Then all six comparisons are of the form "side <= limit",
+// and the compiler compares the eight places of a block at once. A sweep along one axis would be simpler, but degrades
+// to quadratic time when many boxes overlap on that axis, as the parts of a building do; a grid depends on the box
+// sizes. Results are needed in list order, so a query sorts what it finds, or marks it in a bit set when it is much.
+
 #include <importing/processing/OverlapQuery.h>
 
 #include <algorithm>
@@ -14,7 +23,7 @@ namespace
 constexpr std::size_t kBitsAMark = 64;
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
-/// The minimum on each axis, then the maximum on each; a coordinate that is no number is beyond all others.
+/// The minimum on each axis, then the maximum on each. A NaN bound is replaced by an infinite one.
 using Sides = std::array<float, 6>;
 
 struct Item
@@ -32,7 +41,7 @@ Sides SidesOf(const Box& box)
             NumberOr(box.max.x, kInfinity),  NumberOr(box.max.y, kInfinity),  NumberOr(box.max.z, kInfinity)};
 }
 
-/// The side that varies most; infinities of one sign do not vary.
+/// Returns the side that varies most among the items.
 std::size_t WidestSide(ItemIterator begin, ItemIterator end)
 {
     Sides low = begin->sides;
@@ -60,8 +69,8 @@ std::size_t WidestSide(ItemIterator begin, ItemIterator end)
     return widest;
 }
 
-/// Parts the items in two, again and again, along the side that varies most, so that what lies close together comes to
-/// stand together. Each part but the last fills whole blocks. Recursion is as deep as the logarithm of their number.
+/// Sorts the items so that close boxes are close in the list: splits them in two along the side that varies most, and
+/// recurses into both parts. Each part but the last fills whole blocks. The recursion depth is log2 of the item count.
 void Arrange(ItemIterator begin, ItemIterator end, std::ptrdiff_t width)
 {
     const std::ptrdiff_t count = end - begin;
@@ -80,14 +89,14 @@ void Arrange(ItemIterator begin, ItemIterator end, std::ptrdiff_t width)
     Arrange(middle, end, width);
 }
 
-/// A whole number for each float, in the same order; both zeros have the same.
+/// Returns an integer for each float, in the same order. Both zeros have the same integer.
 std::int32_t Rank(float value)
 {
     const auto bits = std::bit_cast<std::int32_t>(value + 0.0F);
     return bits < 0 ? bits ^ std::numeric_limits<std::int32_t>::max() : bits;
 }
 
-/// Places without a box rank beyond infinity, so nothing overlaps them.
+/// Returns a block without boxes. Its sides are above the rank of infinity, so nothing overlaps them.
 template <typename Block>
 Block EmptyBlock()
 {
@@ -140,8 +149,8 @@ OverlapQuery::Limits OverlapQuery::LimitsOf(const Box& box)
     return {Rank(sides[3]), Rank(sides[4]), Rank(sides[5]), ~Rank(sides[0]), ~Rank(sides[1]), ~Rank(sides[2])};
 }
 
-/// One bit for each place of the block that stays within the limits. All comparisons are made, in whole numbers, so
-/// that compilers make those of several places at once.
+/// Returns one bit for each place of the block that is within the limits. All comparisons are made, without branches,
+/// so that the compiler compares several places at once.
 std::uint32_t OverlapQuery::Overlapping(const Block& block, const Limits& limits)
 {
     std::array<std::int32_t, kWidth> isSeparated;
@@ -182,7 +191,7 @@ void OverlapQuery::Find(const Box& box, std::vector<std::uint32_t>& found)
     SortAscending(found);
 }
 
-/// Few are sorted; many are marked and read off in order.
+/// Sorts the numbers: a few by comparison, many by marking them in a bit set and reading it in order.
 void OverlapQuery::SortAscending(std::vector<std::uint32_t>& found)
 {
     if (found.size() < marks_.size())

@@ -10,29 +10,29 @@
 namespace Importing
 {
 
-/// Finds the boxes that overlap a box, by the six comparisons of Overlap(), without asking all of them.
+/// Finds the boxes that overlap a given box, with exactly the results of Overlap(), without comparing all of them.
 ///
-/// A hierarchy of blocks of eight: each block keeps the smallest minimum and the largest maximum of what lies below it,
-/// so that whenever a block is separated from a box, all below it are too. Inverted and infinite boxes are no
-/// exception; a coordinate that is no number counts as beyond all others, since it separates nothing. Cost: n log n to
-/// build; log n plus the number found for a query among boxes that are spread out and not much longer than wide. Many
-/// long thin boxes make queries dearer.
+/// Inverted and infinite boxes are allowed. A NaN bound is treated as infinite, because it never separates boxes.
+///
+/// Cost: n log n to build, linear memory. For boxes that are spread out and not much longer than wide, a query costs
+/// log n plus the number of boxes found; many long, thin boxes make it more expensive, up to n.
 class OverlapQuery
 {
 public:
+    /// Builds the hierarchy over a list of boxes, which are numbered by their position.
     explicit OverlapQuery(const std::vector<Box>& boxes);
 
-    /// Writes the numbers of the boxes that overlap a box, ascending.
+    /// Writes the numbers of the boxes that overlap a box, in ascending order.
     void Find(const Box& box, std::vector<std::uint32_t>& found);
 
 private:
     static constexpr std::uint32_t kWidth = 8;
     static constexpr std::size_t kSides = 6;
 
-    /// Up to eight boxes, side by side, so that they are compared together. Of each the ranks of minimum x, y and z,
-    /// then the complements of the ranks of maximum x, y and z: the lower, the further the box reaches.
+    /// Up to eight boxes, stored by side so that they are compared together. The sides are the ranks of minimum x, y, z
+    /// and the complements of the ranks of maximum x, y, z: lower values mean a larger box.
     using Block = std::array<std::array<std::int32_t, kWidth>, kSides>;
-    /// What all six of a box have to stay below or reach, to overlap a certain box.
+    /// The largest values that the six sides of a box may have if it overlaps the given box.
     using Limits = std::array<std::int32_t, kSides>;
     using Level = std::vector<Block>;
 
@@ -47,10 +47,10 @@ private:
     static Level LevelAbove(const Level& level);
     void SortAscending(std::vector<std::uint32_t>& found);
 
-    std::vector<std::uint32_t> numbers_;  ///< [N] of the boxes, as they stand in the lowest level
-    std::vector<Level> levels_;           ///< block b of a level bounds blocks 8b to 8b + 7 of the level below it
-    std::vector<Place> pending_;
-    std::vector<std::uint64_t> marks_;  ///< one bit for each box; all clear between queries
+    std::vector<std::uint32_t> numbers_;  ///< [N] the numbers of the boxes in the order of the lowest level
+    std::vector<Level> levels_;           ///< place p of block b of a level bounds block 8b + p of the level below
+    std::vector<Place> pending_;          ///< blocks that a query still has to compare
+    std::vector<std::uint64_t> marks_;    ///< one bit for each box; all 0 between queries
 };
 
 }  // namespace Importing

@@ -1,3 +1,8 @@
+// One walk over the references that remembers which meshes it has met; every further use gets a copy. A plain container
+// walks twice: first on the mesh indices alone, to find out whether every mesh that is to be copied will exist, then
+// for real. Cost: linear in references and copies. A set of indices is needed only for bad ones; a bit for each mesh
+// otherwise.
+
 #include <importing/base/CheckedAccess.h>
 #include <importing/plugin/PlainContainer.h>
 #include <importing/plugin/SceneContainer.h>
@@ -11,12 +16,12 @@ namespace Importing
 namespace
 {
 
-/// The mesh indices met so far. An index outside the library is stored like any other: it is an error only where its
-/// mesh is to be copied.
+/// The set of mesh indices met so far. An index outside the library is stored too: it is an error only if its mesh is
+/// to be copied.
 class MetMeshes
 {
 public:
-    /// Returns whether the mesh is met for the first time.
+    /// Adds a mesh index. Returns whether it was not in the set.
     bool Insert(int mesh, std::size_t librarySize)
     {
         if (inside_.size() < librarySize)
@@ -54,8 +59,8 @@ void ForEachRepeatedUse(const SceneContainer& scene, MeshOf meshOf, LibrarySize 
     }
 }
 
-/// Plays the operation through on mesh indices alone, so that an index that does not exist changes nothing. A bad mesh
-/// index may become good on the way, when copies are appended.
+/// Simulates the operation on mesh indices alone, so that a bad index changes nothing. An index beyond the library may
+/// become valid during the operation, because copies are appended.
 void CheckRepeatedUses(const SceneContainer& scene)
 {
     std::vector<int> meshes;

@@ -10,14 +10,14 @@ namespace Importing
 namespace
 {
 
-/// Extends bounds by every listed surface; worldMatrixOf(node) is asked once for each listing.
+/// Returns the bounds of all referenced surfaces. worldMatrixOf(node) is called once for each reference.
 template <typename WorldMatrixOf>
 Box Bounds(const SceneContainer& scene, WorldMatrixOf worldMatrixOf)
 {
     Box bounds = EmptyBox();
     for (std::size_t node = 0; node < scene.NodeLibrary.size(); ++node)
     {
-        // An override of CalculateGlobalTM may change the library, so the list is looked up anew each time.
+        // An override of CalculateGlobalTM may change the library, so the list is looked up again each time.
         for (std::size_t entry = 0; entry < At(scene.NodeLibrary, node).SurfaceList.size(); ++entry)
         {
             const std::int32_t surface = scene.NodeLibrary[node].SurfaceList[entry];
@@ -34,7 +34,7 @@ Box Bounds(const SceneContainer& scene, WorldMatrixOf worldMatrixOf)
 
 int SceneContainer::GetBoundingBox(D3DXVECTOR3& min, D3DXVECTOR3& max) const
 {
-    // CalculateGlobalTM is not const, and its default changes nothing.
+    // CalculateGlobalTM is not declared const, but its default body changes nothing.
     SceneContainer& scene = ForReading(*this);
     Box bounds;
     if (IsPlain(scene))

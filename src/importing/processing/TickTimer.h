@@ -5,14 +5,15 @@
 namespace Importing
 {
 
-/// Measures elapsed time by the platform's 32-bit millisecond counter; off Windows by a steady clock cut to 32 bits.
+/// Measures elapsed time with the platform's 32-bit millisecond counter. Elsewhere than on Windows this is a steady
+/// clock truncated to 32 bits.
 class TickTimer
 {
 public:
-    /// Starts.
+    /// Starts the measurement.
     TickTimer();
 
-    /// @return milliseconds since the start, in the wrapping arithmetic of the counter.
+    /// Returns the milliseconds since the start, in the wrapping arithmetic of the counter.
     int ElapsedMilliseconds() const;
 
 private:

@@ -1,3 +1,8 @@
+// To compute a matrix, the walk goes up to the first ancestor whose matrix is known and then down again, and caches
+// every matrix on the way. So each node is computed once, in the order of multiplication of the literal recursion,
+// without recursion. Computing all matrices in advance would do needless work and throw for cycles that nothing refers
+// to.
+
 #include <importing/processing/WorldMatrices.h>
 
 #include <importing/base/CheckedAccess.h>
@@ -31,7 +36,7 @@ const D3DXMATRIX& WorldMatrices::Of(int index)
     return matrices_[static_cast<std::size_t>(index)];
 }
 
-/// Up to the first ancestor whose matrix is known, then down again.
+/// Computes the matrix of a node and of its ancestors where they are not known.
 void WorldMatrices::Compose(std::int32_t index)
 {
     path_.clear();

@@ -8,17 +8,21 @@
 namespace Importing
 {
 
-/// The world matrices of nodes as CalculateGlobalTM returns them, each found once.
+/// Caches the world matrices of nodes, as CalculateGlobalTM returns them.
 ///
-/// A derived container gets one call of CalculateGlobalTM for each node that is asked for. In a plain one a node's
-/// matrix is made from its parent's, which is kept too, so that all nodes together cost one walk.
+/// A derived container gets one call of CalculateGlobalTM for each requested node. In a plain container the matrix of a
+/// node is computed from that of its parent, which is cached too.
+///
+/// Cost: linear in the nodes and child list entries to create; all requests together are linear in the nodes.
 class WorldMatrices
 {
 public:
     explicit WorldMatrices(SceneContainer& scene);
 
-    /// @throws std::out_of_range when index designates no node.
-    /// @throws std::runtime_error "cycle in the node hierarchy" when a node is among its own ancestors.
+    /// Returns the world matrix of a node. The reference is valid as long as this object.
+    /// @throws std::out_of_range when index is not the index of a node.
+    /// @throws std::runtime_error "cycle in the node hierarchy" in a plain container, when the node or one of its
+    ///         ancestors is its own ancestor.
     const D3DXMATRIX& Of(int index);
 
 private:

@@ -9,14 +9,14 @@
 namespace Importing
 {
 
-/// A camera, attached to the node that lists it. Every field is hashed; every setter invalidates the hash.
+/// A camera, attached to the node that references it. Every field is hashed, and every setter invalidates the hash.
 class IMPORTING_API Camera : public HashObject
 {
 public:
-    /// Identity offset, fields of view 45.
+    /// Creates a camera with the identity as offset and fields of view of 45 degrees.
     ///
-    /// Deliberate: the near plane starts at 1000 and the far plane at 0.1, the other way round from what is usual;
-    /// importers set both.
+    /// Deliberate: the near plane is at 1000 and the far plane at 0.1, the reverse of the usual order. Importers set
+    /// both.
     Camera();
     Camera(const Camera&);
     Camera& operator=(const Camera&);
@@ -24,14 +24,14 @@ public:
 
     virtual std::string GetName();
     virtual void SetName(const std::string& name);
-    /// Placement relative to the node, in the form in which it was set.
+    /// Returns the transform relative to the node, in the form in which it was set.
     virtual Transform GetOffsetMatrix();
     virtual void SetOffsetMatrix(const Transform& offset);
 
-    /// Horizontal field of view in degrees.
+    /// Returns the horizontal field of view in degrees.
     float GetFovX() const;
     void SetFovX(float fov);
-    /// Vertical field of view in degrees.
+    /// Returns the vertical field of view in degrees.
     float GetFovY() const;
     void SetFovY(float fov);
     float GetNearZ() const;

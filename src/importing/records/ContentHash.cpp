@@ -15,7 +15,7 @@ namespace Importing
 
 std::uint32_t Digest(const void* data, std::size_t size)
 {
-    // HashData takes the input as a pointer to non-const bytes, and only reads them.
+    // HashData takes a pointer to non-const bytes but only reads them.
     BYTE output[4] = {};
     HashData(static_cast<BYTE*>(const_cast<void*>(data)), static_cast<DWORD>(size), output, sizeof(output));
     return static_cast<std::uint32_t>(output[0]) | static_cast<std::uint32_t>(output[1]) << 8U |
@@ -27,7 +27,7 @@ std::uint32_t Digest(const void* data, std::size_t size)
 namespace
 {
 
-/// Up to four bytes as a little-endian number, whatever the byte order of the machine.
+/// Returns up to four bytes as a little-endian number, regardless of the byte order of the machine.
 std::uint32_t LittleEndian(const unsigned char* bytes, std::size_t count)
 {
     std::uint32_t word = 0;

@@ -9,11 +9,11 @@
 namespace Importing
 {
 
-/// One bone of a mesh's skeleton. Not a hashed record: joints compare field by field.
+/// One joint of a mesh's skeleton. A joint has no content hash: joints are compared field by field.
 class IMPORTING_API Joint
 {
 public:
-    /// No name, identity matrices, no parent, not animated.
+    /// Creates a root joint without name and animation, with identity matrices.
     Joint();
     Joint(std::string name);
     Joint(const Joint&);
@@ -21,7 +21,8 @@ public:
 
     virtual ~Joint();
     virtual Joint& operator=(const Joint& other);
-    /// True when names, both matrices (bit by bit: +0 differs from -0) and animation indices agree.
+    /// Returns whether the names, both matrices and the animation indices are equal. Matrices are compared bit by bit,
+    /// so +0 and -0 differ.
     ///
     /// Deliberate: the parent index is not compared.
     virtual bool operator==(const Joint& other) const;
@@ -29,15 +30,15 @@ public:
 
     virtual std::string GetName();
     virtual void SetName(std::string name);
-    /// Carries a point from the mesh's frame into the joint's frame at bind time.
+    /// Returns the matrix that transforms a point from the mesh's frame into the joint's frame at bind time.
     virtual D3DXMATRIX GetBindPoseInverse();
     virtual void SetBindPoseInverse(const D3DXMATRIX& matrix);
-    /// Index into the joints of the same mesh; -1 is a root.
+    /// Returns the index into the joints of the same mesh; -1 means a root joint.
     virtual int GetParentID() const;
     virtual void SetParentID(int parent);
     virtual D3DXMATRIX GetLocalTM();
     virtual void SetLocalTM(const D3DXMATRIX& matrix);
-    /// Index into the scene's animation library; -1 is not animated.
+    /// Returns the index into the scene's animation library; -1 means not animated.
     virtual int GetAnimationID() const;
     virtual void SetAnimationID(int animation);
 

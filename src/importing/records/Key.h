@@ -8,21 +8,21 @@
 namespace Importing
 {
 
-/// One key of an animation: a placement at a time. An animation is a sequence of keys. Not a hashed record.
+/// One key of an animation: a transform at a time. An animation is a sequence of keys. A key has no content hash.
 class IMPORTING_API Key
 {
 public:
-    /// Time 0, no movement, no turn, scale 1.
+    /// Creates a key at time 0 with the identity as transform.
     Key();
     Key(const Key&);
     Key& operator=(const Key&);
 
     virtual ~Key();
-    /// True when position, rotation, scale and time are equal as numbers: +0 equals -0, a NaN equals nothing.
+    /// Returns whether position, rotation, scale and time are equal as numbers: +0 equals -0, and a NaN equals nothing.
     virtual bool operator==(const Key& other) const;
     virtual bool operator!=(const Key& other) const;
 
-    /// In ticks of the importer's choice.
+    /// Returns the time in ticks. The importer chooses the unit.
     virtual std::uint32_t GetTime() const;
     virtual void SetTime(std::uint32_t time);
     virtual D3DXVECTOR3 GetPosition();
@@ -31,7 +31,7 @@ public:
     virtual void SetScale(const D3DXVECTOR3& scale);
     virtual D3DXQUATERNION GetRotation();
     virtual void SetRotation(const D3DXQUATERNION& rotation);
-    /// @return the placement as a matrix: scale, then rotation, then translation.
+    /// Returns the transform as a matrix: scale, then rotation, then translation.
     virtual D3DXMATRIX GetMatrix();
 
 private:

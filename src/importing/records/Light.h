@@ -11,7 +11,7 @@
 namespace Importing
 {
 
-/// A light, attached to the node that lists it. Every field is hashed; every setter invalidates the hash.
+/// A light, attached to the node that references it. Every field is hashed, and every setter invalidates the hash.
 class IMPORTING_API Light : public HashObject
 {
 public:
@@ -23,9 +23,10 @@ public:
         Directional = 3
     };
 
-    /// Unspecified type, white, no ambient, no specular, constant attenuation, range 10000, no shadow.
+    /// Creates a light of unspecified type: white diffuse, black ambient and specular colours, constant attenuation,
+    /// range 10000, no shadow.
     ///
-    /// Deliberate: the cone angles start at 7.5035 and 7.8525, more than a full turn.
+    /// Deliberate: the cone angles are 7.5035 and 7.8525, more than a full turn.
     Light();
     Light(const Light&);
     Light& operator=(const Light&);
@@ -33,7 +34,7 @@ public:
 
     virtual std::string GetName();
     virtual void SetName(const std::string& name);
-    /// Placement relative to the node, in the form in which it was set.
+    /// Returns the transform relative to the node, in the form in which it was set.
     virtual Transform GetOffsetMatrix();
     virtual void SetOffsetMatrix(const Transform& offset);
     virtual D3DXCOLOR GetDiffuse();
@@ -42,15 +43,15 @@ public:
     virtual void SetAmbient(const D3DXCOLOR& ambient);
     virtual D3DXCOLOR GetSpecular();
     virtual void SetSpecular(const D3DXCOLOR& specular);
-    /// Constant, linear and quadratic factor.
+    /// Returns the constant, linear and quadratic attenuation factors.
     virtual D3DXVECTOR3 GetAttenuation();
     virtual void SetAttenuation(const D3DXVECTOR3& attenuation);
     virtual float GetRange() const;
     virtual void SetRange(float range);
-    /// Inner cone angle in radians.
+    /// Returns the inner cone angle in radians.
     virtual float GetTheta() const;
     virtual void SetTheta(float theta);
-    /// Outer cone angle in radians.
+    /// Returns the outer cone angle in radians.
     virtual float GetPhi() const;
     virtual void SetPhi(float phi);
     virtual bool GetShadowCast() const;

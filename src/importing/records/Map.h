@@ -10,12 +10,12 @@
 namespace Importing
 {
 
-/// One texture layer of a surface: which texture, what kind of layer, which UV set, how the coordinates are carried
-/// and how much of it is blended in. Every field is hashed; every setter invalidates the hash.
+/// One texture layer of a surface: its texture, the kind of layer, the UV set, the transform of the texture coordinates
+/// and the blend amount. Every field is hashed, and every setter invalidates the hash.
 class IMPORTING_API Map : public HashObject
 {
 public:
-    /// No texture, empty type, UV set 0, identity, amount 1.
+    /// Creates a layer without a texture: empty type, UV set 0, identity matrix, amount 1.
     Map();
     Map(const Map&) = default;
     Map(Map&&) noexcept = default;
@@ -23,15 +23,15 @@ public:
     Map& operator=(Map&&) noexcept = default;
     ~Map() override;
 
-    /// Index into the scene's texture library; -1 is none.
+    /// Returns the index into the scene's texture library; -1 means no texture.
     virtual int GetTextureID() const;
     virtual void SetTextureID(int texture);
-    /// The kind of layer, in the importer's own vocabulary; compared exactly.
+    /// Returns the kind of layer. Importers define the names; they are compared exactly.
     virtual std::string GetType();
     virtual void SetType(const std::string& type);
     virtual std::uint32_t GetUVSetIndex() const;
     virtual void SetUVSetIndex(std::uint32_t set);
-    /// Applied to the texture coordinates.
+    /// Returns the matrix that is applied to the texture coordinates.
     virtual D3DXMATRIX GetMatrix();
     virtual void SetMatrix(const D3DXMATRIX& matrix);
     virtual float GetAmount() const;

@@ -9,11 +9,12 @@
 namespace Importing
 {
 
-/// The lighting colours of a surface. Every field is hashed; every setter invalidates the hash.
+/// The lighting colours of a surface. Every field is hashed, and every setter invalidates the hash.
 class IMPORTING_API Material : public HashObject
 {
 public:
-    /// "Default material": grey of two thirds, no emission, no highlight, power 16, opaque.
+    /// Creates a material named "Default material": diffuse grey of two thirds, black emissive and specular colours,
+    /// specular power 16, opacity 1.
     Material();
     Material(const Material&) = default;
     Material(Material&&) noexcept = default;

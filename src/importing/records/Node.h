@@ -10,13 +10,13 @@
 namespace Importing
 {
 
-/// One element of the scene's hierarchy: a placement and four lists of indices into the scene's libraries.
+/// One element of the scene's hierarchy: a transform and four lists of indices into the scene's libraries.
 ///
-/// The hierarchy is stored as child lists only; there is no link to the parent. Not a hashed record.
+/// The hierarchy is stored as child lists only; a node has no link to its parent. A node has no content hash.
 class IMPORTING_API Node
 {
 public:
-    /// No name, no note, identity, not animated, empty lists.
+    /// Creates a node without name, note and animation, with the identity as transform and empty lists.
     Node();
     Node(const Node&);
     Node(Node&&) noexcept;
@@ -26,16 +26,17 @@ public:
 
     virtual std::string GetName();
     virtual void SetName(const std::string& name);
-    /// Free text that the importer brought along.
+    /// Returns free text that the importer stored.
     virtual std::string GetNote();
     virtual void SetNote(const std::string& note);
-    /// Placement relative to the parent, in the form in which it was set.
+    /// Returns the transform relative to the parent, in the form in which it was set.
     virtual Transform GetLocalTransform();
     virtual void SetLocalTransform(const Transform& transform);
-    /// Index into the animation library; -1 is not animated.
+    /// Returns the index into the animation library; -1 means not animated.
     virtual int GetAnimationID() const;
     virtual void SetAnimationID(int animation);
-    /// Empties name, note and the four lists. Deliberate: local transform and animation index stay.
+    /// Empties the name, the note and the four lists. Deliberate: the local transform and the animation index do not
+    /// change.
     virtual void Release();
 
 private:
@@ -45,7 +46,7 @@ private:
     std::int32_t animationID_ = -1;
 
 public:
-    // The lists are edited directly.
+    // Edit the lists directly.
     std::vector<std::int32_t> SurfaceList;  ///< into the surface library
     std::vector<std::int32_t> ChildList;    ///< into the node library
     std::vector<std::int32_t> CameraList;   ///< into the camera library

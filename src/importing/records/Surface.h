@@ -11,14 +11,13 @@
 namespace Importing
 {
 
-/// Binds one mesh to one material and carries the texture layers applied to it.
+/// Binds one mesh to one material and holds the texture layers that are applied to it.
 ///
-/// Hashed: the two indices and the maps. Not hashed: the name and the collision offset, so their setters leave the
-/// hash alone.
+/// The two indices and the maps are hashed. The name and the collision offset are not, and their setters keep the hash.
 class IMPORTING_API Surface : public HashObject
 {
 public:
-    /// No mesh, no material, no name, offset 0, no maps.
+    /// Creates a surface without mesh, material, name and maps, with collision offset 0.
     Surface();
     Surface(const Surface&);
     Surface(Surface&&) noexcept;
@@ -26,37 +25,38 @@ public:
     Surface& operator=(Surface&&) noexcept;
     ~Surface() override;
 
-    /// Also false when the hash of one of the maps is not valid.
+    /// Returns whether the cached hashes of the surface and of all its maps are valid. Cost: linear in the maps.
     bool GetIsHashCodeValid() override;
 
 protected:
     void CalculeteHash() override;
 
 public:
-    /// Index into the scene's geometry library; -1 is none.
+    /// Returns the index into the scene's geometry library; -1 means no mesh.
     virtual int GetGeometryID() const;
     virtual void SetGeometryID(int geometry);
-    /// Index into the scene's material library; -1 is none.
+    /// Returns the index into the scene's material library; -1 means no material.
     virtual int GetMaterialID() const;
     virtual void SetMaterialID(int material);
     virtual std::string GetName();
-    /// Keeps the hash.
+    /// Sets the name and keeps the hash.
     virtual void SetName(const std::string& name);
     virtual int GetCollisionOffset() const;
-    /// Keeps the hash.
+    /// Sets the collision offset and keeps the hash.
     virtual void SetCollisionOffset(int offset);
 
-    /// Position in the map list of the map number n, counted from 0, among those of exactly this type; -1 when there
-    /// are not that many.
+    /// Returns the position in MapList of the nth map of exactly this type, counted from 0; -1 when there is none.
+    /// Cost: linear in the maps.
     virtual int GetMap(const std::string& type, int n) const;
 
-    /// True when the materials agree and the maps are pairwise equal in content. Computes hashes of maps, of the other
-    /// surface too, up to the first pair that differs; geometry, name and offset do not matter.
+    /// Returns whether the material indices are equal and the maps have equal content, pair by pair. The mesh, the name
+    /// and the collision offset are not compared. Computes the hashes of the maps of both surfaces, up to the first
+    /// pair that differs. Cost: linear in the maps.
     virtual bool IsSameMaterialAndMaps(Surface& other);
 
-    /// Empties the surface: no mesh, no material, offset 0, no maps.
+    /// Resets the surface to no mesh, no material, collision offset 0 and no maps.
     ///
-    /// Deliberate: the name stays, and so does the cached hash.
+    /// Deliberate: the name and the cached hash do not change.
     void Release();
 
 private:
@@ -66,7 +66,8 @@ private:
     std::int32_t collisionOffset_ = 0;
 
 public:
-    /// The texture layers, in layer order. Edited directly: a change to a map is noticed at the next GetHash().
+    /// The texture layers, in layer order. Edit the list directly: GetHash() computes the hash again when the hash of a
+    /// map is not valid.
     std::vector<Map> MapList;
 };
 

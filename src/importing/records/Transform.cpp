@@ -8,7 +8,7 @@ namespace Importing
 namespace
 {
 
-// Where the parts of a placement that is not a matrix lie among the 16 stored floats.
+// Offsets of the parts within the 16 stored floats, for the Euler and Quaternion forms.
 constexpr int kTranslation = 0;
 constexpr int kRotation = 4;
 constexpr int kScale = 8;
@@ -107,7 +107,7 @@ bool Transform::GetEuler(D3DXVECTOR3& translation, D3DXVECTOR3& rotation, D3DXVE
         case Type::Matrix:
         {
             const D3DXMATRIX matrix = StoredMatrix();
-            // What the decomposition leaves alone when it fails is the rotation of no turn at all.
+            // A failed decomposition writes no rotation, so it starts as the identity.
             D3DXQUATERNION quaternion(0, 0, 0, 1);
             D3DXMatrixDecompose(&scale, &quaternion, &translation, &matrix);
             Quaterion2Euler(quaternion, rotation);

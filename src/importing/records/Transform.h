@@ -8,10 +8,12 @@
 namespace Importing
 {
 
-/// A placement, kept in the form in which it was given: as a matrix, as translation + Euler angles + scale, or as
-/// translation + quaternion + scale. Getters of another form convert on demand.
+/// A transform, stored in the form in which it was set: a matrix; translation, Euler angles and scale; or translation,
+/// quaternion and scale. Getters of another form convert.
 ///
-/// Euler angles are radians: x = heading (about y), y = attitude (about z), z = bank (about x).
+/// Euler angles are in radians: x = heading (about y), y = attitude (about z), z = bank (about x).
+///
+/// Every operation costs constant time and throws nothing.
 class IMPORTING_API Transform
 {
 public:
@@ -23,63 +25,67 @@ public:
         Quaternion = 2
     };
 
-    /// What is stored, and what content hashes cover.
+    /// The stored values. Content hashes cover all of them.
     ///
-    /// Matrix: 16 floats, row by row. Euler and Quaternion: floats 0-2 translation, 4-6 angles or 4-7 quaternion,
-    /// 8-10 scale; the others keep what they were.
+    /// Matrix: 16 floats, row by row. Euler and Quaternion: floats 0-2 are the translation, 4-6 the angles or 4-7 the
+    /// quaternion, 8-10 the scale; the other floats keep their previous values.
     struct StoredForm
     {
         float values[16];
         Type type;
     };
 
-    /// The identity matrix, public and writable; other operations compare matrices against it. The spelling is part of
-    /// the interface.
+    /// The identity matrix. It is public and writable, and other operations compare matrices with it. The spelling is
+    /// part of the interface.
     static D3DXMATRIX Indentity;
 
-    /// The identity, as a matrix.
+    /// Creates the identity, in matrix form.
     Transform();
     Transform(const D3DXMATRIX& matrix);
-    /// Copies 16 floats of a matrix, row by row.
+    /// Creates a transform in matrix form from 16 floats, row by row.
     Transform(const float* matrix);
     Transform(const Transform&) = default;
     Transform& operator=(const Transform&) = default;
 
 protected:
-    /// The angles of a quaternion, which need not be normalised. The spelling is part of the interface.
+    /// Writes the Euler angles of a quaternion, which need not be normalised. The spelling is part of the interface.
     ///
-    /// Source: the heading/attitude/bank conversion with pole tests. Deliberate: where |x y + z w| exceeds 0.499 of
-    /// the sum of squares (beyond about 86.4 degrees) the attitude is 1.57075, a little short of a right angle, and the
-    /// bank is 0.
+    /// This is the heading/attitude/bank conversion with tests for the two poles. Deliberate: where |x y + z w| exceeds
+    /// 0.499 of the sum of squares (an attitude beyond about 86.4 degrees), the attitude is 1.57075, slightly less than
+    /// a right angle, and the bank is 0.
     virtual void Quaterion2Euler(const D3DXQUATERNION& rotation, D3DXVECTOR3& euler) const;
-    /// The unit quaternion of three angles. The spelling is part of the interface.
+    /// Returns the unit quaternion of three Euler angles. The spelling is part of the interface.
     virtual D3DXQUATERNION Euler2Quaterion(const D3DXVECTOR3& euler);
 
 public:
     virtual ~Transform();
 
+    /// Returns the form in which the transform is stored.
     virtual Type GetType();
 
-    /// @return the placement as a matrix: scale, then rotation, then translation. A form outside the three known ones
-    ///         yields the stored floats.
+    /// Returns the transform as a matrix: scale, then rotation, then translation. A type outside the enumeration
+    /// returns the stored floats.
     virtual D3DXMATRIX GetMatrix();
+    /// Stores a matrix and changes the form to Matrix.
     virtual void SetMatrix(const D3DXMATRIX& matrix);
 
-    /// Writes translation, angles and scale; nothing when the form is not one of the three. A matrix is taken apart by
-    /// D3DXMatrixDecompose, whose result code is ignored.
-    /// @return true, in every case.
+    /// Writes translation, Euler angles and scale. A matrix is decomposed by D3DXMatrixDecompose, whose result code is
+    /// ignored. A type outside the enumeration writes nothing.
+    /// @return always true.
     virtual bool GetEuler(D3DXVECTOR3& translation, D3DXVECTOR3& rotation, D3DXVECTOR3& scale) const;
+    /// Stores translation, Euler angles and scale and changes the form to Euler.
     virtual void SetEuler(D3DXVECTOR3& translation, const D3DXVECTOR3& rotation, const D3DXVECTOR3& scale);
 
-    /// Writes translation, quaternion and scale; nothing when the form is not one of the three.
+    /// Writes translation, quaternion and scale. A type outside the enumeration writes nothing.
     ///
-    /// Deliberate: of a placement stored as angles, the angles themselves come back in x, y, z with w = 1; they are not
-    /// converted.
-    /// @return true, in every case.
+    /// Deliberate: Euler angles are not converted. The three angles are written as x, y, z of the quaternion, with w =
+    /// 1.
+    /// @return always true.
     virtual bool GetQuaterion(D3DXVECTOR3& translation, D3DXQUATERNION& rotation, D3DXVECTOR3& scale) const;
+    /// Stores translation, quaternion and scale and changes the form to Quaternion.
     virtual void SetQuaterion(D3DXVECTOR3& translation, const D3DXQUATERNION& rotation, const D3DXVECTOR3& scale);
 
-    /// The numbers as they are stored.
+    /// Returns the stored values.
     const StoredForm& GetStoredForm() const { return stored_; }
 
 private:

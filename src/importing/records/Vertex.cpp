@@ -1,3 +1,8 @@
+// A mesh holds many vertices, so a vertex has to be small and cheap to copy: two std::vector members would add 48 bytes
+// and an allocation each. Instead up to InlineTexCoords UV sets, the usual case, share their bytes with a pointer. More
+// UV sets, or weights, move both sequences into one heap block: a header, the UV sets, then the weights. Both grow by
+// halves of their capacity. A copy of a block has no spare capacity, and returns to the inline form where it fits.
+
 #include <importing/records/Vertex.h>
 
 #include <importing/base/CheckedAccess.h>
@@ -14,7 +19,7 @@ namespace Importing
 namespace
 {
 
-/// No sequence of a vertex may be longer, so that sizes in bytes never overflow.
+/// The largest length of a sequence of a vertex. It keeps sizes in bytes from overflowing.
 constexpr std::uint64_t kMaxCount = std::numeric_limits<std::uint64_t>::max() / 64;
 
 void CheckLength(std::uint64_t index)
@@ -23,7 +28,7 @@ void CheckLength(std::uint64_t index)
         throw std::length_error("vector<T> too long");
 }
 
-/// The capacity for count elements behind an existing one: grows by halves, so that appending is cheap on average.
+/// Returns a capacity for count elements. It grows by at least half, so that appending is amortised constant.
 std::uint64_t GrownCapacity(std::uint64_t count, std::uint64_t capacity)
 {
     return count <= capacity ? capacity : std::max(count, capacity + capacity / 2);
@@ -31,10 +36,10 @@ std::uint64_t GrownCapacity(std::uint64_t count, std::uint64_t capacity)
 
 }  // namespace
 
-// The value is in the header; this definition lets users take the address of the constant.
+// The value is in the header. This definition lets users take the address of the constant.
 const int Vertex::MAX_NUM_MAP;
 
-/// Both sequences of a vertex in one allocation: this header, the texture coordinates, the weights.
+/// The heap block of a vertex: this header, then the texture coordinates, then the weights.
 struct Vertex::Block
 {
     std::uint64_t texCoordCount;
@@ -64,7 +69,7 @@ struct Vertex::Block
     }
 };
 
-/// Takes over what another vertex keeps in a block: into a block of its own, or into the vertex where it fits.
+/// Copies the sequences of a block into a new block, or into the vertex itself where they fit.
 void Vertex::CopyBlock(const Block& block)
 {
     if (block.weightCount == 0 && block.texCoordCount <= InlineTexCoords)
@@ -92,7 +97,7 @@ Vertex& Vertex::operator=(Vertex&& other) noexcept
     HashObject::operator=(static_cast<HashObject&&>(other));
     position_ = other.position_;
     normal_ = other.normal_;
-    // Swapping leaves the old block to the other vertex, which frees it.
+    // After the swap the other vertex owns the old block and frees it.
     std::swap(inlineCount_, other.inlineCount_);
     std::swap(attributes_, other.attributes_);
     return *this;
@@ -107,7 +112,7 @@ std::uint64_t Vertex::TexCoordCount() const { return HasBlock() ? attributes_.bl
 
 std::uint64_t Vertex::WeightCount() const { return HasBlock() ? attributes_.block->weightCount : 0; }
 
-/// Makes room for that many entries. Sequences that fit into the vertex stay there.
+/// Reserves capacity for that many entries. Sequences that fit into the vertex remain there.
 void Vertex::Reserve(std::uint64_t texCoords, std::uint64_t weights)
 {
     if (!HasBlock())
@@ -131,7 +136,7 @@ void Vertex::Reserve(std::uint64_t texCoords, std::uint64_t weights)
     attributes_.block = block;
 }
 
-/// UV set index, after the missing ones have been added as (0, 0).
+/// Returns UV set `index`, after missing sets have been added as (0, 0).
 D3DXVECTOR2& Vertex::GrownTexCoord(std::uint64_t index)
 {
     CheckLength(index);
@@ -247,7 +252,7 @@ void Vertex::ClearWeights()
 
 void Vertex::AddWeight(std::uint32_t joint, float weight)
 {
-    // Qualified: that an override of SetWeight is not asked is what a plain append promises.
+    // Qualified, because this operation is not virtual: an override of SetWeight must not change it.
     Vertex::SetWeight(joint, weight, WeightCount());
 }
 

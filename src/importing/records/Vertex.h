@@ -13,28 +13,34 @@ namespace Importing
 
 /// One vertex of a mesh: position, normal, any number of texture coordinates and any number of skin weights.
 ///
-/// Layout: 64 bytes where pointers have 8. Up to InlineTexCoords UV sets lie in the vertex itself; a vertex with more
-/// of them, or with weights, keeps both sequences in one block on the heap, so it owns at most one allocation.
+/// Layout: 64 bytes where pointers have 8 bytes. Up to InlineTexCoords UV sets are stored in the vertex itself. A
+/// vertex with more UV sets, or with weights, stores both sequences in one block on the heap, so it owns at most one
+/// allocation.
 ///
 /// Every operation that changes a field invalidates the content hash; getters never do. The hash covers, in this
 /// order, the texture coordinates, the weights (unmasked), the normal and the position.
+///
+/// Cost: copies are linear in the number of UV sets and weights, everything else is constant; adding UV sets or weights
+/// is amortised constant for each. An operation that throws changes nothing.
 class IMPORTING_API Vertex : public HashObject
 {
 public:
-    /// A weight: joint index and share.
+    /// A skin weight: joint index and weight.
     using Weight = std::pair<std::uint32_t, float>;
 
     /// The number of UV sets that users are expected to fill, as a compile-time constant. A vertex may hold more.
     static const int MAX_NUM_MAP = 3;
 
-#if defined(_MSC_VER)  // its layout does not fill the padding behind the hash
+    /// The number of UV sets that a vertex stores without an allocation.
+#if defined(_MSC_VER)  // Microsoft's layout does not reuse the padding after the hash.
     static constexpr std::size_t InlineTexCoords = 2;
 #else
     static constexpr std::size_t InlineTexCoords = 3;
 #endif
 
-    /// Position and normal (0, 0, 0), no texture coordinates, no weights.
+    /// Creates a vertex with position and normal (0, 0, 0), no texture coordinates and no weights.
     Vertex() : Vertex(D3DXVECTOR3(0, 0, 0)) {}
+    /// Creates a vertex with this position, normal (0, 0, 0), no texture coordinates and no weights.
     Vertex(const D3DXVECTOR3& position) : position_(position), normal_(0, 0, 0) {}
     Vertex(float x, float y, float z) : Vertex(D3DXVECTOR3(x, y, z)) {}
 
@@ -61,7 +67,7 @@ public:
     }
 
     virtual D3DXVECTOR3 GetPosition() { return position_; }
-#if defined(_MSC_VER)  // its tables list overloads of one name last declared first
+#if defined(_MSC_VER)  // Microsoft's virtual tables list overloads of one name in reverse order of declaration.
     virtual void SetPosition(const D3DXVECTOR3& position);
     virtual void SetPosition(const float* position);
 #else
@@ -86,11 +92,12 @@ public:
     }
 #endif
 
-    /// @throws std::out_of_range when there is no UV set at index.
+    /// Returns UV set `index`.
+    /// @throws std::out_of_range "invalid vector<T> subscript" when the vertex has no such set.
     virtual D3DXVECTOR2 GetTexCoord(int index);
     virtual std::uint64_t GetTexCoordCount() const;
-    /// Sets UV set index; sets that are missing below it are added as (0, 0).
-    /// @throws std::length_error "vector<T> too long", with nothing changed, when no sequence can be that long.
+    /// Sets UV set `index`. Missing sets below it are added as (0, 0).
+    /// @throws std::length_error "vector<T> too long" when no sequence can be that long.
     virtual void SetTexCoord(const D3DXVECTOR2& texCoord, std::uint64_t index)
     {
         if (index < InlineTexCoords && index < inlineCount_ && !HasBlock())
@@ -100,40 +107,44 @@ public:
         SetHashInvalid();
     }
 
-    /// Carries the position by one matrix and the normal by another, both as points: with translation and division by
-    /// w (deliberate; a normal matrix has neither). The normal is not renormalised.
+    /// Transforms the position by one matrix and the normal by another. The normal is not renormalised.
+    /// Deliberate: the normal is transformed as a point, with translation and division by w. Normal matrices have
+    /// neither.
     virtual void Transform(const D3DXMATRIX& positionMatrix, const D3DXMATRIX& normalMatrix)
     {
         D3DXVec3TransformCoord(&position_, &position_, &positionMatrix);
         D3DXVec3TransformCoord(&normal_, &normal_, &normalMatrix);
         SetHashInvalid();
     }
-    /// Carries UV set index; missing sets are added as (0, 0) first.
+    /// Transforms UV set `index`. Missing sets are added as (0, 0) first.
     /// @throws std::length_error like SetTexCoord.
     virtual void TransformTexCoord(const D3DXMATRIX& matrix, std::uint64_t index);
-    /// Multiplies the position; the normal stays.
+    /// Multiplies the position by a factor. The normal does not change.
     virtual void Scale(float factor);
-    /// Exchanges y and z of position and normal.
+    /// Swaps y and z of the position and of the normal.
     virtual void SwapYZ();
-    /// Negates z of position and normal; 0 becomes -0.
+    /// Negates z of the position and of the normal. 0 becomes -0.
     virtual void InverseZ();
+    /// Negates the normal.
     virtual void InverseNormal();
+    /// Normalises the normal. A normal of length 0 becomes (0, 0, 0).
     virtual void NormalizeNormal()
     {
         D3DXVec3Normalize(&normal_, &normal_);
         SetHashInvalid();
     }
 
-    /// @return the weight at index, or (0, 0) when there is none: unlike GetTexCoord it does not throw.
+    /// Returns the weight at `index`, or (0, 0) when there is none. Deliberate: unlike GetTexCoord it does not throw.
     virtual Weight GetWeight(std::uint64_t index);
     virtual std::uint64_t GetWeightsCount() const;
-    /// Sets the weight at index; missing ones below it are added as (0, 0). Entries of the same joint are not joined,
-    /// nothing is normalised, the count is not limited.
-    /// @throws std::length_error "vector<T> too long", with nothing changed, when no sequence can be that long.
+    /// Sets the weight at `index`. Missing weights below it are added as (0, 0). Entries of the same joint are not
+    /// merged, weights are not normalised, and their number is not limited.
+    /// @throws std::length_error "vector<T> too long" when no sequence can be that long.
     virtual void SetWeight(std::uint32_t joint, float weight, std::uint64_t index);
+    /// Removes all weights. The texture coordinates do not change.
     virtual void ClearWeights();
 
-    /// Appends a weight, also when the joint has one already.
+    /// Appends a weight. Deliberate: an existing entry of the same joint is not looked for.
     void AddWeight(std::uint32_t joint, float weight);
 
 protected:
@@ -162,7 +173,7 @@ private:
 
     D3DXVECTOR3 position_;
     D3DXVECTOR3 normal_;
-    std::uint32_t inlineCount_ = 0;  ///< number of UV sets in the vertex itself, or kInBlock
+    std::uint32_t inlineCount_ = 0;  ///< number of UV sets stored in the vertex itself, or kInBlock
     Attributes attributes_{};
 };
 

@@ -16,16 +16,16 @@ int IndexOfLast(const std::vector<Record>& library)
     return static_cast<int>(library.size()) - 1;
 }
 
-/// Takes references to node `erased` out of a child list and turns those to node `moved` into references to it.
+/// Removes references to the erased node from a child list and redirects references to the moved node to its new index.
 void RepairChildList(std::vector<std::int32_t>& children, std::int32_t erased, std::int32_t moved)
 {
     children.erase(std::remove(children.begin(), children.end(), erased), children.end());
     std::replace(children.begin(), children.end(), moved, erased);
 }
 
-/// Counts the entries of all surface lists whose surface a test accepts.
+/// Returns the number of entries of all surface lists whose surface passes a test.
 template <typename Test>
-int CountListings(const SceneContainer& scene, Test test)
+int CountReferences(const SceneContainer& scene, Test test)
 {
     int count = 0;
     for (const Node& node : scene.NodeLibrary)
@@ -42,16 +42,16 @@ void SceneContainer::EraseNodeFromLibrary(int index)
     CheckIndex(index, NodeLibrary.size());
     const auto last = static_cast<std::int32_t>(NodeLibrary.size() - 1);
 
-    // (1) The last node takes the place of the erased one.
+    // (1) Move the last node into the place of the erased one.
     if (index != last)
         std::swap(NodeLibrary[static_cast<std::size_t>(index)], NodeLibrary.back());
     NodeLibrary.pop_back();
 
-    // (2) Child lists follow.
+    // (2) Repair the child lists.
     for (Node& node : NodeLibrary)
         RepairChildList(node.ChildList, index, last);
 
-    // (3) The root node index follows a root that was moved, and only that.
+    // (3) Repair the root node index, only where the root was moved.
     if (rootNodeIndex_ == last)
         rootNodeIndex_ = index;
 }
@@ -112,12 +112,12 @@ void SceneContainer::EraseSurfaceFromLibrary(int index) { At(SurfaceLibrary, ind
 
 int SceneContainer::GetGeometryInstanceCount(int geometry)
 {
-    return CountListings(*this, [geometry](const Surface& surface) { return surface.GetGeometryID() == geometry; });
+    return CountReferences(*this, [geometry](const Surface& surface) { return surface.GetGeometryID() == geometry; });
 }
 
 int SceneContainer::GetMaterialInstanceCount(int material)
 {
-    return CountListings(*this, [material](const Surface& surface) { return surface.GetMaterialID() == material; });
+    return CountReferences(*this, [material](const Surface& surface) { return surface.GetMaterialID() == material; });
 }
 
 int SceneContainer::CreateNewGeometryInLibrary()

@@ -11,7 +11,7 @@ namespace Importing
 namespace
 {
 
-constexpr float kLeastLean = 0.05F;
+constexpr float kMinimumDot = 0.05F;
 
 D3DXVECTOR3 Position(Geometry& mesh, std::size_t corner, const D3DXMATRIX& world)
 {
@@ -44,7 +44,7 @@ void FlipIfFirstTriangleFacesAway(Geometry& mesh, const D3DXMATRIX& world)
     D3DXVec3TransformNormal(&vertexNormal, &vertexNormal, &world);
     D3DXVec3Normalize(&vertexNormal, &vertexNormal);
 
-    if (Dot(vertexNormal, faceNormal) < kLeastLean)
+    if (Dot(vertexNormal, faceNormal) < kMinimumDot)
         mesh.FlipFaces();
 }
 

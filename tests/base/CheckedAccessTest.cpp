@@ -29,7 +29,7 @@ std::string TextOfBadSubscript(Action action)
 
 constexpr const char* kText = "invalid vector<T> subscript";
 
-TEST(CheckedAccess, BadSubscriptHasTheOneText) { EXPECT_EQ(TextOfBadSubscript(ThrowBadSubscript), kText); }
+TEST(CheckedAccess, BadIndexThrowsTheDocumentedText) { EXPECT_EQ(TextOfBadSubscript(ThrowBadSubscript), kText); }
 
 TEST(CheckedAccess, IndexIsValidBelowTheCount)
 {
@@ -46,7 +46,7 @@ TEST(CheckedAccess, NegativeIndexIsNeverValid)
     EXPECT_FALSE(IsValidIndex(-1, std::numeric_limits<std::size_t>::max()));
 }
 
-TEST(CheckedAccess, LargeUnsignedIndexIsNotTakenForASmallOne)
+TEST(CheckedAccess, LargeUnsignedIndexIsNotTruncated)
 {
     EXPECT_FALSE(IsValidIndex(std::uint64_t{1} << 32U, 3));
     EXPECT_FALSE(IsValidIndex(std::numeric_limits<std::uint32_t>::max(), 3));
@@ -59,7 +59,7 @@ TEST(CheckedAccess, CheckIndexThrowsForABadIndexOnly)
     EXPECT_EQ(TextOfBadSubscript([] { CheckIndex(-1, 3); }), kText);
 }
 
-TEST(CheckedAccess, CheckIndicesFindsABadOneAtEveryPlace)
+TEST(CheckedAccess, CheckIndicesFindsABadIndexAtEveryPosition)
 {
     const std::vector<std::uint32_t> good = {2, 0, 1, 2};
     EXPECT_NO_THROW(CheckIndices(good, 3));
@@ -71,9 +71,12 @@ TEST(CheckedAccess, CheckIndicesFindsABadOneAtEveryPlace)
     }
 }
 
-TEST(CheckedAccess, NoIndicesFitIntoNothing) { EXPECT_NO_THROW(CheckIndices(std::vector<std::int32_t>(), 0)); }
+TEST(CheckedAccess, EmptyListOfIndicesIsValidForAnEmptySequence)
+{
+    EXPECT_NO_THROW(CheckIndices(std::vector<std::int32_t>(), 0));
+}
 
-TEST(CheckedAccess, AtGivesTheElementItself)
+TEST(CheckedAccess, AtReturnsTheElementItself)
 {
     std::vector<int> numbers = {10, 11, 12};
     EXPECT_EQ(&At(numbers, 1), &numbers[1]);

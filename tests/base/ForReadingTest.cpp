@@ -14,7 +14,7 @@ private:
     int value_ = 7;
 };
 
-TEST(ForReading, GivesTheSameRecordWithItsGetters)
+TEST(ForReading, ReturnsTheSameRecordWithAccessToItsGetters)
 {
     const Record record;
     EXPECT_EQ(&Importing::ForReading(record), &record);

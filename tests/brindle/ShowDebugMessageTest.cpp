@@ -33,7 +33,7 @@ TEST_F(ShowDebugMessageTest, SinkGetsTextAndNumberInOrder)
     EXPECT_EQ(messages, (Messages{{"first", 1}, {"second", -2}}));
 }
 
-TEST_F(ShowDebugMessageTest, LaterSinkTakesThePlaceOfTheEarlierOne)
+TEST_F(ShowDebugMessageTest, LaterSinkReplacesTheEarlierOne)
 {
     Messages earlier;
     Messages later;

@@ -24,7 +24,7 @@ TEST(VykFileSaver, AppendsInOrder)
     EXPECT_EQ(saver.GetBytes(), bytes);
 }
 
-TEST(VykFileLoader, GivesBytesBackFrontToBack)
+TEST(VykFileLoader, ReturnsBytesInOrder)
 {
     VykFileLoader loader({1, 2, 3, 4});
     std::array<unsigned char, 3> read = {};

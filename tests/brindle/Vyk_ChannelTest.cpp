@@ -22,7 +22,7 @@ std::vector<unsigned char> Saved(const char* name)
     return saver.GetBytes();
 }
 
-TEST(Vyk_Channel, KeepsAName)
+TEST(Vyk_Channel, StoresAName)
 {
     Vyk_Channel channel;
     EXPECT_STREQ(channel.GetChannelName(), "");
@@ -32,7 +32,7 @@ TEST(Vyk_Channel, KeepsAName)
     EXPECT_STREQ(channel.GetChannelName(), "");
 }
 
-TEST(Vyk_Channel, CopiesCarryNameAndStamp)
+TEST(Vyk_Channel, CopiesHaveNameAndTimeStamp)
 {
     Vyk_Channel channel;
     channel.SetChannelName(kName);
@@ -47,7 +47,7 @@ TEST(Vyk_Channel, CopiesCarryNameAndStamp)
     }
 }
 
-TEST(Vyk_Channel, StampsGrowFromZero)
+TEST(Vyk_Channel, TimeStampsIncreaseFromZero)
 {
     Vyk_Channel first;
     Vyk_Channel second;
@@ -61,7 +61,7 @@ TEST(Vyk_Channel, StampsGrowFromZero)
     EXPECT_GT(first.GetTimeStamp(), before);
 }
 
-TEST(Vyk_Channel, SavedNameComesBack)
+TEST(Vyk_Channel, SavedNameIsLoaded)
 {
     for (const char* name : {"", "x", kName})
     {
@@ -137,13 +137,13 @@ TEST(Vyk_Channel, TheOtherOperationsDoNothing)
     EXPECT_EQ(channel.GetTimeStamp(), 0U);
 }
 
-TEST(Vyk_Channel, TypeOfTheBaseIsAZeroedRecord)
+TEST(Vyk_Channel, TypeOfTheBaseClassIsARecordOfZeros)
 {
     const ChannelType type = Vyk_Channel().GetChannelType();
     const ChannelType zeroed;
     EXPECT_EQ(std::memcmp(&type, &zeroed, sizeof(ChannelType)), 0);
 }
 
-TEST(Vyk_Channel, IsDestroyedThroughItsBase) { EXPECT_TRUE(std::has_virtual_destructor_v<Vyk_Channel>); }
+TEST(Vyk_Channel, IsDestroyedThroughItsBaseClass) { EXPECT_TRUE(std::has_virtual_destructor_v<Vyk_Channel>); }
 
 }  // namespace

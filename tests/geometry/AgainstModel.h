@@ -13,10 +13,10 @@
 namespace Support
 {
 
-/// The number of random meshes that an operation and its plain model are compared on.
+/// The number of random meshes on which an operation is compared with its plain model.
 inline constexpr std::uint32_t kRandomMeshes = 400;
 
-/// What a call came to, as text: its result or its exception.
+/// Returns the result of a call, or its exception, as text.
 template <typename Call>
 std::string OutcomeOf(Call call)
 {
@@ -34,8 +34,8 @@ std::string OutcomeOf(Call call)
     }
 }
 
-/// Whether operation and model, both called with a copy of the mesh, have the same outcome and leave the same mesh.
-/// NaNs count as alike.
+/// Returns whether operation and model, each called with a copy of the mesh, have the same outcome and result in the
+/// same mesh. All NaNs are equal.
 template <typename Operation, typename Model>
 testing::AssertionResult SameOutcome(const Importing::Geometry& start, Operation operation, Model model)
 {
@@ -44,11 +44,11 @@ testing::AssertionResult SameOutcome(const Importing::Geometry& start, Operation
     const std::string actualOutcome = OutcomeOf([&] { return std::invoke(operation, actual); });
     const std::string expectedOutcome = OutcomeOf([&] { return std::invoke(model, expected); });
     if (actualOutcome != expectedOutcome)
-        return testing::AssertionFailure() << actualOutcome << " where expected " << expectedOutcome;
+        return testing::AssertionFailure() << actualOutcome << ", expected " << expectedOutcome;
     return SameGeometry(actual, expected, NaNs::AllAlike);
 }
 
-/// Compares an operation with its plain model on random meshes; tells the first seed that differs.
+/// Compares an operation with its plain model on random meshes. Reports the first seed that differs.
 template <typename Operation, typename Model>
 void ExpectLikeModel(Operation operation, Model model, const RandomMeshOptions& options = {})
 {

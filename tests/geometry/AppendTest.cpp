@@ -19,7 +19,7 @@ constexpr D3DXMATRIX kMoved(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 6, 7, 1);
 
 using Indices = std::vector<std::uint32_t>;
 
-/// Both forms, for what they have in common.
+/// Tests of both forms of Append.
 enum class Form
 {
     Plain,
@@ -39,7 +39,7 @@ INSTANTIATE_TEST_SUITE_P(Append, AppendBothForms, testing::Values(Form::Plain, F
     return std::string(form.param == Form::Plain ? "Plain" : "WithMatrix");
 });
 
-TEST_P(AppendBothForms, ShiftsIndicesBehindTheOldVertices)
+TEST_P(AppendBothForms, ShiftsIndicesToTheAppendedVertices)
 {
     Geometry mesh = Quad();
     EXPECT_EQ(Append(mesh, Triangle()), 0);
@@ -91,7 +91,7 @@ TEST_P(AppendBothForms, OfTheSamePolySizeOtherThanThreeWorks)
     EXPECT_EQ(mesh.VertexArray.size(), 8U);
 }
 
-TEST_P(AppendBothForms, LeavesTheOtherMeshAlone)
+TEST_P(AppendBothForms, DoesNotChangeTheOtherMesh)
 {
     Geometry mesh = Quad();
     const Geometry other = Hashed(Box24());
@@ -99,7 +99,7 @@ TEST_P(AppendBothForms, LeavesTheOtherMeshAlone)
     EXPECT_TRUE(SameGeometry(other, Hashed(Box24())));
 }
 
-TEST_P(AppendBothForms, LeavesNameBindShapeJointsAndPointCachesOfBothMeshes)
+TEST_P(AppendBothForms, KeepsNameBindShapeJointsAndPointCacheOfBothMeshes)
 {
     Geometry mesh = Quad();
     mesh.SetName("mesh");
@@ -123,7 +123,7 @@ TEST_P(AppendBothForms, LeavesNameBindShapeJointsAndPointCachesOfBothMeshes)
     EXPECT_TRUE(SameGeometry(other, otherBefore));
 }
 
-TEST_P(AppendBothForms, ShiftsBadIndicesUncheckedAndWrapping)
+TEST_P(AppendBothForms, ShiftsBadIndicesWithoutChecksAndWrapping)
 {
     Geometry mesh = Quad();
     EXPECT_EQ(Append(mesh, MeshOf({{0, 0, 0}}, {7, 0xFFFFFFFFU, 0xFFFFFFFCU})), 0);
@@ -141,13 +141,13 @@ TEST_P(AppendBothForms, ToItselfDoublesTheMesh)
     EXPECT_FALSE(mesh.GetIsHashCodeValid());
 }
 
-TEST_P(AppendBothForms, AsksTheOtherMeshForItsPolySizeThroughTheTable)
+TEST_P(AppendBothForms, ReadsThePolySizeOfTheOtherMeshThroughTheVirtualTable)
 {
     Geometry mesh = Quad();
-    const MeshOfPolySize tellsFour(Triangle(), 4);
-    EXPECT_EQ(Append(mesh, tellsFour), -1);
+    const MeshOfPolySize returnsFour(Triangle(), 4);
+    EXPECT_EQ(Append(mesh, returnsFour), -1);
     EXPECT_TRUE(SameGeometry(mesh, Quad()));
-    EXPECT_EQ(tellsFour.GetCalls(), 1);
+    EXPECT_EQ(returnsFour.GetCalls(), 1);
 
     Geometry storesFour = Triangle();
     storesFour.SetPolySize(4);
@@ -161,7 +161,7 @@ TEST_P(AppendBothForms, ReadsItsOwnPolySizeAsStored)
     EXPECT_EQ(mesh.GetCalls(), 0);
 }
 
-TEST_P(AppendBothForms, InvalidatesThroughTheTable)
+TEST_P(AppendBothForms, InvalidatesThroughTheVirtualTable)
 {
     MeshOfCountedHash mesh(Quad());
     Append(mesh, Triangle());
@@ -179,7 +179,7 @@ TEST_P(AppendBothForms, RepeatedCallsKeepGrowing)
     EXPECT_EQ(mesh.IndexArray.back(), 299U);
 }
 
-TEST(Append, CarriesTheHashStateOfVertices)
+TEST(Append, CopiesTheHashStateOfVertices)
 {
     Geometry mesh = Quad();
     mesh.Append(Hashed(Triangle()));
@@ -194,7 +194,7 @@ TEST(Append, KeepsNegativeZeros)
     EXPECT_TRUE(SameFloats(mesh.VertexArray[0].GetPosition(), D3DXVECTOR3(-0.0F, 1, 2)));
 }
 
-TEST(AppendWithMatrix, CarriesAppendedVerticesAlone)
+TEST(AppendWithMatrix, TransformsOnlyAppendedVertices)
 {
     Geometry mesh = Hashed(Quad());
     EXPECT_EQ(mesh.Append(Triangle(), kMoved), 0);
@@ -203,7 +203,7 @@ TEST(AppendWithMatrix, CarriesAppendedVerticesAlone)
     EXPECT_TRUE(SameFloats(mesh.VertexArray[5].GetNormal(), D3DXVECTOR3(0, 0, 1)));
 }
 
-TEST(AppendWithMatrix, IdentityLeavesPositionsAndNormals)
+TEST(AppendWithMatrix, IdentityKeepsPositionsAndNormals)
 {
     Geometry mesh;
     mesh.Append(Box24(), kIdentity);
@@ -225,7 +225,7 @@ TEST(AppendWithMatrix, HasNoShortcutForTheIdentity)
     EXPECT_FALSE(mesh.VertexArray[0].GetIsHashCodeValid());
 }
 
-TEST(AppendWithMatrix, CarriesNormalsByTheNormalMatrix)
+TEST(AppendWithMatrix, TransformsNormalsByTheNormalMatrix)
 {
     const D3DXMATRIX stretched(4, 0, 0, 0, 0, 1, 0, 0, 0, 0, -1, 0, 9, 9, 9, 1);
     Geometry mesh;
@@ -233,7 +233,7 @@ TEST(AppendWithMatrix, CarriesNormalsByTheNormalMatrix)
     EXPECT_TRUE(SameFloats(mesh.VertexArray[0].GetNormal(), D3DXVECTOR3(3, 0, -4)));
 }
 
-TEST(Append, IsLikeTheModel)
+TEST(Append, MatchesTheModel)
 {
     for (std::uint32_t seed = 1; seed <= kRandomMeshes; ++seed)
     {
@@ -245,7 +245,7 @@ TEST(Append, IsLikeTheModel)
     }
 }
 
-TEST(AppendWithMatrix, IsLikeTheModel)
+TEST(AppendWithMatrix, MatchesTheModel)
 {
     for (std::uint32_t seed = 1; seed <= kRandomMeshes; ++seed)
     {

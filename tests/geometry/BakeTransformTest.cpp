@@ -16,7 +16,7 @@ constexpr D3DXMATRIX kIdentity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
 constexpr D3DXMATRIX kDoubled(2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 1);
 constexpr D3DXMATRIX kMoved(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 6, 7, 1);
 
-/// The identity but for one entry, which compares equal to 0 all the same.
+/// Returns the identity with one entry -0, which still compares equal to 0.
 D3DXMATRIX IdentityWithNegativeZero()
 {
     D3DXMATRIX matrix = kIdentity;
@@ -66,7 +66,7 @@ TEST(BakeTransform, UniformScaleDoublesPositionsAndKeepsNormals)
     EXPECT_TRUE(SameFloats(mesh.VertexArray[2].GetNormal(), D3DXVECTOR3(0, 0, 1)));
 }
 
-TEST(BakeTransform, TranslationMovesPositionsAlone)
+TEST(BakeTransform, TranslationMovesOnlyPositions)
 {
     Geometry mesh = Quad();
     mesh.Transform(kMoved);
@@ -117,7 +117,7 @@ TEST(BakeTransform, InvalidatesTheHashesOfMeshAndVertices)
         EXPECT_FALSE(vertex.GetIsHashCodeValid());
 }
 
-TEST(BakeTransform, LeavesThePointCacheJointsAndBindShape)
+TEST(BakeTransform, KeepsThePointCacheJointsAndBindShape)
 {
     Geometry mesh = Quad();
     mesh.PointCachePositions.assign(4, D3DXVECTOR3(1, 2, 3));
@@ -138,7 +138,7 @@ TEST(BakeTransform, PolySizeDoesNotMatter)
     EXPECT_TRUE(SameFloats(mesh.VertexArray[2].GetPosition(), D3DXVECTOR3(2, 4, 0)));
 }
 
-TEST(BakeTransform, InvalidatesThroughTheTableOnce)
+TEST(BakeTransform, InvalidatesThroughTheVirtualTableOnce)
 {
     MeshOfCountedHash mesh(Quad());
     mesh.Transform(kIdentity);
@@ -150,7 +150,7 @@ TEST(BakeTransform, InvalidatesThroughTheTableOnce)
     EXPECT_EQ(mesh.GetInvalidations(), 2);
 }
 
-TEST(BakeTransform, IsLikeTheModel)
+TEST(BakeTransform, MatchesTheModel)
 {
     for (std::uint32_t seed = 1; seed <= kRandomMeshes; ++seed)
     {
@@ -172,7 +172,7 @@ TEST(TransformUVs, IdentityIgnoresANegativeSet)
     ExpectUntouched(Box24(), 0, [](Geometry& mesh) { return mesh.TransformUVs(kIdentity, -1); });
 }
 
-TEST(TransformUVs, CarriesTheSetAsPointsAndKeepsTheOthers)
+TEST(TransformUVs, TransformsTheSetAsPointsAndKeepsTheOthers)
 {
     Geometry mesh = Hashed(Box24());
     mesh.VertexArray[2].SetTexCoord(D3DXVECTOR2(3, 4), 1);
@@ -206,7 +206,7 @@ TEST(TransformUVs, NegativeSetIsRefused)
     ExpectTooLong(Hashed(Quad()), [](Geometry& mesh) { mesh.TransformUVs(kMoved, -2147483647 - 1); });
 }
 
-TEST(TransformUVs, IsLikeTheModel)
+TEST(TransformUVs, MatchesTheModel)
 {
     for (std::uint32_t seed = 1; seed <= kRandomMeshes; ++seed)
     {

@@ -31,7 +31,7 @@ Bounds BoundsOf(const Geometry& mesh)
     return bounds;
 }
 
-TEST(BoundingBox, OfAnEmptyMeshIsWhereTheSearchStarts)
+TEST(BoundingBox, OfAnEmptyMeshEqualsTheStartValues)
 {
     const Bounds bounds = BoundsOf(Geometry());
     EXPECT_TRUE(SameFloats(bounds.min, D3DXVECTOR3(kLargest, kLargest, kLargest)));
@@ -44,14 +44,14 @@ TEST(BoundingBox, StartsAtTheLargestFloatAndTheSmallestPositiveNormalOne)
     EXPECT_EQ(std::bit_cast<std::uint32_t>(kSmallestPositive), 0x00800000U);
 }
 
-TEST(BoundingBox, HoldsEveryVertex)
+TEST(BoundingBox, ContainsEveryVertex)
 {
     const Bounds bounds = BoundsOf(Box24(D3DXVECTOR3(-1, 2, -3), D3DXVECTOR3(4, 5, 6)));
     EXPECT_TRUE(SameFloats(bounds.min, D3DXVECTOR3(-1, 2, -3)));
     EXPECT_TRUE(SameFloats(bounds.max, D3DXVECTOR3(4, 5, 6)));
 }
 
-TEST(BoundingBox, HoldsVerticesThatNoIndexUses)
+TEST(BoundingBox, ContainsVerticesThatNoIndexUses)
 {
     Geometry mesh = Quad();
     mesh.VertexArray.emplace_back(9.0F, 9.0F, 9.0F);
@@ -65,20 +65,20 @@ TEST(BoundingBox, MaximumStartsAtSmallestPositiveFloat)
     EXPECT_TRUE(SameFloats(bounds.max, D3DXVECTOR3(2, kSmallestPositive, kSmallestPositive)));
 }
 
-TEST(BoundingBox, MeshWhollyBelowZeroInYReportsTheStartAsMaximum)
+TEST(BoundingBox, MeshEntirelyBelowZeroInYHasTheStartValueAsMaximum)
 {
     const Bounds bounds = BoundsOf(Quad(1, -3, 2, -1));
     EXPECT_TRUE(SameFloats(bounds.max.y, kSmallestPositive));
     EXPECT_TRUE(SameFloats(bounds.min.y, -3.0F));
 }
 
-TEST(BoundingBox, DenormalsLieBelowTheStartOfTheMaximum)
+TEST(BoundingBox, DenormalsAreBelowTheStartValueOfTheMaximum)
 {
     const float denormal = std::numeric_limits<float>::denorm_min();
     EXPECT_TRUE(SameFloats(BoundsOf(MeshOf({{denormal, 0, 0}}, {})).max.x, kSmallestPositive));
 }
 
-TEST(BoundingBox, NaNCoordinateCountsAsAbsentOnItsAxisAlone)
+TEST(BoundingBox, NaNCoordinateIsIgnoredOnItsAxisOnly)
 {
     const Bounds bounds = BoundsOf(MeshOf({{kNaN, 1, 2}, {3, kNaN, 4}}, {}));
     EXPECT_TRUE(SameFloats(bounds.min, D3DXVECTOR3(3, 1, 2)));
@@ -92,7 +92,7 @@ TEST(BoundingBox, InfiniteCoordinatesCount)
     EXPECT_TRUE(SameFloats(bounds.max, D3DXVECTOR3(kInfinity, kSmallestPositive, kSmallestPositive)));
 }
 
-TEST(BoundingBox, OfEqualZerosTheFirstMetStays)
+TEST(BoundingBox, OfEqualZerosTheFirstIsKept)
 {
     EXPECT_TRUE(SameFloats(BoundsOf(MeshOf({{-0.0F, 0, 0}, {0.0F, 0, 0}}, {})).min.x, -0.0F));
     EXPECT_TRUE(SameFloats(BoundsOf(MeshOf({{0.0F, 0, 0}, {-0.0F, 0, 0}}, {})).min.x, 0.0F));
@@ -107,7 +107,7 @@ TEST(BoundingBox, ChangesNothing)
     });
 }
 
-TEST(BoundingBox, IsLikeTheModel)
+TEST(BoundingBox, MatchesTheModel)
 {
     for (std::uint32_t seed = 1; seed <= kRandomMeshes; ++seed)
     {

@@ -42,7 +42,7 @@ D3DXVECTOR3 NormalOfFace(const Geometry& mesh, std::size_t face)
     return *D3DXVec3Normalize(&normal, &normal);
 }
 
-/// Degrees by which a normal of a fan or a wedge is turned about its edge.
+/// Returns the angle in degrees by which a normal of a fan or a wedge is rotated about its edge.
 float AngleOf(const D3DXVECTOR3& normal)
 {
     EXPECT_NEAR(normal.y, 0, 1e-6);
@@ -75,7 +75,7 @@ TEST(ComputeNormals, CornersOfACubeAreSplit)
     }
 }
 
-TEST(ComputeNormals, SplitVerticesStandBehindTheOthersInTheOrderInWhichTheyArise)
+TEST(ComputeNormals, SplitVerticesAreAppendedInTheOrderOfCreation)
 {
     const Geometry mesh = WithNormals(Cube8());
     std::uint32_t next = 8;
@@ -111,7 +111,7 @@ TEST(ComputeNormals, FacesAtFortyDegreesAreSplit)
         EXPECT_NEAR(AngleOf(NormalOf(mesh, split)), 40, 1e-4);
 }
 
-TEST(ComputeNormals, ThresholdItselfSplits)
+TEST(ComputeNormals, DotProductEqualToTheThresholdSplits)
 {
     // The second face's normal is (0.6, 0, 0.8), so that the dot product with (0, 0, 1) is the threshold, bit for bit.
     Geometry atThreshold = Wedge(0);
@@ -143,16 +143,16 @@ TEST(ComputeNormals, SplitCopiesKeepEverythingButTheNormal)
 
 TEST(ComputeNormals, FacesAreComparedWithTheRunningNormal)
 {
-    // 45 degrees lie within reach of 15, the blend of 0 and 30, though not of the first face.
+    // 45 degrees is within the threshold of 15, the blend of 0 and 30, but not of the first face.
     const Geometry blended = WithNormals(Fan({0, 30, 45}));
     EXPECT_EQ(blended.VertexArray.size(), 5U);
-    // -20 degrees lie within reach of the first face, though not of the blend of 0 and 35, 17.5.
+    // -20 degrees is within the threshold of the first face, but not of 17.5, the blend of 0 and 35.
     const Geometry split = WithNormals(Fan({0, 35, -20}));
     EXPECT_EQ(split.VertexArray.size(), 7U);
     EXPECT_NEAR(AngleOf(NormalOf(split, 0)), 17.5, 1e-4);
 }
 
-TEST(ComputeNormals, EachFaceWeighsAsMuchAsAllBeforeIt)
+TEST(ComputeNormals, EachFaceHasAsMuchWeightAsAllFacesBeforeIt)
 {
     const Geometry mesh = WithNormals(Fan({0, 30, 45}));
     EXPECT_NEAR(AngleOf(NormalOf(mesh, 0)), 30, 1e-4);
@@ -167,9 +167,9 @@ TEST(ComputeNormals, ResultDependsOnTheOrderOfTheFaces)
     EXPECT_NEAR(AngleOf(NormalOf(WithNormals(Fan({5, 30, 45})), 0)), 31.25, 1e-4);
 }
 
-TEST(ComputeNormals, SplitCopyTakesNoPartInLaterFaces)
+TEST(ComputeNormals, SplitCopyIsNotUsedByLaterFaces)
 {
-    // The third face lies in the plane of the second, whose copy it does not find: it gets copies of its own.
+    // The third face is in the plane of the second. It does not use the copies of the second but gets its own.
     const Geometry mesh = WithNormals(Fan({0, 60, 60}));
     EXPECT_EQ(mesh.VertexArray.size(), 9U);
     EXPECT_EQ(mesh.IndexArray, (Indices{1, 0, 2, 5, 6, 3, 7, 8, 4}));
@@ -203,7 +203,7 @@ TEST(ComputeNormals, TrailingIndicesMayBeBad)
     EXPECT_EQ(mesh.VertexArray.size(), 4U);
 }
 
-TEST(ComputeNormals, MeshWithoutFacesIsLeftAlone)
+TEST(ComputeNormals, MeshWithoutFacesDoesNotChange)
 {
     ExpectUntouched(Geometry(), 0, &Geometry::ComputeNormals);
     ExpectUntouched(MeshOf({{1, 2, 3}, {4, 5, 6}}, {0, 1}), 0, &Geometry::ComputeNormals);
@@ -223,18 +223,18 @@ TEST(ComputeNormals, PolySizeFourIsRefusedBeforeIndicesAreChecked)
     ExpectUntouched(mesh, -1, &Geometry::ComputeNormals);
 }
 
-TEST(ComputeNormals, PolySizeIsAskedThroughTheTable)
+TEST(ComputeNormals, PolySizeIsReadThroughTheVirtualTable)
 {
-    MeshOfPolySize tellsFour(Wedge(40), 4);
-    EXPECT_EQ(tellsFour.ComputeNormals(), -1);
-    EXPECT_EQ(tellsFour.VertexArray.size(), 4U);
-    EXPECT_EQ(tellsFour.GetCalls(), 1);
+    MeshOfPolySize returnsFour(Wedge(40), 4);
+    EXPECT_EQ(returnsFour.ComputeNormals(), -1);
+    EXPECT_EQ(returnsFour.VertexArray.size(), 4U);
+    EXPECT_EQ(returnsFour.GetCalls(), 1);
 
     Geometry storesFour = Wedge(40);
     storesFour.SetPolySize(4);
-    MeshOfPolySize tellsThree(storesFour, 3);
-    EXPECT_EQ(tellsThree.ComputeNormals(), 0);
-    EXPECT_EQ(tellsThree.VertexArray.size(), 6U);
+    MeshOfPolySize returnsThree(storesFour, 3);
+    EXPECT_EQ(returnsThree.ComputeNormals(), 0);
+    EXPECT_EQ(returnsThree.VertexArray.size(), 6U);
 }
 
 TEST(ComputeNormals, DegenerateFaceGivesZeroNormalsAndSplitsLaterCorners)
@@ -247,7 +247,7 @@ TEST(ComputeNormals, DegenerateFaceGivesZeroNormalsAndSplitsLaterCorners)
         EXPECT_TRUE(SameFloats(NormalOf(mesh, good), D3DXVECTOR3(0, 0, 1)));
 }
 
-TEST(ComputeNormals, FaceThatIsNoNumberSplitsLaterCorners)
+TEST(ComputeNormals, NaNFaceSplitsLaterCorners)
 {
     const Geometry mesh =
         WithNormals(MeshOf({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {kNaN, 0, 0}}, {0, 1, 2, 0, 1, 3, 0, 1, 2}));
@@ -265,7 +265,7 @@ TEST(ComputeNormals, FaceWithAnInfiniteCornerSplitsLaterCorners)
     EXPECT_TRUE(SameFloats(NormalOf(mesh, 1), D3DXVECTOR3(0, 0, 1)));
 }
 
-TEST(ComputeNormals, GrowingWhileSplittingKeepsWhatVerticesOwn)
+TEST(ComputeNormals, GrowingWhileSplittingKeepsAllocationsOfVertices)
 {
     Geometry mesh = Cube8();
     for (Vertex& vertex : mesh.VertexArray)
@@ -276,7 +276,7 @@ TEST(ComputeNormals, GrowingWhileSplittingKeepsWhatVerticesOwn)
         EXPECT_EQ(vertex.GetWeight(0), Vertex::Weight(3, 0.5F));
 }
 
-TEST(ComputeNormals, KeepsTheMeshesOwnHashAndInvalidatesThoseOfTheVertices)
+TEST(ComputeNormals, KeepsTheHashOfTheMeshAndInvalidatesThoseOfItsVertices)
 {
     Geometry mesh = Wedge(40);
     const std::uint32_t hash = mesh.GetHash();
@@ -287,7 +287,7 @@ TEST(ComputeNormals, KeepsTheMeshesOwnHashAndInvalidatesThoseOfTheVertices)
         EXPECT_FALSE(vertex.GetIsHashCodeValid());
 }
 
-TEST(ComputeNormals, LeavesThePointCacheAndJoints)
+TEST(ComputeNormals, KeepsThePointCacheAndJoints)
 {
     Geometry mesh = Wedge(40);
     mesh.PointCachePositions.assign(4, D3DXVECTOR3(1, 2, 3));
@@ -299,7 +299,7 @@ TEST(ComputeNormals, LeavesThePointCacheAndJoints)
     EXPECT_EQ(mesh.JointArray.size(), 1U);
 }
 
-TEST(ComputeNormals, EveryBadIndexIsRefusedBeforeAnythingHasChanged)
+TEST(ComputeNormals, EveryBadIndexIsRefusedBeforeAnythingChanges)
 {
     ExpectEveryBadIndexRefused(Hashed(Cube8()), 36, &Geometry::ComputeNormals);
 }
@@ -312,9 +312,9 @@ TEST(ComputeNormals, GridOfOnePlaneIsNotSplit)
     EXPECT_EQ(mesh.IndexArray, grid.IndexArray);
 }
 
-TEST(ComputeNormals, IsLikeTheModel) { ExpectLikeModel(&Geometry::ComputeNormals, &Models::ComputeNormals); }
+TEST(ComputeNormals, MatchesTheModel) { ExpectLikeModel(&Geometry::ComputeNormals, &Models::ComputeNormals); }
 
-TEST(ComputeNormals, IsLikeTheModelOnLargerMeshes)
+TEST(ComputeNormals, MatchesTheModelOnLargerMeshes)
 {
     RandomMeshOptions options;
     options.maxVertices = 200;

@@ -23,8 +23,8 @@ D3DXVECTOR2 UV(const Geometry& mesh, std::size_t vertex, int set = 0)
     return Vertex(mesh.VertexArray.at(vertex)).GetTexCoord(set);
 }
 
-/// A mesh of single vertices whose box is from (0, 0, 0) to (2, 4, 8), the normals as given; every vertex stands at
-/// (1, 1, 2), the corners of the box follow.
+/// Returns a mesh of vertices at (1, 1, 2) with the given normals, followed by two corners that make the box (0, 0, 0)
+/// to (2, 4, 8).
 Geometry Probe(const std::vector<D3DXVECTOR3>& normals)
 {
     Geometry mesh = MeshOf(std::vector<D3DXVECTOR3>(normals.size(), {1, 1, 2}), {});
@@ -35,7 +35,7 @@ Geometry Probe(const std::vector<D3DXVECTOR3>& normals)
     return mesh;
 }
 
-// ---- The six operations alike
+// ---- All six operations
 
 struct Mapping
 {
@@ -63,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Mapping{"Spherical", &Geometry::GenerateUVsSpherical, &Models::GenerateUVsSpherical}),
     [](const auto& mapping) { return std::string(mapping.param.name); });
 
-TEST_P(EveryMapping, SecondSetOfVerticesWithoutUVsGivesThemTwo)
+TEST_P(EveryMapping, WritingTheSecondSetOfVerticesWithoutUVsAddsTwoSets)
 {
     Geometry mesh = Quad();
     EXPECT_EQ(Generate(mesh, 1, false), 0);
@@ -77,7 +77,7 @@ TEST_P(EveryMapping, SecondSetOfVerticesWithoutUVsGivesThemTwo)
     }
 }
 
-TEST_P(EveryMapping, OtherSetsPositionsNormalsAndIndicesStay)
+TEST_P(EveryMapping, KeepsOtherSetsPositionsNormalsAndIndices)
 {
     Geometry mesh = Box24();
     for (Vertex& vertex : mesh.VertexArray)
@@ -93,7 +93,7 @@ TEST_P(EveryMapping, OtherSetsPositionsNormalsAndIndicesStay)
     EXPECT_FALSE(UV(mesh, 0, 1) == D3DXVECTOR2(3, 4));
 }
 
-TEST_P(EveryMapping, KeepsTheMeshesOwnHashAndInvalidatesThoseOfTheVertices)
+TEST_P(EveryMapping, KeepsTheHashOfTheMeshAndInvalidatesThoseOfItsVertices)
 {
     Geometry mesh = Box24();
     const std::uint32_t hash = mesh.GetHash();
@@ -104,13 +104,13 @@ TEST_P(EveryMapping, KeepsTheMeshesOwnHashAndInvalidatesThoseOfTheVertices)
         EXPECT_FALSE(vertex.GetIsHashCodeValid());
 }
 
-TEST_P(EveryMapping, MeshWithoutVerticesIsLeftAlone)
+TEST_P(EveryMapping, MeshWithoutVerticesDoesNotChange)
 {
     ExpectUntouched(Geometry(), 0, [](Geometry& mesh) { return Generate(mesh, 0, false); });
     ExpectUntouched(Geometry(), 0, [](Geometry& mesh) { return Generate(mesh, -1, true); });
 }
 
-TEST_P(EveryMapping, NegativeSetIsRefusedBeforeAnythingHasChanged)
+TEST_P(EveryMapping, NegativeSetIsRefusedBeforeAnythingChanges)
 {
     for (const int set : {-1, -2, std::numeric_limits<int>::min()})
     {
@@ -128,7 +128,7 @@ TEST_P(EveryMapping, PolySizeAndIndicesDoNotMatter)
     EXPECT_EQ(mesh.VertexArray[3].GetTexCoordCount(), 1U);
 }
 
-TEST_P(EveryMapping, AsksForTheBoxOnceThroughTheTable)
+TEST_P(EveryMapping, ReadsTheBoxOnceThroughTheVirtualTable)
 {
     MeshOfBounds mesh(Box24(), D3DXVECTOR3(0, 0, 0), D3DXVECTOR3(10, 10, 10));
     Generate(mesh, 0, false);
@@ -140,7 +140,7 @@ TEST_P(EveryMapping, AsksForTheBoxOnceThroughTheTable)
     EXPECT_EQ(empty.GetCalls(), 1);
 }
 
-TEST_P(EveryMapping, WeightsAndSetsBeyondThoseInPlaceStay)
+TEST_P(EveryMapping, KeepsWeightsAndSetsInTheBlock)
 {
     for (const int set : {0, 2, 3, 6})
     {
@@ -158,7 +158,7 @@ TEST_P(EveryMapping, WeightsAndSetsBeyondThoseInPlaceStay)
     }
 }
 
-TEST_P(EveryMapping, IsLikeTheModel)
+TEST_P(EveryMapping, MatchesTheModel)
 {
     for (std::uint32_t seed = 1; seed <= kRandomMeshes; ++seed)
     {
@@ -202,9 +202,9 @@ TEST(GenerateUVsPlanar, EachAxisDropsItsOwnCoordinate)
     EXPECT_TRUE(SameFloats(UV(mesh, 0, 2), D3DXVECTOR2(0.5F, 0.25F)));
 }
 
-TEST(GenerateUVsPlanar, MeshWhollyBelowZeroInYIsStretched)
+TEST(GenerateUVsPlanar, MeshEntirelyBelowZeroInYIsStretched)
 {
-    // The box ends at the smallest positive float, so it is 3 high, not 2, and v stops short of 1.
+    // The box ends at the smallest positive float, so its height is 3, not 2, and v does not reach 1.
     Geometry mesh = Quad(0, -3, 1, -1);
     mesh.GenerateUVsPlanarX(0, false);
     mesh.GenerateUVsPlanarZ(1, false);
@@ -217,7 +217,7 @@ TEST(GenerateUVsPlanar, MeshWhollyBelowZeroInYIsStretched)
 
 TEST(GenerateUVsPlanar, HalfIsAddedBeforeTheCentreIsSubtracted)
 {
-    // Far from the origin the half gets lost in rounding: 1e8 + 0.5 is 1e8, and 1e8 - 1e8 + 0.5 would be 0.5.
+    // Far from the origin the half is lost in rounding: 1e8 + 0.5 is 1e8, and 1e8 - 1e8 + 0.5 would be 0.5.
     MeshOfBounds mesh(MeshOf({{1e8F, 0, 0}}, {}), D3DXVECTOR3(1e8F, 0, 0), D3DXVECTOR3(1e8F, 1, 1));
     mesh.GenerateUVsPlanarZ(0, true);
     EXPECT_TRUE(SameFloats(UV(mesh, 0).x, 0.0F));
@@ -263,7 +263,7 @@ TEST(GenerateUVsCubic, LargestComponentOfTheNormalChoosesThePlane)
     EXPECT_TRUE(SameFloats(UV(mesh, 5), D3DXVECTOR2(-0.5F, -0.25F)));
 }
 
-TEST(GenerateUVsCubic, AlongYVIsTheDepthRunningDownwards)
+TEST(GenerateUVsCubic, AlongYTheVCoordinateIsTheNegatedDepth)
 {
     Geometry mesh = MeshOf({{1, 0, 6}, {0, 0, 0}, {2, 4, 8}}, {});
     mesh.VertexArray[0].SetNormal(D3DXVECTOR3(0, 1, 0));
@@ -271,7 +271,7 @@ TEST(GenerateUVsCubic, AlongYVIsTheDepthRunningDownwards)
     EXPECT_TRUE(SameFloats(UV(mesh, 0), D3DXVECTOR2(0.5F, -0.75F)));
 }
 
-TEST(GenerateUVsCubic, TiesGoToXThenZThenY)
+TEST(GenerateUVsCubic, TiesPreferXThenZThenY)
 {
     Geometry mesh = MeshOf({{2, 0, 2}, {2, 0, 2}, {2, 0, 2}, {0, 0, 0}, {2, 4, 8}}, {});
     mesh.VertexArray[0].SetNormal(D3DXVECTOR3(1, -1, 1));
@@ -291,7 +291,7 @@ TEST(GenerateUVsCubic, MeasuresFromTheMinimumOfTheBoxInWorldUnitsToo)
     EXPECT_TRUE(SameFloats(UV(mesh, 1), D3DXVECTOR2(2, -1)));
 }
 
-TEST(GenerateUVsCubic, ZeroNormalGivesNoNumberForU)
+TEST(GenerateUVsCubic, ZeroNormalGivesNaNForU)
 {
     Geometry mesh = Probe({{0, 0, 0}});
     mesh.GenerateUVsCubic(0, false);
@@ -299,7 +299,7 @@ TEST(GenerateUVsCubic, ZeroNormalGivesNoNumberForU)
     EXPECT_TRUE(SameFloats(UV(mesh, 0).y, -0.25F));
 }
 
-TEST(GenerateUVsCubic, InfiniteNormalGivesNoNumberForU)
+TEST(GenerateUVsCubic, InfiniteNormalGivesNaNForU)
 {
     Geometry mesh = Probe({{0, kInfinity, 0}});
     mesh.GenerateUVsCubic(0, false);
@@ -307,7 +307,7 @@ TEST(GenerateUVsCubic, InfiniteNormalGivesNoNumberForU)
     EXPECT_TRUE(SameFloats(UV(mesh, 0).y, -0.25F));
 }
 
-TEST(GenerateUVsCubic, NormalThatIsNoNumberRepeatsThePairBefore)
+TEST(GenerateUVsCubic, NaNNormalRepeatsThePreviousCoordinates)
 {
     Geometry mesh = Probe({{0, 0, -1}, {kNaN, 0, 0}, {0, kNaN, 1}, {1, 0, 0}, {1, 1, kNaN}});
     mesh.VertexArray[1].SetPosition(D3DXVECTOR3(2, 4, 8));
@@ -318,14 +318,14 @@ TEST(GenerateUVsCubic, NormalThatIsNoNumberRepeatsThePairBefore)
     EXPECT_FALSE(UV(mesh, 3) == UV(mesh, 0));
 }
 
-TEST(GenerateUVsCubic, FirstNormalThatIsNoNumberGetsZero)
+TEST(GenerateUVsCubic, NaNNormalOfTheFirstVertexGivesZero)
 {
     Geometry mesh = Probe({{kNaN, 0, 0}});
     mesh.GenerateUVsCubic(0, false);
     EXPECT_TRUE(SameFloats(UV(mesh, 0), D3DXVECTOR2(0, 0)));
 }
 
-TEST(GenerateUVsCubic, EveryCallStartsAnew)
+TEST(GenerateUVsCubic, CallsDoNotDependOnEarlierCalls)
 {
     Geometry mesh = Probe({{0, 0, -1}});
     mesh.GenerateUVsCubic(0, false);
@@ -347,7 +347,7 @@ TEST(GenerateUVsCylindrical, AngleComesFromTheNormal)
     EXPECT_NEAR(UV(mesh, 4).x, 0.75F, 1e-6);
 }
 
-TEST(GenerateUVsCylindrical, NormalWithoutDepthTakesTheFarHalf)
+TEST(GenerateUVsCylindrical, NormalWithoutDepthIsInTheSecondHalf)
 {
     Geometry mesh = Probe({{1, 0, 0}, {1, 0, -0.0F}});
     mesh.GenerateUVsCylindrical(0, false);
@@ -364,7 +364,7 @@ TEST(GenerateUVsCylindrical, NormalsAreNotNormalisedFirst)
     EXPECT_NEAR(UV(mesh, 2).x, 1.0F / 6, 1e-6);
 }
 
-TEST(GenerateUVsCylindrical, HeightRunsDownwards)
+TEST(GenerateUVsCylindrical, HeightIncreasesDownwards)
 {
     Geometry mesh = Quad();
     mesh.GenerateUVsCylindrical(0, false);
@@ -398,7 +398,7 @@ TEST(GenerateUVsSpherical, HeightIsOneHalfEverywhere)
         EXPECT_TRUE(SameFloats(UV(mesh, i).y, 0.5F));
 }
 
-TEST(GenerateUVsSpherical, AngleIsThatOfTheCylindricalMapping)
+TEST(GenerateUVsSpherical, AngleEqualsThatOfTheCylindricalMapping)
 {
     Geometry mesh = Box24();
     mesh.GenerateUVsSpherical(0, false);

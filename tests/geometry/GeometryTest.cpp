@@ -18,7 +18,7 @@ using namespace Support;
 constexpr D3DXMATRIX kIdentity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
 constexpr D3DXMATRIX kMoved(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 6, 7, 1);
 
-/// Every field holds something.
+/// Returns a mesh with a value in every field.
 Geometry FullMesh()
 {
     Geometry mesh = Quad();
@@ -142,7 +142,7 @@ TEST(Geometry, VerticesIndicesAndPolySizeAreContent)
     EXPECT_TRUE(quad != quads);
 }
 
-TEST(Geometry, HashFoldsPolySizeThenVerticesThenIndices)
+TEST(Geometry, HashCombinesPolySizeThenVerticesThenIndices)
 {
     Geometry mesh = Triangle();
     const std::uint64_t polySize = 3;
@@ -166,7 +166,7 @@ TEST(Geometry, ComputingTheHashComputesThoseOfTheVertices)
         EXPECT_TRUE(vertex.GetIsHashCodeValid());
 }
 
-TEST(Geometry, EditingTheArraysLeavesTheCachedHash)
+TEST(Geometry, EditingTheArraysKeepsTheCachedHash)
 {
     Geometry mesh = Quad();
     const std::uint32_t hash = mesh.GetHash();
@@ -206,7 +206,7 @@ TEST(Geometry, ReleaseKeepsPolySizeBindShapeTransformAndPointCache)
     EXPECT_EQ(mesh.PointCacheNormals, FullMesh().PointCacheNormals);
 }
 
-TEST(Geometry, ReleaseGivesMemoryBack)
+TEST(Geometry, ReleaseFreesMemory)
 {
     Geometry mesh = FullMesh();
     mesh.Release();
@@ -214,9 +214,9 @@ TEST(Geometry, ReleaseGivesMemoryBack)
     EXPECT_EQ(mesh.IndexArray.capacity(), 0U);
 }
 
-TEST(Geometry, ReleaseIsLikeTheModel) { ExpectLikeModel(&Geometry::Release, &Models::Release); }
+TEST(Geometry, ReleaseMatchesTheModel) { ExpectLikeModel(&Geometry::Release, &Models::Release); }
 
-TEST(Geometry, HashIsInvalidatedAndComputedThroughTheTable)
+TEST(Geometry, HashIsInvalidatedAndComputedThroughTheVirtualTable)
 {
     MeshOfCountedHash mesh(FullMesh());
     mesh.SetName("kept");

@@ -12,7 +12,7 @@ namespace
 using namespace Importing;
 using namespace Support;
 
-/// Gives hashes numbers in the order in which they come and compares with a map at every step.
+/// Numbers hashes in order and compares with a map at every step.
 template <typename NextHash>
 void ExpectLikeAMap(std::size_t vertexCount, std::size_t steps, NextHash nextHash)
 {
@@ -35,7 +35,7 @@ TEST(HashNumbers, NewHashHasNoNumber)
     EXPECT_EQ(numbers[7], kNoNumber);
 }
 
-TEST(HashNumbers, NumberIsKept)
+TEST(HashNumbers, NumberIsStored)
 {
     HashNumbers numbers(2);
     numbers[7] = 3;
@@ -52,7 +52,7 @@ TEST(HashNumbers, NumberIsReplaced)
     EXPECT_EQ(numbers[7], 4U);
 }
 
-TEST(HashNumbers, ZeroAndTheLargestHashAreHashesLikeOthers)
+TEST(HashNumbers, ZeroAndTheLargestHashAreOrdinaryHashes)
 {
     HashNumbers numbers(2);
     EXPECT_EQ(numbers[0], kNoNumber);
@@ -63,19 +63,19 @@ TEST(HashNumbers, ZeroAndTheLargestHashAreHashesLikeOthers)
     EXPECT_EQ(numbers[0xFFFFFFFFU], 0U);
 }
 
-TEST(HashNumbers, HoldsAHashForEveryVertexWhateverTheirNumber)
+TEST(HashNumbers, StoresAHashForEveryVertexOfMeshesOfAnySize)
 {
     for (std::size_t vertexCount = 1; vertexCount <= 300; ++vertexCount)
         ExpectLikeAMap(vertexCount, 2 * vertexCount,
                        [=](std::size_t step) { return static_cast<std::uint32_t>(step % vertexCount); });
 }
 
-TEST(HashNumbers, HashesThatDifferInTheirUpperBitsAloneAreToldApart)
+TEST(HashNumbers, HashesThatDifferOnlyInTheirUpperBitsAreDistinct)
 {
     ExpectLikeAMap(4096, 8192, [](std::size_t step) { return static_cast<std::uint32_t>(step % 4096) << 20U; });
 }
 
-TEST(HashNumbers, IsLikeAMap)
+TEST(HashNumbers, MatchesAStandardMap)
 {
     Random random(1);
     ExpectLikeAMap(5000, 20000, [&](std::size_t) { return random.Below(5000) * 0x9E3779B9U; });

@@ -27,7 +27,7 @@ Geometry Welded(Geometry mesh)
     return mesh;
 }
 
-/// Two triangles of six vertices, of which 3 equals 2 and 5 equals 0.
+/// Returns two triangles of six vertices, of which 3 equals 2 and 5 equals 0.
 Geometry TwoTriangles()
 {
     return MeshOf({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 1, 0}, {1, 1, 0}, {0, 0, 0}}, {0, 1, 2, 3, 4, 5});
@@ -61,8 +61,8 @@ Vertex WithWeights(const D3DXVECTOR3& position)
     return vertex;
 }
 
-/// Finds two vertices of one hash that differ as asked, among many candidates: the birthdays of some 100,000 vertices
-/// fall on 4,294,967,296 days.
+/// Finds two vertices with equal hashes that differ in the given way, by a birthday search: among about 100,000
+/// vertices some of the 4,294,967,296 hashes repeat.
 template <typename MakePosition, typename Differ>
 std::pair<Vertex, Vertex> FindCollision(MakePosition makePosition, Differ differ, Vertex (*dress)(const D3DXVECTOR3&))
 {
@@ -104,23 +104,23 @@ const std::pair<Vertex, Vertex>& CollidingWithEqualX()
     return pair;
 }
 
-TEST(Optimize, MeshWithoutDuplicatesIsLeftAlone) { ExpectUntouched(Quad(), 0, &Geometry::Optimize); }
+TEST(Optimize, MeshWithoutDuplicatesDoesNotChange) { ExpectUntouched(Quad(), 0, &Geometry::Optimize); }
 
-TEST(Optimize, UnusedVerticesStayWhereNothingIsDouble)
+TEST(Optimize, UnusedVerticesAreKeptWithoutDuplicates)
 {
     Geometry mesh = Quad();
     mesh.VertexArray.emplace_back(9.0F, 9.0F, 9.0F);
     ExpectUntouched(mesh, 0, &Geometry::Optimize);
 }
 
-TEST(Optimize, MeshWithoutDuplicatesMayHoldBadIndices)
+TEST(Optimize, MeshWithoutDuplicatesMayContainBadIndices)
 {
     Geometry mesh = Quad();
     mesh.IndexArray = {7, 8, 0xFFFFFFFFU};
     ExpectUntouched(mesh, 0, &Geometry::Optimize);
 }
 
-TEST(Optimize, EmptyMeshIsLeftAlone)
+TEST(Optimize, EmptyMeshDoesNotChange)
 {
     ExpectUntouched(Geometry(), 0, &Geometry::Optimize);
     ExpectUntouched(MeshOf({}, {0, 1, 2}), 0, &Geometry::Optimize);
@@ -137,14 +137,14 @@ TEST(Optimize, EqualVerticesBecomeOne)
         EXPECT_TRUE(SameVertex(mesh.VertexArray[i], hashed.VertexArray[survivors[i]]));
 }
 
-TEST(Optimize, UnusedVertexDisappearsWhereSomethingIsDouble)
+TEST(Optimize, UnusedVertexIsDroppedIfThereAreDuplicates)
 {
     Geometry mesh = TwoTriangles();
     mesh.VertexArray.emplace_back(9.0F, 9.0F, 9.0F);
     EXPECT_TRUE(SameGeometry(Welded(mesh), Welded(TwoTriangles())));
 }
 
-TEST(Optimize, DuplicatesThatNoIndexUsesStillDropUnusedVertices)
+TEST(Optimize, UnusedDuplicatesStillDropUnusedVertices)
 {
     Geometry mesh = Triangle();
     mesh.VertexArray.resize(5, Vertex(9, 9, 9));
@@ -153,7 +153,7 @@ TEST(Optimize, DuplicatesThatNoIndexUsesStillDropUnusedVertices)
     EXPECT_TRUE(Welded(mesh).VertexArray.empty());
 }
 
-TEST(Optimize, SurvivorsStandInTheOrderOfTheirFirstUse)
+TEST(Optimize, SurvivorsAreInTheOrderOfTheirFirstUse)
 {
     Geometry mesh = TwoTriangles();
     mesh.IndexArray = {4, 3, 2, 5, 1, 0};
@@ -165,9 +165,9 @@ TEST(Optimize, SurvivorsStandInTheOrderOfTheirFirstUse)
     EXPECT_EQ(mesh.VertexArray[3].GetPosition(), D3DXVECTOR3(1, 0, 0));
 }
 
-TEST(Optimize, OfEqualVerticesTheFirstUsedStays)
+TEST(Optimize, OfEqualVerticesTheFirstUsedIsKept)
 {
-    // Both differ in the lowest bits alone, so that it shows which one stays.
+    // Both differ only in the lowest bits, so the test can see which one is kept.
     Geometry mesh = MeshOf({{1, 0, 0}, {WithBits(1, 0x7F), 0, 0}}, {1, 0});
     mesh = Welded(mesh);
     ASSERT_EQ(mesh.VertexArray.size(), 1U);
@@ -190,7 +190,7 @@ TEST(Optimize, PositionsThatDifferInTheNinthBitDoNotWeld)
     EXPECT_EQ(Welded(mesh).VertexArray.size(), 2U);
 }
 
-TEST(Optimize, NeighboursOnBothSidesOfAMaskBoundaryDoNotWeld)
+TEST(Optimize, AdjacentFloatsAcrossAMaskBoundaryDoNotWeld)
 {
     const float below = std::bit_cast<float>(0x3F8000FFU);
     const float above = std::bit_cast<float>(0x3F800100U);
@@ -203,13 +203,13 @@ TEST(Optimize, PositiveAndNegativeZeroDoNotWeld)
     EXPECT_EQ(Welded(MeshOf({{1, 0, 2}, {1, -0.0F, 2}}, {0, 1})).VertexArray.size(), 2U);
 }
 
-TEST(Optimize, EqualVerticesThatAreNoNumbersWeld)
+TEST(Optimize, EqualNaNVerticesWeld)
 {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     EXPECT_EQ(Welded(MeshOf({{nan, 1, 2}, {nan, 1, 2}}, {0, 1})).VertexArray.size(), 1U);
 }
 
-TEST(Optimize, NormalsTextureCoordinatesAndWeightsTellVerticesApart)
+TEST(Optimize, VerticesWithDifferentNormalsTextureCoordinatesOrWeightsDoNotWeld)
 {
     Geometry mesh = MeshOf(std::vector<D3DXVECTOR3>(5, {1, 2, 3}), {0, 1, 2, 3, 4});
     mesh.VertexArray[1].SetNormal(D3DXVECTOR3(0, 0, 1));
@@ -220,7 +220,7 @@ TEST(Optimize, NormalsTextureCoordinatesAndWeightsTellVerticesApart)
     EXPECT_EQ(mesh.VertexArray.size(), 4U);
 }
 
-TEST(Optimize, SurvivorsKeepEverything)
+TEST(Optimize, SurvivorsKeepAllFields)
 {
     Geometry mesh = TwoTriangles();
     mesh.VertexArray[4].SetNormal(D3DXVECTOR3(1, 2, 3));
@@ -230,7 +230,7 @@ TEST(Optimize, SurvivorsKeepEverything)
     EXPECT_TRUE(SameVertex(Welded(mesh).VertexArray[3], before.VertexArray[4]));
 }
 
-TEST(Optimize, WeldingInvalidatesTheMeshesHashAndLeavesThoseOfTheSurvivorsValid)
+TEST(Optimize, WeldingInvalidatesTheHashOfTheMeshAndKeepsThoseOfTheSurvivors)
 {
     Geometry mesh = Hashed(TwoTriangles());
     mesh = Welded(mesh);
@@ -248,7 +248,7 @@ TEST(Optimize, QuickTestComputesEveryHashOfAMeshWithoutDuplicates)
         EXPECT_TRUE(vertex.GetIsHashCodeValid());
 }
 
-TEST(Optimize, PolySizeIsNotConsulted)
+TEST(Optimize, PolySizeDoesNotMatter)
 {
     Geometry four = TwoTriangles();
     four.SetPolySize(4);
@@ -260,14 +260,14 @@ TEST(Optimize, PolySizeIsNotConsulted)
     EXPECT_EQ(mesh.VertexArray.size(), 4U);
 }
 
-TEST(Optimize, TrailingIndicesCount)
+TEST(Optimize, TrailingIndicesAreUsed)
 {
     Geometry mesh = TwoTriangles();
     mesh.IndexArray = {0, 5, 3, 2};
     EXPECT_EQ(Welded(mesh).IndexArray, (Indices{0, 0, 1, 1}));
 }
 
-TEST(Optimize, LeavesThePointCacheJointsNameAndBindShape)
+TEST(Optimize, KeepsThePointCacheJointsNameAndBindShape)
 {
     Geometry mesh = TwoTriangles();
     mesh.SetName("mesh");
@@ -282,7 +282,7 @@ TEST(Optimize, LeavesThePointCacheJointsNameAndBindShape)
     EXPECT_TRUE(SameGeometry(mesh, expected));
 }
 
-TEST(Optimize, InvalidatesThroughTheTableOnlyWhenItWelds)
+TEST(Optimize, InvalidatesThroughTheVirtualTableOnlyWhenItWelds)
 {
     MeshOfCountedHash distinct(Quad());
     distinct.Optimize();
@@ -292,12 +292,12 @@ TEST(Optimize, InvalidatesThroughTheTableOnlyWhenItWelds)
     EXPECT_EQ(doubled.GetInvalidations(), 1);
 }
 
-TEST(Optimize, EveryBadIndexIsRefusedBeforeAnythingHasChanged)
+TEST(Optimize, EveryBadIndexIsRefusedBeforeAnythingChanges)
 {
     ExpectEveryBadIndexRefused(Hashed(TwoTriangles()), 6, &Geometry::Optimize);
 }
 
-TEST(Optimize, TwiceIsOnce)
+TEST(Optimize, SecondCallChangesNothing)
 {
     const Geometry once = Welded(UnindexedGrid(5, 4));
     EXPECT_TRUE(SameGeometry(Welded(once), once));
@@ -314,7 +314,7 @@ TEST(Optimize, UnindexedGridBecomesTheIndexedOne)
                   Vertex(grid.VertexArray[grid.IndexArray[i]]).GetPosition());
 }
 
-TEST(Optimize, CollidingVerticesThatDifferInXStayApart)
+TEST(Optimize, CollidingVerticesThatDifferInXDoNotWeld)
 {
     Geometry mesh;
     mesh.VertexArray = {Colliding().first, Colliding().second};
@@ -349,7 +349,7 @@ TEST(Optimize, CollidingVerticesUsedAlternatelyMayFillTheMesh)
     EXPECT_EQ(mesh.VertexArray.size(), 4U);
 }
 
-TEST(Optimize, VertexThatSurvivesTwiceKeepsEverythingBothTimes)
+TEST(Optimize, VertexThatSurvivesTwiceKeepsAllFieldsBothTimes)
 {
     const auto [a, b] = FindCollision(AnyPosition, DifferInX, WithWeights);
     Geometry mesh;
@@ -374,7 +374,7 @@ TEST(Optimize, CollidingVerticesUsedAlternatelyBeyondTheMeshAreRefused)
     ExpectBadSubscript(Hashed(mesh), &Geometry::Optimize);
 }
 
-TEST(Optimize, YAndZAreTrustedToTheHash)
+TEST(Optimize, YAndZAreComparedOnlyThroughTheHash)
 {
     const auto& [a, b] = CollidingWithEqualX();
     Geometry mesh;
@@ -386,9 +386,9 @@ TEST(Optimize, YAndZAreTrustedToTheHash)
     EXPECT_TRUE(SameVertex(mesh.VertexArray[0], a));
 }
 
-TEST(Optimize, IsLikeTheModel) { ExpectLikeModel(&Geometry::Optimize, &Models::Optimize); }
+TEST(Optimize, MatchesTheModel) { ExpectLikeModel(&Geometry::Optimize, &Models::Optimize); }
 
-TEST(Optimize, IsLikeTheModelOnLargerMeshes)
+TEST(Optimize, MatchesTheModelOnLargerMeshes)
 {
     RandomMeshOptions options;
     options.maxVertices = 300;
@@ -396,7 +396,7 @@ TEST(Optimize, IsLikeTheModelOnLargerMeshes)
     ExpectLikeModel(&Geometry::Optimize, &Models::Optimize, options);
 }
 
-TEST(Optimize, IsLikeTheModelOnCollidingVertices)
+TEST(Optimize, MatchesTheModelOnCollidingVertices)
 {
     const Vertex palette[] = {Colliding().first, Colliding().second, CollidingWithEqualX().first,
                               CollidingWithEqualX().second};

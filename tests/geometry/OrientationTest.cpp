@@ -24,7 +24,7 @@ int UnifyNormalsSuppressed(Geometry& mesh) { return mesh.UnifyNormals(true); }
 int FixFaceCulling(Geometry& mesh) { return mesh.FixFaceCulling(false); }
 int FixFaceCullingSuppressed(Geometry& mesh) { return mesh.FixFaceCulling(true); }
 
-/// The triangle of Triangle(), which looks along +z, with a normal for each corner.
+/// Returns the triangle of Triangle(), which faces +z, with a normal for each corner.
 Geometry TriangleOf(const D3DXVECTOR3& n0, const D3DXVECTOR3& n1, const D3DXVECTOR3& n2)
 {
     Geometry mesh = Triangle();
@@ -51,7 +51,7 @@ TEST(FlipNormals, NegatesEveryComponentExactly)
     EXPECT_EQ(mesh.IndexArray, (Indices{0, 1, 2}));
 }
 
-TEST(FlipNormals, KeepsTheMeshesOwnHashAndInvalidatesThoseOfTheVertices)
+TEST(FlipNormals, KeepsTheHashOfTheMeshAndInvalidatesThoseOfItsVertices)
 {
     Geometry mesh = Quad();
     const std::uint32_t hash = mesh.GetHash();
@@ -69,18 +69,18 @@ TEST(FlipNormals, PolySizeDoesNotMatter)
     EXPECT_TRUE(SameFloats(mesh.VertexArray[0].GetNormal(), D3DXVECTOR3(-0.0F, -0.0F, -1)));
 }
 
-TEST(FlipNormals, IsLikeTheModel) { ExpectLikeModel(&Geometry::FlipNormals, &Models::FlipNormals); }
+TEST(FlipNormals, MatchesTheModel) { ExpectLikeModel(&Geometry::FlipNormals, &Models::FlipNormals); }
 
 // ---- FlipFaces
 
-TEST(FlipFaces, ExchangesTheSecondAndThirdIndexOfEveryTriangle)
+TEST(FlipFaces, SwapsTheSecondAndThirdIndexOfEveryTriangle)
 {
     Geometry mesh = MeshOf({}, {0, 1, 2, 3, 4, 5});
     EXPECT_EQ(mesh.FlipFaces(), 0);
     EXPECT_EQ(mesh.IndexArray, (Indices{0, 2, 1, 3, 5, 4}));
 }
 
-TEST(FlipFaces, IndicesAreExchangedWhateverTheyDesignate)
+TEST(FlipFaces, BadIndicesAreSwappedToo)
 {
     Geometry mesh = MeshOf({}, {0xFFFFFFFFU, 7, 0x80000000U});
     EXPECT_EQ(mesh.FlipFaces(), 0);
@@ -103,7 +103,7 @@ TEST(FlipFaces, KeepsAllHashes)
     EXPECT_TRUE(mesh.GetIsHashCodeValid());
 }
 
-TEST(FlipFaces, OneTrailingIndexStays)
+TEST(FlipFaces, OneTrailingIndexIsKept)
 {
     Geometry mesh = MeshOf({}, {0, 1, 2, 3});
     EXPECT_EQ(mesh.FlipFaces(), 0);
@@ -116,7 +116,7 @@ TEST(FlipFaces, SecondCornerWithoutAThirdIsRefused)
     ExpectBadSubscript(Hashed(MeshOf({}, {0, 1})), &Geometry::FlipFaces);
 }
 
-TEST(FlipFaces, TwiceIsNothing)
+TEST(FlipFaces, SecondCallRestoresTheMesh)
 {
     Geometry mesh = Cube8();
     mesh.FlipFaces();
@@ -124,21 +124,21 @@ TEST(FlipFaces, TwiceIsNothing)
     EXPECT_TRUE(SameGeometry(mesh, Cube8()));
 }
 
-TEST(FlipFaces, PolySizeIsAskedThroughTheTable)
+TEST(FlipFaces, PolySizeIsReadThroughTheVirtualTable)
 {
-    MeshOfPolySize tellsFour(Triangle(), 4);
-    EXPECT_EQ(tellsFour.FlipFaces(), -1);
-    EXPECT_EQ(tellsFour.IndexArray, (Indices{0, 1, 2}));
-    MeshOfPolySize tellsThree(WithPolySizeFour(Triangle()), 3);
-    EXPECT_EQ(tellsThree.FlipFaces(), 0);
-    EXPECT_EQ(tellsThree.IndexArray, (Indices{0, 2, 1}));
+    MeshOfPolySize returnsFour(Triangle(), 4);
+    EXPECT_EQ(returnsFour.FlipFaces(), -1);
+    EXPECT_EQ(returnsFour.IndexArray, (Indices{0, 1, 2}));
+    MeshOfPolySize returnsThree(WithPolySizeFour(Triangle()), 3);
+    EXPECT_EQ(returnsThree.FlipFaces(), 0);
+    EXPECT_EQ(returnsThree.IndexArray, (Indices{0, 2, 1}));
 }
 
-TEST(FlipFaces, IsLikeTheModel) { ExpectLikeModel(&Geometry::FlipFaces, &Models::FlipFaces); }
+TEST(FlipFaces, MatchesTheModel) { ExpectLikeModel(&Geometry::FlipFaces, &Models::FlipFaces); }
 
 // ---- UnifyNormals
 
-TEST(UnifyNormals, TurnsNormalsThatPointAgainstTheirTriangle)
+TEST(UnifyNormals, FlipsNormalsThatPointAgainstTheirTriangle)
 {
     Geometry mesh = Triangle(kDown);
     EXPECT_EQ(mesh.UnifyNormals(false), 0);
@@ -147,7 +147,7 @@ TEST(UnifyNormals, TurnsNormalsThatPointAgainstTheirTriangle)
     EXPECT_EQ(mesh.IndexArray, (Indices{0, 1, 2}));
 }
 
-TEST(UnifyNormals, TurnsTheDisagreeingNormalAlone)
+TEST(UnifyNormals, FlipsOnlyTheNormalThatDisagrees)
 {
     Geometry mesh = Hashed(TriangleOf(kDown, kUp, kUp));
     Geometry expected = mesh;
@@ -156,25 +156,25 @@ TEST(UnifyNormals, TurnsTheDisagreeingNormalAlone)
     EXPECT_TRUE(SameGeometry(mesh, expected));
 }
 
-TEST(UnifyNormals, PerpendicularNormalsAreLeftAlone)
+TEST(UnifyNormals, PerpendicularNormalsDoNotChange)
 {
     ExpectUntouched(Triangle(D3DXVECTOR3(1, 0, 0)), 0, UnifyNormals);
     ExpectUntouched(Triangle(D3DXVECTOR3(0, -1, -0.0F)), 0, UnifyNormals);
 }
 
-TEST(UnifyNormals, NormalsOfADegenerateTriangleAreLeftAlone)
+TEST(UnifyNormals, NormalsOfADegenerateTriangleDoNotChange)
 {
     Geometry mesh = Triangle(kDown);
     mesh.VertexArray[2].SetPosition(D3DXVECTOR3(2, 0, 0));
     ExpectUntouched(mesh, 0, UnifyNormals);
 }
 
-TEST(UnifyNormals, NormalsThatAreNoNumbersAreLeftAlone)
+TEST(UnifyNormals, NaNNormalsDoNotChange)
 {
     ExpectUntouched(Triangle(D3DXVECTOR3(0, 0, std::numeric_limits<float>::quiet_NaN())), 0, UnifyNormals);
 }
 
-TEST(UnifyNormals, InfiniteNormalIsTurnedLikeAnyOther)
+TEST(UnifyNormals, InfiniteNormalIsFlippedLikeAnyOther)
 {
     const float infinity = std::numeric_limits<float>::infinity();
     Geometry mesh = TriangleOf(D3DXVECTOR3(0, 0, -infinity), kUp, kUp);
@@ -182,7 +182,7 @@ TEST(UnifyNormals, InfiniteNormalIsTurnedLikeAnyOther)
     EXPECT_TRUE(SameFloats(mesh.VertexArray[0].GetNormal(), D3DXVECTOR3(-0.0F, -0.0F, infinity)));
 }
 
-TEST(UnifyNormals, LastDisagreeingTriangleDecidesOverASharedVertex)
+TEST(UnifyNormals, LastTriangleThatDisagreesDecidesForASharedVertex)
 {
     Geometry mesh = Triangle(kUp);
     mesh.IndexArray = {0, 1, 2, 0, 2, 1};
@@ -193,7 +193,7 @@ TEST(UnifyNormals, LastDisagreeingTriangleDecidesOverASharedVertex)
     EXPECT_TRUE(SameFloats(mesh.VertexArray[0].GetNormal(), D3DXVECTOR3(0, 0, 1)));
 }
 
-TEST(UnifyNormals, TurnedNormalIsTestedAnewAtEveryCorner)
+TEST(UnifyNormals, FlippedNormalIsTestedAgainAtEveryCorner)
 {
     Geometry mesh = Triangle(kDown);
     mesh.IndexArray = {0, 1, 2, 0, 1, 2, 0, 2, 1};
@@ -210,7 +210,7 @@ TEST(UnifyNormals, NormalsNeedNotHaveUnitLength)
 
 TEST(UnifyNormals, ProductsAreSummedInTheOrderYXZ)
 {
-    // The triangle's normal is (1, 1, 1): (-1e8 + 1e8) - 1 is below 0; the 1 is lost where it is added to a large term.
+    // The triangle's normal is (1, 1, 1): (-1e8 + 1e8) - 1 is below 0. The 1 is lost if it is added to a large term.
     Geometry mesh = MeshOf({{0, 0, 0}, {1, -1, 0}, {0, 1, -1}}, {0, 1, 2});
     for (Vertex& vertex : mesh.VertexArray)
         vertex.SetNormal(D3DXVECTOR3(1e8F, -1e8F, -1));
@@ -236,17 +236,17 @@ TEST(UnifyNormals, PolySizeFourIsRefused)
     ExpectUntouched(WithPolySizeFour(Triangle(kDown)), -1, UnifyNormalsSuppressed);
 }
 
-TEST(UnifyNormals, PolySizeIsAskedThroughTheTable)
+TEST(UnifyNormals, PolySizeIsReadThroughTheVirtualTable)
 {
-    MeshOfPolySize tellsFour(Triangle(kDown), 4);
-    EXPECT_EQ(tellsFour.UnifyNormals(false), -1);
-    EXPECT_EQ(tellsFour.VertexArray[0].GetNormal(), kDown);
-    MeshOfPolySize tellsThree(WithPolySizeFour(Triangle(kDown)), 3);
-    EXPECT_EQ(tellsThree.UnifyNormals(false), 0);
-    EXPECT_EQ(tellsThree.VertexArray[0].GetNormal(), kUp);
+    MeshOfPolySize returnsFour(Triangle(kDown), 4);
+    EXPECT_EQ(returnsFour.UnifyNormals(false), -1);
+    EXPECT_EQ(returnsFour.VertexArray[0].GetNormal(), kDown);
+    MeshOfPolySize returnsThree(WithPolySizeFour(Triangle(kDown)), 3);
+    EXPECT_EQ(returnsThree.UnifyNormals(false), 0);
+    EXPECT_EQ(returnsThree.VertexArray[0].GetNormal(), kUp);
 }
 
-TEST(UnifyNormals, KeepsTheMeshesOwnHashAndInvalidatesThoseOfTurnedVertices)
+TEST(UnifyNormals, KeepsTheHashOfTheMeshAndInvalidatesThoseOfFlippedVertices)
 {
     Geometry mesh = Hashed(TriangleOf(kDown, kUp, kUp));
     mesh.UnifyNormals(false);
@@ -255,7 +255,7 @@ TEST(UnifyNormals, KeepsTheMeshesOwnHashAndInvalidatesThoseOfTurnedVertices)
     EXPECT_TRUE(mesh.VertexArray[1].GetIsHashCodeValid());
 }
 
-TEST(UnifyNormals, EveryBadIndexIsRefusedBeforeAnythingHasChanged)
+TEST(UnifyNormals, EveryBadIndexIsRefusedBeforeAnythingChanges)
 {
     Geometry mesh = Quad();
     mesh.FlipNormals();
@@ -263,7 +263,7 @@ TEST(UnifyNormals, EveryBadIndexIsRefusedBeforeAnythingHasChanged)
     ExpectEveryBadIndexRefused(Hashed(mesh), 6, UnifyNormalsSuppressed);
 }
 
-TEST(UnifyNormals, IsLikeTheModel)
+TEST(UnifyNormals, MatchesTheModel)
 {
     ExpectLikeModel(UnifyNormals, [](Geometry& mesh) { return Models::UnifyNormals(mesh, false); });
     ExpectLikeModel(UnifyNormalsSuppressed, [](Geometry& mesh) { return Models::UnifyNormals(mesh, true); });
@@ -271,7 +271,7 @@ TEST(UnifyNormals, IsLikeTheModel)
 
 // ---- FixFaceCulling
 
-TEST(FixFaceCulling, TurnsATriangleThatAllItsNormalsPointAgainst)
+TEST(FixFaceCulling, FlipsATriangleThatAllItsNormalsPointAgainst)
 {
     Geometry mesh = Hashed(Triangle(kDown));
     Geometry expected = mesh;
@@ -280,7 +280,7 @@ TEST(FixFaceCulling, TurnsATriangleThatAllItsNormalsPointAgainst)
     EXPECT_TRUE(SameGeometry(mesh, expected));
 }
 
-TEST(FixFaceCulling, OneOrTwoDisagreeingCornersLeaveTheTriangle)
+TEST(FixFaceCulling, OneOrTwoDisagreeingCornersDoNotFlipTheTriangle)
 {
     ExpectUntouched(TriangleOf(kDown, kUp, kUp), 0, FixFaceCulling);
     ExpectUntouched(TriangleOf(kDown, kDown, kUp), 0, FixFaceCulling);
@@ -294,20 +294,20 @@ TEST(FixFaceCulling, PerpendicularNormalIsNotAgainst)
     ExpectUntouched(Triangle(D3DXVECTOR3(0, 1, 0)), 0, FixFaceCulling);
 }
 
-TEST(FixFaceCulling, DegenerateTriangleIsLeftAlone)
+TEST(FixFaceCulling, DegenerateTriangleDoesNotChange)
 {
     Geometry mesh = Triangle(kDown);
     mesh.VertexArray[1].SetPosition(D3DXVECTOR3(0, 0, 0));
     ExpectUntouched(mesh, 0, FixFaceCulling);
 }
 
-TEST(FixFaceCulling, NormalThatIsNoNumberIsNotAgainst)
+TEST(FixFaceCulling, NaNNormalIsNotAgainst)
 {
     const D3DXVECTOR3 nan(std::numeric_limits<float>::quiet_NaN(), 0, -1);
     ExpectUntouched(TriangleOf(kDown, nan, kDown), 0, FixFaceCulling);
 }
 
-TEST(FixFaceCulling, InfiniteNormalCountsLikeAnyOther)
+TEST(FixFaceCulling, InfiniteNormalIsTestedLikeAnyOther)
 {
     const float infinity = std::numeric_limits<float>::infinity();
     Geometry mesh = TriangleOf(kDown, D3DXVECTOR3(0, 0, -infinity), kDown);
@@ -315,13 +315,13 @@ TEST(FixFaceCulling, InfiniteNormalCountsLikeAnyOther)
     EXPECT_EQ(mesh.IndexArray, (Indices{0, 2, 1}));
 }
 
-TEST(FixFaceCulling, MeshWithoutFacesIsLeftAlone)
+TEST(FixFaceCulling, MeshWithoutFacesDoesNotChange)
 {
     ExpectUntouched(Geometry(), 0, FixFaceCulling);
     ExpectUntouched(MeshOf({}, {99, 99}), 0, FixFaceCulling);
 }
 
-TEST(FixFaceCulling, EveryTriangleIsJudgedAlone)
+TEST(FixFaceCulling, EveryTriangleIsTestedIndependently)
 {
     Geometry mesh = Triangle(kDown);
     mesh.IndexArray = {0, 1, 2, 0, 2, 1, 1, 2, 0};
@@ -348,17 +348,17 @@ TEST(FixFaceCulling, PolySizeFourIsRefused)
     ExpectUntouched(WithPolySizeFour(Triangle(kDown)), -1, FixFaceCullingSuppressed);
 }
 
-TEST(FixFaceCulling, PolySizeIsAskedThroughTheTable)
+TEST(FixFaceCulling, PolySizeIsReadThroughTheVirtualTable)
 {
-    MeshOfPolySize tellsFour(Triangle(kDown), 4);
-    EXPECT_EQ(tellsFour.FixFaceCulling(false), -1);
-    EXPECT_EQ(tellsFour.IndexArray, (Indices{0, 1, 2}));
-    MeshOfPolySize tellsThree(WithPolySizeFour(Triangle(kDown)), 3);
-    EXPECT_EQ(tellsThree.FixFaceCulling(false), 0);
-    EXPECT_EQ(tellsThree.IndexArray, (Indices{0, 2, 1}));
+    MeshOfPolySize returnsFour(Triangle(kDown), 4);
+    EXPECT_EQ(returnsFour.FixFaceCulling(false), -1);
+    EXPECT_EQ(returnsFour.IndexArray, (Indices{0, 1, 2}));
+    MeshOfPolySize returnsThree(WithPolySizeFour(Triangle(kDown)), 3);
+    EXPECT_EQ(returnsThree.FixFaceCulling(false), 0);
+    EXPECT_EQ(returnsThree.IndexArray, (Indices{0, 2, 1}));
 }
 
-TEST(FixFaceCulling, EveryBadIndexIsRefusedBeforeAnythingHasChanged)
+TEST(FixFaceCulling, EveryBadIndexIsRefusedBeforeAnythingChanges)
 {
     Geometry mesh = Quad();
     mesh.FlipNormals();
@@ -366,7 +366,7 @@ TEST(FixFaceCulling, EveryBadIndexIsRefusedBeforeAnythingHasChanged)
     ExpectEveryBadIndexRefused(Hashed(mesh), 6, FixFaceCullingSuppressed);
 }
 
-TEST(FixFaceCulling, IsLikeTheModel)
+TEST(FixFaceCulling, MatchesTheModel)
 {
     ExpectLikeModel(FixFaceCulling, [](Geometry& mesh) { return Models::FixFaceCulling(mesh, false); });
     ExpectLikeModel(FixFaceCullingSuppressed, [](Geometry& mesh) { return Models::FixFaceCulling(mesh, true); });

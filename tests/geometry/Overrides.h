@@ -8,26 +8,26 @@
 namespace Support
 {
 
-/// A mesh that tells a poly size of its own, whatever is stored.
+/// A mesh that overrides its poly size, regardless of the stored one.
 class MeshOfPolySize : public Importing::Geometry
 {
 public:
-    MeshOfPolySize(Importing::Geometry mesh, std::uint64_t told) : Geometry(std::move(mesh)), told_(told) {}
+    MeshOfPolySize(Importing::Geometry mesh, std::uint64_t reported) : Geometry(std::move(mesh)), reported_(reported) {}
 
     std::uint64_t GetPolySize() const override
     {
         ++calls_;
-        return told_;
+        return reported_;
     }
 
     int GetCalls() const { return calls_; }
 
 private:
-    std::uint64_t told_;
+    std::uint64_t reported_;
     mutable int calls_ = 0;
 };
 
-/// A mesh that tells bounds of its own.
+/// A mesh that overrides its bounds.
 class MeshOfBounds : public Importing::Geometry
 {
 public:
@@ -51,7 +51,7 @@ private:
     mutable int calls_ = 0;
 };
 
-/// A mesh that counts how often its own hash is invalidated and computed.
+/// A mesh that counts how often its hash is invalidated and computed.
 class MeshOfCountedHash : public Importing::Geometry
 {
 public:

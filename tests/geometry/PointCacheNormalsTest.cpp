@@ -27,7 +27,7 @@ void AddFrame(Geometry& mesh, Geometry frame)
     mesh.PointCacheNormals.resize(mesh.PointCachePositions.size(), kUnwritten);
 }
 
-/// Positions of the vertices that lie nowhere near those of the frames.
+/// Returns a wedge with these frames. The positions of its vertices differ from those of the frames.
 Geometry WedgeWithFrames(const std::vector<float>& angles)
 {
     Geometry mesh = MeshOf({{0, 0, 0}, {0, 0, 0}, {0, 0, 0}, {0, 0, 0}}, Wedge(0).IndexArray);
@@ -57,7 +57,7 @@ TEST(PointCacheNormals, TwoFramesOfFourVerticesAreWrittenIndependently)
     ExpectNear(mesh.PointCacheNormals[7], D3DXVECTOR3(1, 0, 0));
 }
 
-TEST(PointCacheNormals, NothingIsSplitHoweverSharpTheBend)
+TEST(PointCacheNormals, VerticesAreNotSplitAtSharpBends)
 {
     Geometry mesh = WedgeWithFrames({120});
     const std::vector<std::uint32_t> indices = mesh.IndexArray;
@@ -67,7 +67,7 @@ TEST(PointCacheNormals, NothingIsSplitHoweverSharpTheBend)
     ExpectNear(mesh.PointCacheNormals[0], D3DXVECTOR3(0.8660254F, 0, 0.5F));
 }
 
-TEST(PointCacheNormals, EachFaceWeighsAsMuchAsAllBeforeIt)
+TEST(PointCacheNormals, EachFaceHasAsMuchWeightAsAllFacesBeforeIt)
 {
     Geometry mesh = MeshOf(std::vector<D3DXVECTOR3>(5, {0, 0, 0}), Fan({0, 30, 45}).IndexArray);
     AddFrame(mesh, Fan({0, 30, 45}));
@@ -75,7 +75,7 @@ TEST(PointCacheNormals, EachFaceWeighsAsMuchAsAllBeforeIt)
     ExpectNear(mesh.PointCacheNormals[0], D3DXVECTOR3(0.5F, 0, 0.8660254F));
 }
 
-TEST(PointCacheNormals, FewerPositionsThanVerticesAreNoFrame)
+TEST(PointCacheNormals, FewerPositionsThanVerticesMakeNoFrame)
 {
     Geometry mesh = Wedge(0);
     mesh.PointCachePositions.assign(3, D3DXVECTOR3(0, 0, 0));
@@ -141,17 +141,17 @@ TEST(PointCacheNormals, PolySizeFourIsRefused)
     ExpectUntouched(mesh, -1, &Geometry::ComputePointCacheNormals);
 }
 
-TEST(PointCacheNormals, PolySizeIsAskedThroughTheTable)
+TEST(PointCacheNormals, PolySizeIsReadThroughTheVirtualTable)
 {
-    MeshOfPolySize tellsFour(WedgeWithFrames({0}), 4);
-    EXPECT_EQ(tellsFour.ComputePointCacheNormals(), -1);
-    EXPECT_TRUE(SameFloats(tellsFour.PointCacheNormals[0], kUnwritten));
+    MeshOfPolySize returnsFour(WedgeWithFrames({0}), 4);
+    EXPECT_EQ(returnsFour.ComputePointCacheNormals(), -1);
+    EXPECT_TRUE(SameFloats(returnsFour.PointCacheNormals[0], kUnwritten));
 
     Geometry storesFour = WedgeWithFrames({0});
     storesFour.SetPolySize(4);
-    MeshOfPolySize tellsThree(storesFour, 3);
-    EXPECT_EQ(tellsThree.ComputePointCacheNormals(), 0);
-    EXPECT_TRUE(SameFloats(tellsThree.PointCacheNormals[0], D3DXVECTOR3(0, 0, 1)));
+    MeshOfPolySize returnsThree(storesFour, 3);
+    EXPECT_EQ(returnsThree.ComputePointCacheNormals(), 0);
+    EXPECT_TRUE(SameFloats(returnsThree.PointCacheNormals[0], D3DXVECTOR3(0, 0, 1)));
 }
 
 TEST(PointCacheNormals, DegenerateFaceGivesZeroUntilAnotherFaceIsBlendedIn)
@@ -166,7 +166,7 @@ TEST(PointCacheNormals, DegenerateFaceGivesZeroUntilAnotherFaceIsBlendedIn)
     EXPECT_TRUE(SameFloats(mesh.PointCacheNormals[0], D3DXVECTOR3(0, 0, 1)));
 }
 
-TEST(PointCacheNormals, NormalThatIsNoNumberStaysSo)
+TEST(PointCacheNormals, NaNNormalIsKept)
 {
     Geometry mesh = MeshOf(std::vector<D3DXVECTOR3>(4, {0, 0, 0}), {0, 1, 3, 0, 1, 2});
     AddFrame(mesh, MeshOf({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {std::numeric_limits<float>::quiet_NaN(), 0, 0}}, {}));
@@ -251,17 +251,17 @@ TEST(PointCacheNormals, NormalsNeedNotCoverAnIncompleteFrame)
     EXPECT_EQ(mesh.PointCacheNormals.size(), 4U);
 }
 
-TEST(PointCacheNormals, EveryBadIndexIsRefusedBeforeAnythingHasChanged)
+TEST(PointCacheNormals, EveryBadIndexIsRefusedBeforeAnythingChanges)
 {
     ExpectEveryBadIndexRefused(Hashed(WedgeWithFrames({0, 30})), 6, &Geometry::ComputePointCacheNormals);
 }
 
-TEST(PointCacheNormals, IsLikeTheModel)
+TEST(PointCacheNormals, MatchesTheModel)
 {
     ExpectLikeModel(&Geometry::ComputePointCacheNormals, &Models::ComputePointCacheNormals);
 }
 
-TEST(PointCacheNormals, IsLikeTheModelOnLargerMeshes)
+TEST(PointCacheNormals, MatchesTheModelOnLargerMeshes)
 {
     RandomMeshOptions options;
     options.maxVertices = 200;

@@ -13,8 +13,8 @@
 namespace Support
 {
 
-/// Expects that an operation on a mesh throws an exception of this type and text and leaves the mesh, all of its hash
-/// states included, bit for bit as it was.
+/// Expects that an operation on a mesh throws an exception of this type and text and changes nothing, including all
+/// hash states.
 template <typename Exception, typename Operation>
 void ExpectRefused(const Importing::Geometry& start, const std::string& text, Operation operation)
 {
@@ -22,7 +22,7 @@ void ExpectRefused(const Importing::Geometry& start, const std::string& text, Op
     try
     {
         std::invoke(operation, mesh);
-        ADD_FAILURE() << "nothing was thrown";
+        ADD_FAILURE() << "no exception was thrown";
     }
     catch (const Exception& error)
     {
@@ -43,7 +43,7 @@ void ExpectTooLong(const Importing::Geometry& start, Operation operation)
     ExpectRefused<std::length_error>(start, "vector<T> too long", operation);
 }
 
-/// Makes each of the first `count` indices bad in turn and expects each time that the operation refuses the mesh.
+/// Makes each of the first `count` indices bad in turn and expects that the operation refuses every such mesh.
 template <typename Operation>
 void ExpectEveryBadIndexRefused(const Importing::Geometry& start, std::size_t count, Operation operation)
 {
@@ -60,14 +60,14 @@ void ExpectEveryBadIndexRefused(const Importing::Geometry& start, std::size_t co
     }
 }
 
-/// Makes all hashes valid, so that a test sees which of them an operation invalidates.
+/// Computes all hashes, so that a test can see which of them an operation invalidates.
 inline Importing::Geometry Hashed(Importing::Geometry mesh)
 {
     mesh.GetHash();
     return mesh;
 }
 
-/// Expects of a call on a copy of the mesh that it returns the value and changes nothing, hash states included.
+/// Expects that a call on a copy of the mesh returns the value and changes nothing, including all hash states.
 template <typename Operation>
 void ExpectUntouched(const Importing::Geometry& start, int result, Operation operation)
 {

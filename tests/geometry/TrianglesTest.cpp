@@ -35,7 +35,7 @@ TEST(Triangles, TrailingIndicesAreNotChecked)
     EXPECT_NO_THROW(CheckTriangles({99, 99}, 0));
 }
 
-TEST(Triangles, BadIndexHasTheOneText)
+TEST(Triangles, BadIndexThrowsTheDocumentedText)
 {
     try
     {
@@ -48,7 +48,7 @@ TEST(Triangles, BadIndexHasTheOneText)
     }
 }
 
-TEST(Triangles, CrossIsTwiceTheAreaAlongTheSideItLooksTo)
+TEST(Triangles, CrossPointsAlongTheNormalWithTwiceTheAreaAsLength)
 {
     EXPECT_TRUE(SameFloats(TriangleCross({1, 1, 1}, {4, 1, 1}, {1, 3, 1}), D3DXVECTOR3(0, 0, 6)));
     EXPECT_TRUE(SameFloats(TriangleCross({1, 1, 1}, {1, 3, 1}, {4, 1, 1}), D3DXVECTOR3(0, 0, -6)));
@@ -67,7 +67,7 @@ TEST(Triangles, NormalOfATriangleWithoutAreaIsZero)
     EXPECT_TRUE(SameFloats(TriangleNormal({0, 0, 0}, {1, 0, 0}, {2, 0, 0}), D3DXVECTOR3(0, 0, 0)));
 }
 
-TEST(Triangles, NormalOfACornerThatIsNoNumberIsNone)
+TEST(Triangles, NormalOfATriangleWithANaNCornerIsNaN)
 {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const D3DXVECTOR3 normal = TriangleNormal({nan, 0, 0}, {1, 0, 0}, {0, 1, 0});

@@ -38,7 +38,7 @@ D3DXMATRIX Scaling(float x, float y, float z)
     return matrix;
 }
 
-/// Any rows, close enough to those of the identity that no row is a combination of the others; moved.
+/// Returns a matrix with rows so close to those of the identity that it is not singular, and with a translation.
 D3DXMATRIX RandomMatrix(Random& random)
 {
     D3DXMATRIX matrix = Scaling(1, 1, 1);
@@ -50,7 +50,7 @@ D3DXMATRIX RandomMatrix(Random& random)
     return matrix;
 }
 
-/// A landscape of cells x cells squares, each with four vertices of its own, some wound the other way.
+/// Returns a landscape of cells x cells squares, each with four vertices of its own, some with flipped winding.
 Geometry Landscape(Random& random, std::uint32_t cells)
 {
     std::vector<float> heights((cells + 1) * (cells + 1));
@@ -179,7 +179,7 @@ void AddCameraAndLight(SceneContainer& scene, Random& random, Node& node)
     scene.LightLibrary.back().SetOffsetMatrix(RandomMatrix(random));
 }
 
-/// count nodes, each below the one at half its number; every fifth is animated.
+/// Adds `count` nodes; node i is a child of node i / 2, and every fifth node is animated.
 SceneContainer RawScene(Random& random, int count)
 {
     SceneContainer scene;
@@ -202,7 +202,7 @@ SceneContainer RawScene(Random& random, int count)
         if (number > 0)
             scene.NodeLibrary[static_cast<std::size_t>(number / 2)].ChildList.push_back(number);
     }
-    // One mesh is used twice, by surfaces of different nodes.
+    // Surfaces of two different nodes share one mesh.
     const std::size_t last = scene.SurfaceLibrary.size() - 1;
     scene.SurfaceLibrary[last].SetGeometryID(scene.SurfaceLibrary[last - 1].GetGeometryID());
     return scene;

@@ -5,12 +5,12 @@
 namespace Golden
 {
 
-/// A scene that went through every operation that needs no trigonometric function: meshes welded, oriented, smoothed
-/// and given texture coordinates; mirroring removed; instances resolved; names made distinct; hierarchy flattened,
-/// surfaces merged; a second scene appended; collision offsets set.
+/// Returns a scene that has passed through every operation that needs no trigonometric function: meshes welded,
+/// oriented, smoothed and given texture coordinates; negative scale removed; instances resolved; names made distinct;
+/// hierarchy flattened, surfaces merged; a second scene appended; collision offsets set.
 ///
-/// Made by + - * / and square roots alone, in one order of evaluation, so that every compiler and platform has to come
-/// to the same bits. Trigonometric functions differ between platforms in their last bits.
+/// It is computed only by + - * / and square roots, in one order of evaluation, so every compiler and platform must get
+/// the same bits. Trigonometric functions differ between platforms in their last bits.
 Importing::SceneContainer ProcessedScene();
 
 }  // namespace Golden

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-// One file of expected bits for every compiler, build type and platform.
+// Compares a processed scene with one file of expected bits, for every compiler, build type and platform.
 
 namespace
 {
@@ -32,7 +32,7 @@ std::vector<std::string> ExpectedLines()
     return Lines(file);
 }
 
-/// Keeps what came out, for whoever judges a difference, or means it and replaces the golden file.
+/// Writes the actual bits to a file, to compare them or to replace the golden file after an intended change.
 void Keep(const std::string& text)
 {
     std::ofstream file(GOLDEN_OUTPUT, std::ios::binary);
@@ -55,7 +55,7 @@ TEST(Golden, ProcessedSceneHasTheSameBitsEverywhere)
     EXPECT_EQ(actual.size(), expected.size());
 }
 
-TEST(Golden, SceneIsWorthComparing)
+TEST(Golden, SceneIsLargeEnoughAndHasNoNaN)
 {
     Importing::SceneContainer scene = Golden::ProcessedScene();
     std::size_t vertices = 0;
@@ -64,7 +64,7 @@ TEST(Golden, SceneIsWorthComparing)
     EXPECT_GT(vertices, 200U);
     EXPECT_GT(scene.NodeLibrary.size(), 4U);
 
-    // The sign and payload of a NaN are not the same everywhere: there must be none.
+    // The sign and payload of a NaN differ between platforms, so the scene must not contain one.
     D3DXVECTOR3 min;
     D3DXVECTOR3 max;
     scene.GetBoundingBox(min, max);

@@ -15,11 +15,11 @@ namespace
 
 using namespace Importing;
 
-/// Fields as words, parted by blanks.
+/// Writes fields as words, separated by blanks.
 class Text
 {
 public:
-    /// Ends the line before and begins one.
+    /// Ends the current line and begins a new one.
     Text& Line(const char* name)
     {
         if (!text_.empty())
@@ -38,7 +38,7 @@ public:
         return Word('"' + visible + '"');
     }
 
-    /// A value that consists of floats and nothing else.
+    /// Writes a value that consists only of floats.
     template <typename Value>
     Text& Bits(const Value& value)
     {

@@ -7,8 +7,9 @@
 namespace Golden
 {
 
-/// Everything that a scene holds, a line a field or vertex, floats as their bits in hexadecimal; then the world
-/// matrices of the hierarchy's nodes and the bounds. Content hashes are left out: their digests are the platform's.
+/// Returns everything that a scene contains as text, one line for each field or vertex, with floats as hexadecimal
+/// bits; then the world matrices of the nodes and the bounds. Content hashes are not included, because the digest
+/// depends on the platform.
 std::string SceneBits(Importing::SceneContainer& scene);
 
 }  // namespace Golden

@@ -20,7 +20,7 @@ const D3DXMATRIX kIdentity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
 constexpr float kLargest = std::numeric_limits<float>::max();
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
-TEST(Box, EmptyBoxHoldsNothing)
+TEST(Box, EmptyBoxContainsNothing)
 {
     const Box box = EmptyBox();
     EXPECT_TRUE(SameBitsOrNaN(box.min, D3DXVECTOR3(kLargest, kLargest, kLargest)));
@@ -53,7 +53,7 @@ TEST(Box, ExtendingNeverShrinks)
     EXPECT_TRUE(SameBitsOrNaN(box.max, D3DXVECTOR3(9, 2, 9)));
 }
 
-TEST(Box, APointExtendsWhatItLiesBeyond)
+TEST(Box, APointExtendsTheSidesThatItIsBeyond)
 {
     Box box = {D3DXVECTOR3(0, 0, 0), D3DXVECTOR3(1, 1, 1)};
     Extend(box, D3DXVECTOR3(-1, 2, 0.5F));
@@ -64,9 +64,9 @@ TEST(Box, APointExtendsWhatItLiesBeyond)
     EXPECT_TRUE(SameBitsOrNaN(box.max, D3DXVECTOR3(1, 2, 3)));
 }
 
-TEST(Box, CornersAreCarriedByTheMatrix)
+TEST(Box, CornersAreTransformedByTheMatrix)
 {
-    // A quarter turn about z, x to y, and a translation.
+    // A rotation by 90 degrees about z, from x to y, and a translation.
     const D3DXMATRIX matrix(0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 10, 20, 30, 1);
     Box box = EmptyBox();
     Extend(box, {D3DXVECTOR3(0, 0, 0), D3DXVECTOR3(1, 2, 3)}, matrix);
@@ -74,12 +74,12 @@ TEST(Box, CornersAreCarriedByTheMatrix)
     EXPECT_TRUE(SameBitsOrNaN(box.max, D3DXVECTOR3(10, 21, 33)));
 }
 
-TEST(Box, NotANumberIsAbsent)
+TEST(Box, NaNIsIgnored)
 {
     Box box = EmptyBox();
     Extend(box, {D3DXVECTOR3(0, kNaN, 0), D3DXVECTOR3(1, kNaN, 1)},
            D3DXMATRIX(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1));
-    // Every corner holds the NaN, and the products spread it over all of it.
+    // Every corner contains the NaN, and the products spread it to all coordinates.
     EXPECT_TRUE(SameBitsOrNaN(box.min, EmptyBox().min));
     EXPECT_TRUE(SameBitsOrNaN(box.max, EmptyBox().max));
 }
@@ -113,14 +113,14 @@ TEST(Box, BoxesInsideOneAnotherOverlap)
     EXPECT_TRUE(Overlap(inner, inner));
 }
 
-TEST(Box, NotANumberSeparatesNothing)
+TEST(Box, NaNSeparatesNothing)
 {
     const Box box = {D3DXVECTOR3(0, 0, 0), D3DXVECTOR3(1, 1, 1)};
     EXPECT_TRUE(Overlap(box, {D3DXVECTOR3(kNaN, 0, 0), D3DXVECTOR3(kNaN, 1, 1)}));
     EXPECT_FALSE(Overlap(box, {D3DXVECTOR3(kNaN, 7, 0), D3DXVECTOR3(kNaN, 8, 1)}));
 }
 
-TEST(Box, OverlapIsThatOfTheIntervalsOnAllAxes)
+TEST(Box, BoxesOverlapIfTheirIntervalsOverlapOnAllAxes)
 {
     Support::RandomFloats random(3);
     const auto whole = [&random] { return static_cast<float>(random.Integer(8)); };
@@ -130,7 +130,7 @@ TEST(Box, OverlapIsThatOfTheIntervalsOnAllAxes)
         const D3DXVECTOR3 b(whole(), whole(), whole());
         const D3DXVECTOR3 sizeA(whole(), whole(), whole());
         const D3DXVECTOR3 sizeB(whole(), whole(), whole());
-        // Intervals share a point when the later start is not behind the earlier end.
+        // Intervals share a point if the later start is not beyond the earlier end.
         const auto share = [](float s, float e, float t, float f) { return std::max(s, t) <= std::min(e, f); };
         const bool expected = share(a.x, a.x + sizeA.x, b.x, b.x + sizeB.x) &&
                               share(a.y, a.y + sizeA.y, b.y, b.y + sizeB.y) &&

@@ -12,7 +12,7 @@
 #include <type_traits>
 #include <utility>
 
-// The expected numbers were measured on the d3dx9_43.dll that Wine brings; all of them are compared bit by bit.
+// The expected numbers were measured with the d3dx9_43.dll of Wine and are compared bit by bit.
 
 namespace
 {
@@ -25,7 +25,7 @@ constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 const D3DXMATRIX kIdentity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
 const D3DXMATRIX kCounted(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16);
 
-/// A matrix of a 3x3 part.
+/// Returns a matrix with this 3x3 part.
 D3DXMATRIX Rows(D3DXVECTOR3 x, D3DXVECTOR3 y, D3DXVECTOR3 z, D3DXVECTOR3 t = D3DXVECTOR3(0, 0, 0))
 {
     return {x.x, x.y, x.z, 0, y.x, y.y, y.z, 0, z.x, z.y, z.z, 0, t.x, t.y, t.z, 1};
@@ -132,7 +132,7 @@ struct CoordRow
     D3DXVECTOR3 input, expected;
 };
 
-/// The identity, with other fourth elements of the first row and the last.
+/// Returns the identity with other fourth elements in the first and last row.
 D3DXMATRIX WithW(float m14, float m44) { return {1, 0, 0, m14, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, m44}; }
 
 class D3DXVec3TransformCoordRows : public testing::TestWithParam<CoordRow>
@@ -196,7 +196,7 @@ TEST(D3DXVec2TransformCoord, MeasuredResults)
 
 // --- Products and determinants ---------------------------------------------------------------------------------
 
-/// The product as its formula stands: for each element the four terms from left to right.
+/// Returns the product by its formula: for each element the four terms from left to right.
 D3DXMATRIX LiteralProduct(const D3DXMATRIX& a, const D3DXMATRIX& b)
 {
     D3DXMATRIX out;
@@ -271,7 +271,7 @@ TEST(D3DXMatrixMultiply, RandomMatricesGiveTheBitsOfTheFormulaAndNearlyTheExactP
     }
 }
 
-/// The determinant by elimination with pivots, in double precision.
+/// Returns the determinant by elimination with pivots, in double precision.
 double EliminatedDeterminant(const D3DXMATRIX& matrix)
 {
     double a[4][4];
@@ -297,7 +297,7 @@ double EliminatedDeterminant(const D3DXMATRIX& matrix)
     return determinant;
 }
 
-/// The determinant as its formula stands: a(r, c) counted from 1, every sum from left to right.
+/// Returns the determinant by its formula: a(r, c) counted from 1, every sum from left to right.
 float LiteralDeterminant(const D3DXMATRIX& matrix)
 {
     const auto a = [&matrix](unsigned r, unsigned c) { return matrix(r - 1, c - 1); };

@@ -10,8 +10,8 @@
 #include <limits>
 #include <string>
 
-// Taking matrices apart and putting them together. The expected numbers were measured on the d3dx9_43.dll that Wine
-// brings; all of them are compared bit by bit.
+// Decomposing and composing matrices. The expected numbers were measured with the d3dx9_43.dll of Wine and are compared
+// bit by bit.
 
 namespace
 {
@@ -24,7 +24,7 @@ constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float kHalfRoot = 0x1.6a09e6p-1F;  // sqrt(1/2)
 const D3DXMATRIX kIdentity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
 
-/// A matrix of four rows, the fourth one a translation.
+/// Returns a matrix of four rows, the fourth of which is a translation.
 D3DXMATRIX Rows(D3DXVECTOR3 x, D3DXVECTOR3 y, D3DXVECTOR3 z, D3DXVECTOR3 t = D3DXVECTOR3(0, 0, 0))
 {
     return {x.x, x.y, x.z, 0, y.x, y.y, y.z, 0, z.x, z.y, z.z, 0, t.x, t.y, t.z, 1};
@@ -210,7 +210,7 @@ TEST(D3DXMatrixTransformation, SingleFactors)
         SameBitsOrNaN(Transformation({.translation = &kOffset}), Rows({1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {5, 6, 7})));
 }
 
-TEST(D3DXMatrixTransformation, ScalesThenTurnsThenMoves)
+TEST(D3DXMatrixTransformation, ScalesThenRotatesThenTranslates)
 {
     const D3DXMATRIX expected =
         Rows({0x1.11111p-2F, 0x1.dddddcp+0F, -0x1.555554p-1F}, {-0x1.fffffep+0F, 0x1.fffffep-1F, 0x1.fffffep+0F},
@@ -238,7 +238,7 @@ TEST(D3DXMatrixTransformation, MinusZeroBecomesZero)
     EXPECT_TRUE(SameBitsOrNaN(Transformation({.translation = &translation}), kIdentity));
 }
 
-TEST(D3DXMatrixTransformation, NotANumberSpreads)
+TEST(D3DXMatrixTransformation, NaNSpreads)
 {
     const D3DXQUATERNION rotation(kNaN, 0, 0, 1);
     const D3DXVECTOR3 scaling(kNaN, 1, 1);
@@ -253,7 +253,7 @@ TEST(D3DXMatrixTransformation, NotANumberSpreads)
     EXPECT_TRUE(SameBitsOrNaN(moved, D3DXMATRIX(kNaN, 0, 0, 0, kNaN, 1, 0, 0, kNaN, 0, 1, 0, kInf, 0, 0, 1)));
 }
 
-TEST(D3DXMatrixTransformation, CentresStayInPlace)
+TEST(D3DXMatrixTransformation, CentresDoNotMove)
 {
     const D3DXMATRIX scaled = Transformation({.scalingCenter = &kCenter, .scaling = &kScale});
     EXPECT_TRUE(SameBitsOrNaN(scaled, Rows({2, 0, 0}, {0, 3, 0}, {0, 0, 4}, {-1, -4, -9})));
@@ -296,7 +296,7 @@ TEST(D3DXMatrixTransformation, DecomposesIntoItsFactors)
         ASSERT_EQ(D3DXMatrixDecompose(&s, &q, &t, &matrix), 0);
         ASSERT_TRUE(Support::NearFloats(s, scaling, 1e-5F)) << n;
         ASSERT_TRUE(SameBitsOrNaN(t, translation)) << n;
-        // A quaternion and its negation are one rotation.
+        // A quaternion and its negation are the same rotation.
         if (q.x * rotation.x + q.y * rotation.y + q.z * rotation.z + q.w * rotation.w < 0)
             q = D3DXQUATERNION(-q.x, -q.y, -q.z, -q.w);
         ASSERT_TRUE(Support::NearFloats(q, rotation, 1e-5F)) << n;

@@ -34,7 +34,7 @@ D3DXMATRIX Composed(const D3DXVECTOR3& scale, const D3DXQUATERNION& rotation, co
     return matrix;
 }
 
-TEST(DecomposeMatrix, TakesScaleAndTranslationApart)
+TEST(DecomposeMatrix, SeparatesScaleAndTranslation)
 {
     D3DXMATRIX matrix = Diagonal(2, 3, 4);
     matrix._41 = 5;
@@ -57,7 +57,7 @@ struct Mirror
 class DecomposeMatrixMirror : public testing::TestWithParam<Mirror>
 {};
 
-TEST_P(DecomposeMatrixMirror, IsCarriedByX)
+TEST_P(DecomposeMatrixMirror, NegativeSignIsInX)
 {
     const D3DXVECTOR3& d = GetParam().diagonal;
     const Parts parts(Diagonal(d.x, d.y, d.z));
@@ -68,14 +68,14 @@ TEST_P(DecomposeMatrixMirror, IsCarriedByX)
     EXPECT_EQ(parts.rotation, GetParam().rotation);
 }
 
-// Mirroring y or z is mirroring x and half a turn about the third axis.
+// Mirroring y or z equals mirroring x and rotating by 180 degrees about the third axis.
 INSTANTIATE_TEST_SUITE_P(Axes, DecomposeMatrixMirror,
                          testing::Values(Mirror{"X", {-2, 3, 4}, {0, 0, 0, 1}}, Mirror{"Y", {2, -3, 4}, {0, 0, 1, 0}},
                                          Mirror{"Z", {2, 3, -4}, {0, 1, 0, 0}},
                                          Mirror{"XYZ", {-1, -1, -1}, {1, 0, 0, 0}}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(DecomposeMatrix, TwoMirroredAxesAreATurn)
+TEST(DecomposeMatrix, TwoMirroredAxesAreARotation)
 {
     const Parts parts(Diagonal(-2, -3, 4));
     EXPECT_TRUE(SameBitsOrNaN(parts.scale, D3DXVECTOR3(2, 3, 4)));
@@ -93,7 +93,7 @@ TEST(DecomposeMatrix, FourthColumnDoesNotMatter)
     EXPECT_TRUE(SameBitsOrNaN(parts.rotation, D3DXQUATERNION(0, 0, 0, 1)));
 }
 
-TEST(DecomposeMatrix, RowOfNoLengthWritesTheScaleAlone)
+TEST(DecomposeMatrix, RowOfLengthZeroWritesOnlyTheScale)
 {
     for (int row = 0; row < 3; ++row)
     {
@@ -109,7 +109,7 @@ TEST(DecomposeMatrix, RowOfNoLengthWritesTheScaleAlone)
     }
 }
 
-TEST(DecomposeMatrix, LengthThatUnderflowsIsNoLength) { EXPECT_EQ(Parts(Diagonal(1e-30F, 1, 1)).result, 0x8876086CU); }
+TEST(DecomposeMatrix, LengthThatUnderflowsIsZero) { EXPECT_EQ(Parts(Diagonal(1e-30F, 1, 1)).result, 0x8876086CU); }
 
 TEST(DecomposeMatrix, CoplanarRowsCountAsNotMirrored)
 {

@@ -15,13 +15,13 @@
 namespace Support
 {
 
-/// The bits of a float.
+/// Returns the bits of a float.
 inline std::uint32_t Bits(float value) { return std::bit_cast<std::uint32_t>(value); }
 
-/// The float of these bits.
+/// Returns the float with these bits.
 inline float FromBits(std::uint32_t bits) { return std::bit_cast<float>(bits); }
 
-/// The floats of a value that consists of nothing else.
+/// Returns the floats of a value that consists only of floats.
 template <typename Value>
 auto Floats(const Value& value)
 {
@@ -32,7 +32,7 @@ auto Floats(const Value& value)
     return floats;
 }
 
-/// Floats in hexadecimal form, parted by blanks.
+/// Returns floats in hexadecimal form, separated by blanks.
 template <typename Value>
 std::string HexText(const Value& value)
 {
@@ -48,7 +48,7 @@ std::string HexText(const Value& value)
     return text;
 }
 
-/// EXPECT_TRUE(SameBitsOrNaN(actual, expected)): every float has the same bits; every NaN counts as the same.
+/// EXPECT_TRUE(SameBitsOrNaN(actual, expected)): every float has the same bits; all NaNs are equal.
 template <typename Value>
 testing::AssertionResult SameBitsOrNaN(const Value& actual, const Value& expected)
 {
@@ -61,7 +61,7 @@ testing::AssertionResult SameBitsOrNaN(const Value& actual, const Value& expecte
     return testing::AssertionSuccess();
 }
 
-/// EXPECT_TRUE(NearFloats(actual, expected, tolerance)): no float is further away than the tolerance.
+/// EXPECT_TRUE(NearFloats(actual, expected, tolerance)): no float differs by more than the tolerance.
 template <typename Value>
 testing::AssertionResult NearFloats(const Value& actual, const Value& expected, float tolerance)
 {

@@ -6,13 +6,14 @@
 #include <cmath>
 #include <limits>
 
-// Results are the same bits everywhere only while every expression is evaluated as it is written. These tests fail
-// when a compiler or its switches fuse, widen, reorder or flush. Inputs are volatile, so that nothing is folded away.
+// Results have the same bits on every platform only if every expression is evaluated as written. These tests fail when
+// a compiler or its options fuse, widen, reorder or flush. Inputs are volatile, so that nothing is evaluated at compile
+// time.
 
 namespace
 {
 
-/// Its square is 1 + 2^-11 + 2^-24, of which a float keeps 1 + 2^-11: what a fused step keeps too, shows.
+/// The square is 1 + 2^-11 + 2^-24. A float keeps 1 + 2^-11; a fused step also keeps 2^-24.
 volatile float nearOne = 0x1.001p+0F;
 volatile float roundedSquare = 0x1.002p+0F;
 
@@ -24,7 +25,7 @@ TEST(FloatEvaluation, SumOfProductAndNumberIsNotFused)
     const float c = -roundedSquare;
     EXPECT_EQ(a * a + c, 0.0F);
     EXPECT_EQ(c + a * a, 0.0F);
-    EXPECT_EQ(std::fma(a, a, c), 0x1p-24F) << "the inputs would show a fused step";
+    EXPECT_EQ(std::fma(a, a, c), 0x1p-24F) << "the inputs detect a fused step";
 }
 
 TEST(FloatEvaluation, DifferenceOfNumberAndProductIsNotFused)
@@ -78,7 +79,7 @@ TEST(FloatEvaluation, DivisionIsNotAProductWithTheReciprocal)
     const float a = five;
     const float b = three;
     EXPECT_EQ(a / b, 0x1.aaaaaap+0F);
-    EXPECT_EQ(a * (1.0F / b), 0x1.aaaaacp+0F) << "the inputs would show a reciprocal";
+    EXPECT_EQ(a * (1.0F / b), 0x1.aaaaacp+0F) << "the inputs detect a reciprocal";
 }
 
 TEST(FloatEvaluation, DenormalNumbersAreKept)
@@ -89,7 +90,7 @@ TEST(FloatEvaluation, DenormalNumbersAreKept)
     EXPECT_EQ(half * 2.0F, std::numeric_limits<float>::min());
 }
 
-TEST(FloatEvaluation, NotANumberEqualsNothing)
+TEST(FloatEvaluation, NaNEqualsNothing)
 {
     volatile float nan = std::numeric_limits<float>::quiet_NaN();
     const float a = nan;
@@ -107,7 +108,7 @@ TEST(FloatEvaluation, ZeroKeepsItsSign)
 
 TEST(FloatEvaluation, TheLibraryIsNotFusedEither)
 {
-    // Of the determinant only the minor of rows and columns 3 and 4 is left: a difference of two equal products.
+    // The determinant reduces to the minor of rows and columns 3 and 4: a difference of two equal products.
     const float a = nearOne;
     const D3DXMATRIX matrix(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, a, a, 0, 0, a, a);
     EXPECT_EQ(D3DXMatrixDeterminant(&matrix), 0.0F);

@@ -33,7 +33,7 @@ TEST(NearlyEqual, EveryOtherBitMatters)
         EXPECT_FALSE(NearlyEqual(1.0F, FromBits(one ^ (1U << bit)))) << "bit " << bit;
 }
 
-TEST(NearlyEqual, NeighboursAcrossAMaskBoundaryDiffer)
+TEST(NearlyEqual, AdjacentFloatsAcrossAMaskBoundaryDiffer)
 {
     const float below = FromBits(Bits(1.0F) - 1U);
     EXPECT_EQ(std::nextafter(1.0F, 0.0F), below);
@@ -47,7 +47,7 @@ TEST(NearlyEqual, DenormalNumbersMayBeNearlyZero)
     EXPECT_TRUE(NearlyEqual(0.0F, std::numeric_limits<float>::denorm_min()));
 }
 
-TEST(NearlyEqual, NotANumberMayBeNearlyEqualToItself)
+TEST(NearlyEqual, NaNMayBeNearlyEqualToItself)
 {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     EXPECT_TRUE(NearlyEqual(nan, nan));

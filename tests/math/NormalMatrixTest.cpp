@@ -23,7 +23,7 @@ TEST(NormalMatrix, ScaleOfEveryRowIsRemoved)
     EXPECT_TRUE(SameBitsOrNaN(NormalMatrix(scale), kIdentity));
 }
 
-TEST(NormalMatrix, MirroringStays)
+TEST(NormalMatrix, MirroringIsKept)
 {
     const D3DXMATRIX mirror(-2, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
     const D3DXMATRIX expected(-1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
@@ -59,7 +59,7 @@ TEST(NormalMatrix, RowWhoseLengthUnderflowsBecomesZero)
     EXPECT_TRUE(SameBitsOrNaN(NormalMatrix(matrix), expected));
 }
 
-TEST(NormalMatrix, NotANumberSpreadsOverItsRowOnly)
+TEST(NormalMatrix, NaNSpreadsOverItsRowOnly)
 {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const D3DXMATRIX matrix(nan, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
@@ -69,7 +69,7 @@ TEST(NormalMatrix, NotANumberSpreadsOverItsRowOnly)
 
 TEST(NormalMatrix, IsNotTheInverseTranspose)
 {
-    // The normal of the plane x + y = 0 under a stretching of x: the inverse transpose would give (1, 2, 0) / sqrt(5).
+    // The normal of the plane x + y = 0 when x is scaled: the inverse transpose would give (1, 2, 0) / sqrt(5).
     const D3DXMATRIX matrix = NormalMatrix(D3DXMATRIX(2, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1));
     const float component = std::sqrt(0.5F);
     const D3DXVECTOR3 normal(component, component, 0);
@@ -78,7 +78,7 @@ TEST(NormalMatrix, IsNotTheInverseTranspose)
     EXPECT_TRUE(SameBitsOrNaN(carried, normal));
 }
 
-TEST(NormalMatrix, ShearStays)
+TEST(NormalMatrix, ShearIsKept)
 {
     const D3DXMATRIX matrix(1, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
     const D3DXMATRIX expected(1, 0, 0, 0, 0x1.6a09e6p-1F, 0x1.6a09e6p-1F, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);

@@ -28,7 +28,7 @@ TEST(Products, DotOfNumbers) { EXPECT_EQ(Dot(D3DXVECTOR3(1, 2, 3), D3DXVECTOR3(4
 
 TEST(Products, DotIsSummedInTheOrderYXZ)
 {
-    // 2^30 swallows a 1 that is added to it: only the order (y + x) + z leaves 1, the others leave 0.
+    // A 1 that is added to 2^30 is lost in rounding: only the order (y + x) + z gives 1, the others give 0.
     const D3DXVECTOR3 ones(1, 1, 1);
     EXPECT_EQ(Dot(D3DXVECTOR3(-0x1p+30F, 0x1p+30F, 1), ones), 1.0F);
     EXPECT_EQ(Dot(D3DXVECTOR3(1, 0x1p+30F, -0x1p+30F), ones), 0.0F);

@@ -8,8 +8,8 @@
 namespace Support
 {
 
-/// Random values that are the same on every platform: only the generator of the standard library is used, whose
-/// results are fixed, none of its distributions.
+/// Random values that are the same on every platform: the generator of the standard library has fixed results; its
+/// distributions do not and are not used.
 class RandomFloats
 {
 public:
@@ -17,7 +17,7 @@ public:
 
     std::uint32_t Integer(std::uint32_t count) { return static_cast<std::uint32_t>(generator_()) % count; }
 
-    /// From min to max, in 2^24 equal steps.
+    /// Returns a number from min to max, in 2^24 equal steps.
     float Between(float min, float max)
     {
         return min + (max - min) * (static_cast<float>(Integer(1U << 24U)) / static_cast<float>(1U << 24U));
@@ -30,7 +30,7 @@ public:
         return {x, y, Between(-size, size)};
     }
 
-    /// A unit quaternion.
+    /// Returns a unit quaternion.
     D3DXQUATERNION Rotation()
     {
         for (;;)

@@ -16,7 +16,7 @@ D3DXMATRIX Identity()
     return matrix;
 }
 
-TEST(SameBits, EqualMatricesAgree) { EXPECT_TRUE(SameBits(Identity(), Identity())); }
+TEST(SameBits, EqualMatricesHaveTheSameBits) { EXPECT_TRUE(SameBits(Identity(), Identity())); }
 
 TEST(SameBits, EveryElementMatters)
 {
@@ -38,7 +38,7 @@ TEST(SameBits, ZerosOfDifferentSignDiffer)
     EXPECT_FALSE(SameBits(Identity(), other));
 }
 
-TEST(SameBits, NotANumberAgreesWithItself)
+TEST(SameBits, NaNEqualsItself)
 {
     D3DXMATRIX matrix = Identity();
     matrix._33 = std::numeric_limits<float>::quiet_NaN();

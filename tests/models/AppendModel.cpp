@@ -7,7 +7,7 @@ namespace
 
 using namespace Importing;
 
-/// How many records of each kind were there before.
+/// The number of records of each kind before the call.
 struct Bases
 {
     explicit Bases(const SceneContainer& scene)

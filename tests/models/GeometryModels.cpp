@@ -25,7 +25,7 @@ bool IsIdentity(const D3DXMATRIX& matrix)
     return std::bit_cast<Bits>(matrix) == std::bit_cast<Bits>(kIdentity);
 }
 
-/// The hash of a mesh is invalidated by any setter that stores hashed content.
+/// Invalidates the hash of a mesh, by a setter that stores hashed content.
 void InvalidateHash(Geometry& mesh) { mesh.SetPolySize(mesh.GetPolySize()); }
 
 void ThrowBadIndex() { throw std::out_of_range("invalid vector<T> subscript"); }

@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <vector>
 
-/// The operations on one mesh in their plain form: one step after the other, ordered maps for the bookkeeping,
-/// constants by their bits, nothing shared with the library but its records and the platform's math functions. They
-/// take the mesh first and call none of its operations but accessors. The library's own forms have to give the same
-/// bits, results, exceptions and hash states.
+/// Plain models of the operations on one mesh: step by step, with ordered maps and with constants given by their bits.
+/// They share only the records and the platform's math functions with the library, and call only accessors of the mesh,
+/// which is their first argument. The library's operations must have the same bits, results, exceptions and hash
+/// states.
 namespace Models
 {
 

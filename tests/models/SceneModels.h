@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-/// The operations on a whole scene in their plain form: step by step, recursive, with a full scan wherever something is
-/// looked for. They work on a scene's libraries and call no operation of the container but its accessors. The library's
-/// own forms have to give the same scenes, hash states included.
+/// Plain models of the operations on a whole scene: step by step, recursive, with a full scan for every search. They
+/// work on a scene's libraries and call only accessors of the container. The library's operations must result in the
+/// same scenes, including hash states.
 namespace Models
 {
 
@@ -30,7 +30,7 @@ void MoveLights(SceneContainer& scene, int toNode, int fromNode, const D3DXMATRI
 
 void MergeSurfaces(SceneContainer& scene, int node, int minSurfaces, int maxVertices);
 
-/// Where the walk of a flattening leads, and what it leaves to be erased.
+/// The arguments of a flattening that do not change during the walk, and the nodes to erase.
 struct Flattening
 {
     int targetNode = -1;
@@ -43,7 +43,7 @@ int FlatHierarchyInternal(SceneContainer& scene, Flattening& flattening, int nod
 void FlatHierarchy(SceneContainer& scene, Flattening flattening, int startNode, const D3DXMATRIX& startMatrix,
                    int minSurfaces, int maxVertices);
 
-/// The renaming pass, on any library whose records have names.
+/// Renames the records of one library.
 template <typename Record>
 void MakeNamesUnambiguous(std::vector<Record>& library)
 {

@@ -15,7 +15,7 @@ namespace
 const auto kPi = std::bit_cast<float>(0x40490FDBU);
 const auto kTwoPi = std::bit_cast<float>(0x40C90FDBU);
 
-/// One axis of the box.
+/// The bounds of the box on one axis.
 struct Axis
 {
     float min;

@@ -24,7 +24,7 @@ using Indices = std::vector<std::int32_t>;
 
 void Append(SceneContainer& scene, SceneContainer other) { EXPECT_EQ(scene.AppendSC(&other), 0); }
 
-/// A surface of its own node with one map of this texture.
+/// Adds a surface with one map of this texture, in a new node.
 SceneContainer Textured(const std::string& texture)
 {
     SceneContainer scene = Scene("Root[a]");
@@ -56,7 +56,7 @@ TEST(AppendSC, EmptyToEmptyLeavesASpareNodeAndANewRoot)
     EXPECT_EQ(ToText(scene), "Root | _");
 }
 
-TEST(AppendSC, TheOthersNodesLandBehindTheOwnOnesThenASpareNodeThenTheNewRoot)
+TEST(AppendSC, AppendsTheNodesOfTheOtherThenASpareNodeThenTheNewRoot)
 {
     SceneContainer scene = Scene("A( B C )");
     Append(scene, Scene("D( E )"));
@@ -70,7 +70,7 @@ TEST(AppendSC, TheOthersNodesLandBehindTheOwnOnesThenASpareNodeThenTheNewRoot)
     EXPECT_EQ(ToText(scene), "Root( A( B C ) D( E ) ) | _");
 }
 
-TEST(AppendSC, AThirdSceneBecomesAFurtherChildOfTheRootThatIsThere)
+TEST(AppendSC, AThirdSceneBecomesAFurtherChildOfTheExistingRoot)
 {
     SceneContainer scene = Scene("A( B C )");
     Append(scene, Scene("D( E )"));
@@ -81,7 +81,7 @@ TEST(AppendSC, AThirdSceneBecomesAFurtherChildOfTheRootThatIsThere)
     EXPECT_EQ(ToText(scene), "Root( A( B C ) D( E ) F ) | _ | G | _");
 }
 
-TEST(AppendSC, ANoteThatDiffersInTheLeastMakesANewRoot)
+TEST(AppendSC, ARootWithAnyOtherNoteGetsANewRoot)
 {
     SceneContainer scene = Scene("A");
     scene.NodeLibrary[0].SetNote("Root added after merging ");
@@ -89,18 +89,18 @@ TEST(AppendSC, ANoteThatDiffersInTheLeastMakesANewRoot)
     EXPECT_EQ(ToText(scene), "Root( A B ) | _");
 }
 
-TEST(AppendSC, AMergeResultListsTheNodeBeforeTheAppendedOnesWhenTheOtherHasNoRoot)
+TEST(AppendSC, RootOfAnEarlierCallGetsTheNodeBeforeTheAppendedOnesIfTheOtherHasNoRoot)
 {
     SceneContainer scene = Scene("A");
     scene.NodeLibrary[0].SetNote("Root added after merging");
     SceneContainer other = Scene("B");
     other.SetRootNodeIndex(-1);
     Append(scene, other);
-    EXPECT_EQ(scene.NodeLibrary[0].ChildList, Indices{0});  // 1 node before, less one
+    EXPECT_EQ(scene.NodeLibrary[0].ChildList, Indices{0});  // One node before, minus 1.
     EXPECT_EQ(scene.NodeLibrary.size(), 3U);
 }
 
-TEST(AppendSC, RootlessScenesAreNotListedByTheNewRoot)
+TEST(AppendSC, ScenesWithoutRootAreNotChildrenOfTheNewRoot)
 {
     SceneContainer scene = Scene("A");
     scene.SetRootNodeIndex(-1);
@@ -110,7 +110,7 @@ TEST(AppendSC, RootlessScenesAreNotListedByTheNewRoot)
     EXPECT_EQ(ToText(scene), "Root | A | B | _");
 }
 
-TEST(AppendSC, ListsAreShiftedByTheSizesOfTheOwnLibraries)
+TEST(AppendSC, ListsAreShiftedByTheSizesOfTheLibraries)
 {
     SceneContainer scene = Scene("A*[a]{e1 e2}<s1>");
     Append(scene, Scene("B*[b c]{e3}<s2 s3>"));
@@ -123,7 +123,7 @@ TEST(AppendSC, ListsAreShiftedByTheSizesOfTheOwnLibraries)
     EXPECT_EQ(scene.SurfaceLibrary[2].GetGeometryID(), 2);
 }
 
-TEST(AppendSC, ListEntriesAreShiftedWithoutATestForNone)
+TEST(AppendSC, ListEntriesOfMinusOneAreShiftedToo)
 {
     SceneContainer scene = Scene("A[a]{e}<s>( B )");
     SceneContainer other = Scene("C");
@@ -137,7 +137,7 @@ TEST(AppendSC, ListEntriesAreShiftedWithoutATestForNone)
     EXPECT_EQ(scene.NodeLibrary[2].LightList, Indices{0});
 }
 
-TEST(AppendSC, NegativeIdsStayAsTheyAre)
+TEST(AppendSC, NegativeIndicesOfRecordsDoNotChange)
 {
     SceneContainer scene = Scene("A*[a:red]");
     scene.TextureLibrary.emplace_back("wood.png");
@@ -177,7 +177,7 @@ TEST(AppendSC, AnEqualMaterialIsNotAddedASecondTime)
     EXPECT_EQ(scene.MaterialLibrary[2].GetName(), "green");
 }
 
-TEST(AppendSC, OfEqualOwnMaterialsTheLowestIndexIsTaken)
+TEST(AppendSC, OfEqualMaterialsTheLowestIndexIsUsed)
 {
     SceneContainer scene = Scene("A[a:x b:x]");
     scene.MaterialLibrary.resize(3, scene.MaterialLibrary[0]);
@@ -186,7 +186,7 @@ TEST(AppendSC, OfEqualOwnMaterialsTheLowestIndexIsTaken)
     EXPECT_EQ(scene.MaterialLibrary.size(), 3U);
 }
 
-TEST(AppendSC, MaterialsAndTexturesThatNothingUsesAreLeftBehind)
+TEST(AppendSC, UnusedMaterialsAndTexturesAreNotCopied)
 {
     SceneContainer scene;
     SceneContainer other = Textured("wood.png");
@@ -197,7 +197,7 @@ TEST(AppendSC, MaterialsAndTexturesThatNothingUsesAreLeftBehind)
     EXPECT_EQ(scene.TextureLibrary, std::vector<std::string>{"wood.png"});
 }
 
-TEST(AppendSC, MaterialsOfSurfacesThatNoNodeListsAreBroughtOver)
+TEST(AppendSC, MaterialsOfSurfacesThatNoNodeReferencesAreCopied)
 {
     SceneContainer scene;
     SceneContainer other = Scene("B[b:red]");
@@ -206,7 +206,7 @@ TEST(AppendSC, MaterialsOfSurfacesThatNoNodeListsAreBroughtOver)
     EXPECT_EQ(scene.MaterialLibrary.size(), 1U);
 }
 
-TEST(AppendSC, ATextureInAnotherCaseOrWithBlanksEndsUpOnce)
+TEST(AppendSC, TexturesThatDifferInCaseOrWhiteSpaceAreStoredOnce)
 {
     SceneContainer scene = Textured("wood.png");
     Append(scene, Textured("\t Wood.PNG "));
@@ -228,7 +228,7 @@ TEST(AppendSC, GeometriesSurfacesAnimationsCamerasAndLightsAreNotDeDuplicated)
     EXPECT_EQ(scene.LightLibrary.size(), 2U);
 }
 
-TEST(AppendSC, NameStatusAndReservedListStayTheOwn)
+TEST(AppendSC, KeepsItsNameStatusAndReservedList)
 {
     SceneContainer scene = Scene("A");
     scene.SetName("mine");
@@ -255,7 +255,7 @@ TEST(AppendSC, TheOtherIsOnlyRead)
     EXPECT_TRUE(Support::SameScene(other, before));
 }
 
-TEST(AppendSC, ASceneAppendedToItselfAppendsWhatItHeldOnEntry)
+TEST(AppendSC, ASceneAppendedToItselfAppendsItsContentOnEntry)
 {
     SceneContainer scene = Scene("A[a:red]( B{e} )");
     SceneContainer expected(scene);
@@ -280,7 +280,7 @@ void ExpectBothUnchanged(Spoil spoil)
     Support::ExpectBadIndex(derived, [&] { derived.AppendSC(&other); });
 }
 
-TEST(AppendSC, ABadReferenceLeavesBothScenesUnchanged)
+TEST(AppendSC, ABadIndexChangesNeitherScene)
 {
     ExpectBothUnchanged([](SceneContainer&, SceneContainer& other) { other.SurfaceLibrary[1].SetMaterialID(1); });
     ExpectBothUnchanged(
@@ -288,7 +288,7 @@ TEST(AppendSC, ABadReferenceLeavesBothScenesUnchanged)
     ExpectBothUnchanged([](SceneContainer& scene, SceneContainer&) { scene.SetRootNodeIndex(99); });
 }
 
-TEST(AppendSC, ManySurfacesOfManyMaterialsAreAppendedInTime)
+TEST(AppendSC, AppendingManySurfacesOfManyMaterialsIsNotQuadratic)
 {
     SceneContainer other;
     other.SurfaceLibrary.resize(100000);
@@ -300,7 +300,7 @@ TEST(AppendSC, ManySurfacesOfManyMaterialsAreAppendedInTime)
     SceneContainer scene;
     Append(scene, other);
     const std::size_t different = scene.MaterialLibrary.size();
-    EXPECT_GT(different, 49900U);  // a few may share a hash by chance
+    EXPECT_GT(different, 49900U);  // A few may have equal hashes by chance.
     Append(scene, other);
     EXPECT_EQ(scene.MaterialLibrary.size(), different);
     for (std::size_t i = 0; i < other.SurfaceLibrary.size(); ++i)
@@ -325,7 +325,7 @@ TEST(AppendSCOverrides, EveryUseOfAMaterialOrTextureIsAnAddition)
               R"(GetRootNodeIndex() SetRootNodeIndex(3))");
 }
 
-TEST(AppendSCOverrides, TheRootIsAskedForWhenAllElseIsAppended)
+TEST(AppendSCOverrides, TheRootIsReadAfterEverythingElseIsAppended)
 {
     class Late : public Support::DerivedContainer
     {
@@ -367,7 +367,7 @@ TEST(AppendSCOverrides, TheIndicesThatOverridesReturnAreUsed)
     EXPECT_EQ(scene.SurfaceLibrary[0].MapList[0].GetTextureID(), 43);
 }
 
-TEST(AppendSCOverrides, ADerivedOtherIsAskedForItsRoot)
+TEST(AppendSCOverrides, TheRootOfADerivedOtherIsReadThroughTheVirtualTable)
 {
     class Rooted : public Support::DerivedContainer
     {
@@ -381,7 +381,7 @@ TEST(AppendSCOverrides, ADerivedOtherIsAskedForItsRoot)
     EXPECT_EQ(scene.NodeLibrary.back().ChildList, Indices{1});
 }
 
-TEST(AppendSC, AnIndexNearTheEndOfTheRangeWrapsAround)
+TEST(AppendSC, AnIndexNearTheLimitWrapsAround)
 {
     SceneContainer other = Scene("Root");
     other.NodeLibrary[0].ChildList = {std::numeric_limits<std::int32_t>::max()};

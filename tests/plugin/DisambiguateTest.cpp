@@ -26,7 +26,7 @@ TEST(Disambiguate, NoNamesAndDifferentNamesNeedNoRenaming)
     EXPECT_TRUE(FindRenamings({"A", "B", "A(1)", ""}).empty());
 }
 
-TEST(Disambiguate, EqualNamesCountDownAndTheLastOneStays)
+TEST(Disambiguate, EqualNamesCountDownAndTheLastIsKept)
 {
     EXPECT_EQ(Renamed({"A", "A", "A", "A"}), (Names{"A(3)", "A(2)", "A(1)", "A"}));
 }
@@ -43,13 +43,13 @@ TEST(Disambiguate, RenamingsComeInIndexOrder)
     EXPECT_EQ(renamings[2].name, "A(1)");
 }
 
-TEST(Disambiguate, ANameThatARecordCarriesAlreadyIsAvoidedByABracket)
+TEST(Disambiguate, ANameOfAnotherRecordIsAvoidedByABracket)
 {
     EXPECT_EQ(Renamed({"A", "A", "A(1)"}), (Names{"A(1)[1]", "A", "A(1)"}));
     EXPECT_EQ(Renamed({"A(1)", "A", "A"}), (Names{"A(1)", "A(1)[1]", "A"}));
 }
 
-TEST(Disambiguate, BracketsAreTriedOneAfterAnotherAndNeverPiledUp)
+TEST(Disambiguate, BracketsAreTriedInOrderAndNeverNested)
 {
     EXPECT_EQ(Renamed({"A", "A", "A(1)", "A(1)[1]", "A(1)[2]"}), (Names{"A(1)[3]", "A", "A(1)", "A(1)[1]", "A(1)[2]"}));
 }
@@ -59,11 +59,11 @@ TEST(Disambiguate, ANameIsAvoidedAlsoWhereItsRecordsAreRenamedThemselves)
     EXPECT_EQ(Renamed({"A(1)", "A(1)", "A", "A"}), (Names{"A(1)(1)", "A(1)", "A(1)[1]", "A"}));
 }
 
-TEST(Disambiguate, EmptyNamesAreNamesLikeAnyOther) { EXPECT_EQ(Renamed({"", ""}), (Names{"(1)", ""})); }
+TEST(Disambiguate, EmptyNamesAreRenamedLikeOthers) { EXPECT_EQ(Renamed({"", ""}), (Names{"(1)", ""})); }
 
 TEST(Disambiguate, NamesThatDifferInCaseAreDifferent) { EXPECT_TRUE(FindRenamings({"box", "Box", "BOX"}).empty()); }
 
-TEST(Disambiguate, NamesMayHoldAnyByte)
+TEST(Disambiguate, NamesMayContainAnyByte)
 {
     const std::string odd("a\0b", 3);
     EXPECT_EQ(Renamed({odd, odd, "a"}), (Names{odd + "(1)", odd, "a"}));
@@ -79,7 +79,7 @@ TEST(Disambiguate, NumbersHaveNoPadding)
     EXPECT_EQ(names[11], "A");
 }
 
-TEST(Disambiguate, AHundredThousandEqualNamesThatMeetBracketedOnesAreDoneInTime)
+TEST(Disambiguate, AHundredThousandEqualNamesWithBracketedOnesAreNotQuadratic)
 {
     constexpr int kCount = 100000;
     Names names(kCount, "A");

@@ -29,7 +29,7 @@ TEST(GetType, FillsTheRecord)
     EXPECT_EQ(type.trailing, 0);
 }
 
-TEST(GetType, BytesBehindTheNameAreZero)
+TEST(GetType, BytesAfterTheNameAreZero)
 {
     const ChannelType& type = *GetType();
     EXPECT_TRUE(std::all_of(type.name.begin() + std::strlen("SceneContainer"), type.name.end(),
@@ -40,7 +40,7 @@ TEST(GetType, BothIdentifiersAreTheSame) { EXPECT_EQ(GetType()->id, GetType()->s
 
 TEST(GetType, ReturnsTheSameRecordEveryTime) { EXPECT_EQ(GetType(), GetType()); }
 
-TEST(GetType, FieldsLieAtTheHostsPlaces)
+TEST(GetType, FieldsAreAtTheOffsetsOfTheHost)
 {
     std::array<unsigned char, sizeof(ChannelType)> image;
     std::memcpy(image.data(), GetType(), image.size());
@@ -53,7 +53,7 @@ TEST(GetType, FieldsLieAtTheHostsPlaces)
     EXPECT_EQ(std::memcmp(image.data() + 128, zero.data(), 4), 0);
 }
 
-TEST(GetType, RewritesItsFieldsAndLeavesTheHostsAlone)
+TEST(GetType, WritesItsFieldsAndKeepsThoseOfTheHost)
 {
     ChannelType& type = *GetType();
     type.name.fill('x');
@@ -73,7 +73,7 @@ TEST(GetType, RewritesItsFieldsAndLeavesTheHostsAlone)
     type.reserved = 0;
 }
 
-TEST(InitDLL, MakesANewEmptySceneEveryTime)
+TEST(InitDLL, CreatesANewEmptySceneAtEveryCall)
 {
     const std::unique_ptr<Vyk_Channel> first(InitDLL());
     const std::unique_ptr<Vyk_Channel> second(InitDLL());
@@ -89,9 +89,9 @@ TEST(InitDLL, MakesANewEmptySceneEveryTime)
     EXPECT_TRUE(scene->NodeLibrary.empty());
 }
 
-#if !defined(_WIN32)  // where the library does not take its memory from the program's operator new
+#if !defined(_WIN32)  // On Windows the library does not use the operator new of the program.
 
-TEST(InitDLL, SceneIsGivenBackThroughItsBase)
+TEST(InitDLL, SceneIsDestroyedThroughItsBaseClass)
 {
     const std::size_t before = Support::CountedAllocations::InUse();
     Vyk_Channel* channel = InitDLL();
@@ -103,7 +103,7 @@ TEST(InitDLL, SceneIsGivenBackThroughItsBase)
     EXPECT_EQ(Support::CountedAllocations::InUse(), before);
 }
 
-TEST(InitDLL, WithoutMemoryReturnsNull)
+TEST(InitDLL, ReturnsNullWithoutMemory)
 {
     const std::size_t before = Support::CountedAllocations::InUse();
     Support::CountedAllocations::FailAfter(0);

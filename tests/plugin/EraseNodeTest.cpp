@@ -15,7 +15,7 @@ using namespace Importing;
 
 using Indices = std::vector<std::int32_t>;
 
-/// Nodes of these child lists, named "0", "1", ...
+/// Returns nodes with these child lists, named "0", "1", ...
 SceneContainer WithNodes(const std::vector<Indices>& childLists)
 {
     SceneContainer scene;
@@ -28,7 +28,7 @@ SceneContainer WithNodes(const std::vector<Indices>& childLists)
     return scene;
 }
 
-TEST(EraseNodeFromLibrary, LastNodeTakesThePlaceOfTheErasedOne)
+TEST(EraseNodeFromLibrary, LastNodeMovesIntoThePlaceOfTheErasedOne)
 {
     SceneContainer scene = WithNodes({{1, 3}, {}, {}, {}});
     scene.EraseNodeFromLibrary(1);
@@ -37,7 +37,7 @@ TEST(EraseNodeFromLibrary, LastNodeTakesThePlaceOfTheErasedOne)
     EXPECT_EQ(scene.NodeLibrary[0].ChildList, (Indices{1}));
 }
 
-TEST(EraseNodeFromLibrary, ErasedLastNodeIsTakenOutOfChildLists)
+TEST(EraseNodeFromLibrary, ErasedLastNodeIsRemovedFromChildLists)
 {
     SceneContainer scene = WithNodes({{1, 2, 1}, {2, 2}, {}});
     scene.EraseNodeFromLibrary(2);
@@ -45,7 +45,7 @@ TEST(EraseNodeFromLibrary, ErasedLastNodeIsTakenOutOfChildLists)
     EXPECT_TRUE(scene.NodeLibrary[1].ChildList.empty());
 }
 
-TEST(EraseNodeFromLibrary, RepeatedReferencesAreAllRepaired)
+TEST(EraseNodeFromLibrary, RepeatedReferencesAreAllUpdated)
 {
     SceneContainer scene = WithNodes({{1, 1, 3, 1, 3, 2}, {}, {}, {}});
     scene.EraseNodeFromLibrary(1);
@@ -60,7 +60,7 @@ TEST(EraseNodeFromLibrary, ChildrenOfTheErasedNodeLoseTheirParent)
     EXPECT_EQ(scene.FindParentNode(2), -1);
 }
 
-TEST(EraseNodeFromLibrary, ChildListOfTheMovedNodeIsRepairedToo)
+TEST(EraseNodeFromLibrary, ChildListOfTheMovedNodeIsUpdatedToo)
 {
     SceneContainer scene = WithNodes({{}, {}, {3, 0}, {1, 2}});
     scene.EraseNodeFromLibrary(0);
@@ -68,7 +68,7 @@ TEST(EraseNodeFromLibrary, ChildListOfTheMovedNodeIsRepairedToo)
     EXPECT_EQ(scene.NodeLibrary[2].ChildList, (Indices{0}));
 }
 
-TEST(EraseNodeFromLibrary, ObjectsOfTheErasedNodeStayInTheirLibraries)
+TEST(EraseNodeFromLibrary, ObjectsOfTheErasedNodeRemainInTheirLibraries)
 {
     SceneContainer scene = WithNodes({{}});
     scene.SurfaceLibrary.resize(1);
@@ -87,12 +87,12 @@ TEST(EraseNodeFromLibrary, RootNodeIndexFollowsTheMovedNode)
     EXPECT_EQ(scene.GetRootNodeIndex(), 0);
 }
 
-TEST(EraseNodeFromLibrary, ErasedRootLeavesTheRootNodeIndexAsItStands)
+TEST(EraseNodeFromLibrary, ErasedRootKeepsTheRootNodeIndex)
 {
     SceneContainer scene = WithNodes({{}, {}, {}});
     scene.SetRootNodeIndex(1);
     scene.EraseNodeFromLibrary(1);
-    EXPECT_EQ(scene.GetRootNodeIndex(), 1) << "now the node that moved there";
+    EXPECT_EQ(scene.GetRootNodeIndex(), 1) << "the node that moved there";
     scene.SetRootNodeIndex(1);
     scene.EraseNodeFromLibrary(1);
     EXPECT_EQ(scene.GetRootNodeIndex(), 1) << "past the end";
@@ -101,7 +101,7 @@ TEST(EraseNodeFromLibrary, ErasedRootLeavesTheRootNodeIndexAsItStands)
     EXPECT_EQ(scene.GetRootNodeIndex(), 0) << "in an empty library";
 }
 
-TEST(EraseNodeFromLibrary, OtherRootNodeIndexStays)
+TEST(EraseNodeFromLibrary, OtherRootNodeIndexIsKept)
 {
     SceneContainer scene = WithNodes({{}, {}, {}});
     for (const int root : {-1, 0, 99})
@@ -128,7 +128,7 @@ TEST(EraseNodeFromLibrary, RootNodeIndexIsWrittenDirectly)
     EXPECT_EQ(scene.GetRootNodeIndex(), 0);
 }
 
-/// What a node library is to the erasure: names, child lists and the root, each rule written down on its own.
+/// A plain model of erasing: names, child lists and the root, with each rule written separately.
 struct ForestModel
 {
     std::vector<std::string> names;
@@ -176,7 +176,7 @@ TEST(EraseNodeFromLibrary, ErasuresFromRandomForestsAgreeWithThePlainModel)
             if (i > 0 && below(8) != 0)
                 model.children[static_cast<std::size_t>(below(i))].push_back(static_cast<std::int32_t>(i));
         }
-        for (int extra = below(5); extra > 0; --extra)  // listed twice, and indices that designate no node
+        for (int extra = below(5); extra > 0; --extra)  // repeated entries and bad indices
             model.children[static_cast<std::size_t>(below(count))].push_back(below(count + 3) - 1);
         model.root = below(count + 2) - 1;
 

@@ -54,7 +54,7 @@ TEST(CheckHierarchy, LeavesEveryWalkedNodeOnceChildrenFirst)
     EXPECT_EQ(left, (Indices{3, 1, 2, 0}));
 }
 
-TEST(CheckHierarchy, NodesThatAreNotWalkedHideWhatLiesBelowThem)
+TEST(CheckHierarchy, NodesBelowASkippedNodeAreSkipped)
 {
     std::vector<Node> nodes = NodesOf({{1}, {99, 1}});
     nodes[1].SetAnimationID(0);
@@ -63,9 +63,9 @@ TEST(CheckHierarchy, NodesThatAreNotWalkedHideWhatLiesBelowThem)
     EXPECT_EQ(CheckHierarchy(nodes, 1, isStatic, kCheckNothing), 0U);
 }
 
-TEST(CheckHierarchy, NodeUnderTwoParentsIsNoCycle) { EXPECT_EQ(Levels(NodesOf({{1, 2}, {2}, {}}), 0), 3U); }
+TEST(CheckHierarchy, NodeWithTwoParentsIsNotACycle) { EXPECT_EQ(Levels(NodesOf({{1, 2}, {2}, {}}), 0), 3U); }
 
-TEST(CheckHierarchy, CycleIsNoticed)
+TEST(CheckHierarchy, CycleIsReported)
 {
     EXPECT_THROW(Levels(NodesOf({{0}}), 0), std::runtime_error);
     EXPECT_THROW(Levels(NodesOf({{1}, {2}, {1}}), 0), std::runtime_error);
@@ -80,7 +80,7 @@ TEST(CheckHierarchy, BadIndexIsRefused)
     EXPECT_THROW(Levels(NodesOf({{-1}}), 0), std::out_of_range);
 }
 
-TEST(CheckHierarchy, ComplaintOfTheCheckPasses)
+TEST(CheckHierarchy, ExceptionOfTheCheckIsPassedOn)
 {
     EXPECT_THROW(CheckHierarchy(NodesOf({{1}, {}}), 0, kWalkAll,
                                 [](std::int32_t node) {

@@ -23,7 +23,7 @@ using Support::SameBitsOrNaN;
 
 D3DXMATRIX Moved(float x, float y, float z) { return {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, x, y, z, 1}; }
 
-/// Each node below its parent, -1 for none; node i moves by (i + 1, 0, 0).
+/// Returns nodes with these parents, -1 for none. Node i is translated by (i + 1, 0, 0).
 SceneContainer WithParents(const std::vector<int>& parents)
 {
     SceneContainer scene;
@@ -71,13 +71,13 @@ TEST(FindNodeByName, NamesAreComparedExactly)
     EXPECT_EQ(scene.FindNodeByName(""), -1);
 }
 
-TEST(FindNodeByName, EmptyNameIsANameToo)
+TEST(FindNodeByName, EmptyNameIsFoundToo)
 {
     EXPECT_EQ(SceneContainer().FindNodeByName(""), -1);
     EXPECT_EQ(WithParents({-1}).FindNodeByName(""), 0);
 }
 
-TEST(FindParentNode, ParentIsTheFirstNodeThatListsTheChild)
+TEST(FindParentNode, ParentIsTheFirstNodeThatReferencesTheChild)
 {
     SceneContainer scene = WithParents({-1, 0, 0, 2});
     scene.NodeLibrary[1].ChildList = {3};
@@ -86,7 +86,7 @@ TEST(FindParentNode, ParentIsTheFirstNodeThatListsTheChild)
     EXPECT_EQ(scene.FindParentNode(0), -1);
 }
 
-TEST(FindParentNode, IndexThatNobodyListsHasNoParent)
+TEST(FindParentNode, IndexThatNoNodeReferencesHasNoParent)
 {
     const SceneContainer scene = WithParents({-1, 0});
     for (const int index : {2, -1, std::numeric_limits<int>::max()})
@@ -94,7 +94,7 @@ TEST(FindParentNode, IndexThatNobodyListsHasNoParent)
     EXPECT_EQ(SceneContainer().FindParentNode(0), -1);
 }
 
-TEST(FindParentNode, EntryThatDesignatesNoNodeIsFoundAllTheSame)
+TEST(FindParentNode, BadEntryIsFoundToo)
 {
     SceneContainer scene = WithParents({-1, -1});
     scene.NodeLibrary[1].ChildList = {-1, 7};
@@ -118,7 +118,7 @@ TEST(CalculateGlobalTM, OfAChildIsLocalTimesParent)
     EXPECT_TRUE(SameBitsOrNaN(scene.CalculateGlobalTM(1), expected));
 }
 
-TEST(CalculateGlobalTM, LocalPlacementMayHaveAnyForm)
+TEST(CalculateGlobalTM, LocalTransformMayHaveAnyForm)
 {
     SceneContainer scene = WithParents({-1, 0});
     D3DXVECTOR3 translation(5, 6, 7);
@@ -128,7 +128,7 @@ TEST(CalculateGlobalTM, LocalPlacementMayHaveAnyForm)
     EXPECT_TRUE(SameBitsOrNaN(scene.CalculateGlobalTM(1), Moved(6, 6, 7)));
 }
 
-TEST(CalculateGlobalTM, NodeListedTwiceBelongsToTheLowerParent)
+TEST(CalculateGlobalTM, NodeWithTwoParentsUsesTheLowerParent)
 {
     SceneContainer scene = WithParents({-1, -1, 1});
     EXPECT_TRUE(SameBitsOrNaN(scene.CalculateGlobalTM(2), Moved(5, 0, 0)));
@@ -149,20 +149,20 @@ TEST(CalculateGlobalTM, BadIndexIsRefused)
     EXPECT_EQ(TextOf<std::out_of_range>([&] { empty.CalculateGlobalTM(0); }), "invalid vector<T> subscript");
 }
 
-TEST(CalculateGlobalTM, EntriesThatDesignateNoNodeDoNotMatter)
+TEST(CalculateGlobalTM, BadEntriesAreSkipped)
 {
     SceneContainer scene = WithParents({-1, 0});
     scene.NodeLibrary[0].ChildList = {99, -1, 1};
     EXPECT_TRUE(SameBitsOrNaN(scene.CalculateGlobalTM(1), Moved(3, 0, 0)));
 }
 
-TEST(CalculateGlobalTM, CycleIsNoticed)
+TEST(CalculateGlobalTM, CycleIsReported)
 {
     const std::string expected = "cycle in the node hierarchy";
     SceneContainer own = WithParents({-1, -1});
     own.NodeLibrary[1].ChildList = {1};
     EXPECT_EQ(TextOf<std::runtime_error>([&] { own.CalculateGlobalTM(1); }), expected);
-    EXPECT_TRUE(SameBitsOrNaN(own.CalculateGlobalTM(0), Moved(1, 0, 0))) << "another node is not concerned";
+    EXPECT_TRUE(SameBitsOrNaN(own.CalculateGlobalTM(0), Moved(1, 0, 0))) << "other nodes are not affected";
 
     SceneContainer ring = WithParents({-1, 0, 1, 2});
     ring.NodeLibrary[2].ChildList.push_back(0);
@@ -170,7 +170,7 @@ TEST(CalculateGlobalTM, CycleIsNoticed)
         EXPECT_EQ(TextOf<std::runtime_error>([&] { ring.CalculateGlobalTM(node); }), expected) << node;
 }
 
-TEST(CalculateGlobalTM, RingOfAllNodesIsNoticed)
+TEST(CalculateGlobalTM, CycleOfAllNodesIsReported)
 {
     for (const int count : {1, 2, 3, 50})
     {
@@ -181,14 +181,14 @@ TEST(CalculateGlobalTM, RingOfAllNodesIsNoticed)
     }
 }
 
-TEST(CalculateGlobalTM, LongestPathIsNoCycle)
+TEST(CalculateGlobalTM, LongestPathIsNotACycle)
 {
-    // As many nodes on the path as there are nodes.
+    // The path contains all nodes.
     SceneContainer scene = WithParents({1, 2, 3, -1});
     EXPECT_TRUE(SameBitsOrNaN(scene.CalculateGlobalTM(0), Moved(10, 0, 0)));
 }
 
-TEST(CalculateGlobalTM, AsksTheOverridesForParentsAndTheirMatrices)
+TEST(CalculateGlobalTM, CallsTheOverridesForParentsAndTheirMatrices)
 {
     Support::RecordingContainer scene(WithParents({-1, 0, 1}));
     scene.Forget();
@@ -198,7 +198,7 @@ TEST(CalculateGlobalTM, AsksTheOverridesForParentsAndTheirMatrices)
               "FindParentNode(0)");
 }
 
-/// Puts every node but the first below the first.
+/// Makes every other node a child of the first.
 class FlatContainer : public SceneContainer
 {
 public:
@@ -206,7 +206,7 @@ public:
     int FindParentNode(int index) const override { return index == 0 ? -1 : 0; }
 };
 
-TEST(CalculateGlobalTM, OverriddenParentCounts)
+TEST(CalculateGlobalTM, OverriddenParentIsUsed)
 {
     FlatContainer scene;
     scene.NodeLibrary = WithParents({-1, 0, 1}).NodeLibrary;

@@ -34,7 +34,7 @@ Key At(std::uint32_t time)
     return key;
 }
 
-/// Nodes of these child lists, named "0", "1", ...
+/// Returns nodes with these child lists, named "0", "1", ...
 SceneContainer WithNodes(const std::vector<Indices>& childLists)
 {
     SceneContainer scene;
@@ -62,7 +62,7 @@ std::string TextOfBadSubscript(const std::function<void()>& action)
 
 // --- Geometry and surfaces ---------------------------------------------------------------------------------------
 
-TEST(Libraries, GeometryIsAppendedAlsoWhenAnEqualOneIsThere)
+TEST(Libraries, GeometryIsAppendedEvenIfAnEqualOneExists)
 {
     SceneContainer scene;
     Geometry geometry;
@@ -84,7 +84,7 @@ TEST(Libraries, AddedGeometryOfTheLibraryItselfIsCopied)
     EXPECT_EQ(scene.GeometryLibrary[1].GetName(), "mesh");
 }
 
-TEST(Libraries, CreatedGeometryIsADefaultOne)
+TEST(Libraries, CreatedGeometryIsDefaultConstructed)
 {
     SceneContainer scene;
     EXPECT_EQ(scene.CreateNewGeometryInLibrary(), 0);
@@ -94,7 +94,7 @@ TEST(Libraries, CreatedGeometryIsADefaultOne)
     EXPECT_TRUE(scene.GeometryLibrary[1].VertexArray.empty());
 }
 
-TEST(Libraries, SurfaceIsAppendedWhateverUniqueSays)
+TEST(Libraries, SurfaceIsAppendedRegardlessOfUnique)
 {
     SceneContainer scene;
     Surface surface;
@@ -207,12 +207,12 @@ TEST(Libraries, SearchForAMaterialComputesHashesUpToTheMatch)
 
     Material other = Named("d");
     scene.AddMaterialToLibrary(other, false);
-    EXPECT_FALSE(scene.MaterialLibrary[3].GetIsHashCodeValid()) << "without unique nothing is compared";
+    EXPECT_FALSE(scene.MaterialLibrary[3].GetIsHashCodeValid()) << "without unique no hash is computed";
 }
 
 // --- Textures ----------------------------------------------------------------------------------------------------
 
-TEST(Libraries, TextureIsStoredInLowerCaseWithoutWhiteSpaceAroundIt)
+TEST(Libraries, TextureIsStoredInLowerCaseWithoutSurroundingWhiteSpace)
 {
     SceneContainer scene;
     EXPECT_EQ(scene.AddTextureToLibrary(" \t\v\r\nMaps\\Brick Wall.DDS \t\v\r\n", false), 0);
@@ -231,7 +231,7 @@ TEST(Libraries, TextureInAnotherMixOfCasesIsFoundWithUnique)
     EXPECT_EQ(scene.AddTextureToLibrary("brick.dds", true), 1) << "the first of two equal ones";
 }
 
-TEST(Libraries, TextureOfNothingButWhiteSpaceIsTheEmptyOne)
+TEST(Libraries, TextureOfOnlyWhiteSpaceIsStoredAsAnEmptyName)
 {
     SceneContainer scene;
     EXPECT_EQ(scene.AddTextureToLibrary(" \t ", true), 0);
@@ -242,7 +242,7 @@ TEST(Libraries, TextureOfNothingButWhiteSpaceIsTheEmptyOne)
 TEST(Libraries, StoredTexturesAreComparedByteByByte)
 {
     SceneContainer scene;
-    scene.TextureLibrary = {"Brick.dds"};  // put there directly, in another form than additions store
+    scene.TextureLibrary = {"Brick.dds"};  // Stored directly, in a form that additions never store.
     EXPECT_EQ(scene.AddTextureToLibrary("Brick.dds", true), 1);
 }
 
@@ -268,7 +268,7 @@ TEST(Libraries, OrderAndNumberOfKeysMatter)
     EXPECT_EQ(scene.AddAnimationToLibrary({}, true), 3);
 }
 
-TEST(Libraries, AnimationWithANotANumberIsNeverFound)
+TEST(Libraries, AnimationWithANaNIsNeverFound)
 {
     Key key;
     key.SetPosition(D3DXVECTOR3(std::numeric_limits<float>::quiet_NaN(), 0, 0));
@@ -279,7 +279,7 @@ TEST(Libraries, AnimationWithANotANumberIsNeverFound)
 
 // --- Counting ----------------------------------------------------------------------------------------------------
 
-TEST(Libraries, InstancesAreCountedOncePerListing)
+TEST(Libraries, InstancesAreCountedOncePerReference)
 {
     SceneContainer scene = WithNodes({{}, {}});
     scene.SurfaceLibrary.resize(4);
@@ -287,7 +287,7 @@ TEST(Libraries, InstancesAreCountedOncePerListing)
     scene.SurfaceLibrary[0].SetMaterialID(8);
     scene.SurfaceLibrary[1].SetGeometryID(7);
     scene.SurfaceLibrary[2].SetMaterialID(8);
-    scene.SurfaceLibrary[3].SetGeometryID(7);  // in no list
+    scene.SurfaceLibrary[3].SetGeometryID(7);  // not referenced
     scene.NodeLibrary[0].SurfaceList = {0, 1, 1};
     scene.NodeLibrary[1].SurfaceList = {2, 0};
     EXPECT_EQ(scene.GetGeometryInstanceCount(7), 4);

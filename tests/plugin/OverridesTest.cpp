@@ -11,7 +11,7 @@ using namespace Importing;
 using Support::RecordingContainer;
 using Support::Scene;
 
-TEST(Overrides, ClearSetsStatusAndNameThroughTheTableAndTheRootDirectly)
+TEST(Overrides, ClearSetsStatusAndNameThroughTheVirtualTableAndTheRootDirectly)
 {
     RecordingContainer scene(Scene("Root[a]"));
     scene.Clear();
@@ -20,7 +20,7 @@ TEST(Overrides, ClearSetsStatusAndNameThroughTheTableAndTheRootDirectly)
     EXPECT_EQ(scene.GetRootNodeIndex(), -1);
 }
 
-TEST(Overrides, AWorldMatrixIsAskedForLevelByLevel)
+TEST(Overrides, WorldMatricesAreReadLevelByLevel)
 {
     RecordingContainer scene(Scene("Root( A( B( C ) ) )"));
     scene.CalculateGlobalTM(2);
@@ -29,7 +29,7 @@ TEST(Overrides, AWorldMatrixIsAskedForLevelByLevel)
               "CalculateGlobalTM(0) FindParentNode(0)");
 }
 
-TEST(Overrides, AnOverriddenParentCounts)
+TEST(Overrides, AnOverriddenParentIsUsed)
 {
     class Flat : public Support::DerivedContainer
     {
@@ -42,7 +42,7 @@ TEST(Overrides, AnOverriddenParentCounts)
     EXPECT_EQ(SceneContainer(scene).CalculateGlobalTM(1)._41, 2);
 }
 
-TEST(Overrides, AnOverriddenWorldMatrixOfTheParentCounts)
+TEST(Overrides, AnOverriddenWorldMatrixOfTheParentIsUsed)
 {
     class Shifted : public Support::DerivedContainer
     {
@@ -57,7 +57,7 @@ TEST(Overrides, AnOverriddenWorldMatrixOfTheParentCounts)
     EXPECT_EQ(scene.CalculateGlobalTM(1)._41, 101);
 }
 
-TEST(Overrides, ErasingTheRootsSlotWritesTheRootIndexDirectly)
+TEST(Overrides, ErasingTheRootWritesTheRootNodeIndexDirectly)
 {
     RecordingContainer scene(Scene("A | B | Root"));
     scene.SetRootNodeIndex(2);

@@ -24,16 +24,13 @@ std::vector<Node> NodesOf(const std::vector<Indices>& childLists)
     return nodes;
 }
 
-TEST(ParentTable, HoldsTheLowestParentOfEveryNode)
+TEST(ParentTable, ContainsTheLowestParentOfEveryNode)
 {
     EXPECT_EQ(ParentTable(NodesOf({{1, 3}, {2}, {3, 3}, {}})), (Indices{-1, 0, 1, 0}));
     EXPECT_TRUE(ParentTable({}).empty());
 }
 
-TEST(ParentTable, EntriesThatDesignateNoNodeArePassedOver)
-{
-    EXPECT_EQ(ParentTable(NodesOf({{-1, 2, 99, 1}, {}})), (Indices{-1, 0}));
-}
+TEST(ParentTable, BadEntriesAreSkipped) { EXPECT_EQ(ParentTable(NodesOf({{-1, 2, 99, 1}, {}})), (Indices{-1, 0})); }
 
 TEST(ParentTable, AgreesWithTheSearchForOneParent)
 {
@@ -60,9 +57,9 @@ TEST(PathToRoot, LeadsFromTheNodeUpwards)
     EXPECT_EQ(PathToRoot(parents, 0), (Indices{0}));
 }
 
-TEST(PathToRoot, PathThroughAllNodesIsNoCycle) { EXPECT_EQ(PathToRoot({1, 2, -1}, 0), (Indices{0, 1, 2})); }
+TEST(PathToRoot, PathThroughAllNodesIsNotACycle) { EXPECT_EQ(PathToRoot({1, 2, -1}, 0), (Indices{0, 1, 2})); }
 
-TEST(PathToRoot, CycleIsNoticedAlsoWhenTheNodeIsOnlyBelowIt)
+TEST(PathToRoot, CycleAboveTheNodeIsReported)
 {
     EXPECT_THROW(PathToRoot({0}, 0), std::runtime_error);
     EXPECT_THROW(PathToRoot({1, 0}, 0), std::runtime_error);

@@ -23,7 +23,7 @@ using namespace Importing;
 using Support::CountedAllocations;
 using Support::SameScene;
 
-/// One record or more in every library.
+/// Returns a scene with at least one record in every library.
 SceneContainer Filled()
 {
     SceneContainer scene;
@@ -85,7 +85,7 @@ TEST(SceneContainer, ChannelNameIsNotTheScenesName)
     EXPECT_EQ(scene.GetName(), "scene");
 }
 
-TEST(SceneContainer, StatusNameAndRootAreStoredAsTheyCome)
+TEST(SceneContainer, StatusNameAndRootAreStoredWithoutChecks)
 {
     SceneContainer scene;
     for (const int value : {0, 7, -1, -99, 2147483647})
@@ -93,7 +93,7 @@ TEST(SceneContainer, StatusNameAndRootAreStoredAsTheyCome)
         scene.SetStatus(value);
         scene.SetRootNodeIndex(value);
         EXPECT_EQ(scene.GetStatus(), value);
-        EXPECT_EQ(scene.GetRootNodeIndex(), value) << "there is no check";
+        EXPECT_EQ(scene.GetRootNodeIndex(), value) << "the index is not checked";
     }
     scene.SetName("name");
     EXPECT_EQ(scene.GetName(), "name");
@@ -136,7 +136,7 @@ TEST(SceneContainer, ClearKeepsTheChannelName)
     EXPECT_STREQ(scene.GetChannelName(), "channel");
 }
 
-TEST(SceneContainer, ClearSetsStatusAndNameThroughTheTableAndTheRootDirectly)
+TEST(SceneContainer, ClearSetsStatusAndNameThroughTheVirtualTableAndTheRootDirectly)
 {
     Support::RecordingContainer scene;
     scene.Forget();
@@ -145,7 +145,7 @@ TEST(SceneContainer, ClearSetsStatusAndNameThroughTheTableAndTheRootDirectly)
               "Clear() SetStatus(-1) SetName(\"\")");
 }
 
-/// Looks at the libraries when Clear() tells the status.
+/// Records the libraries when Clear() sets the status.
 class CuriousContainer : public SceneContainer
 {
 public:
@@ -164,7 +164,7 @@ public:
     }
 };
 
-TEST(SceneContainer, ClearEmptiesFirstAndUnsetsTheRootBeforeTheName)
+TEST(SceneContainer, ClearEmptiesFirstAndResetsTheRootBeforeTheName)
 {
     CuriousContainer scene;
     scene.NodeLibrary.resize(2);
@@ -176,7 +176,7 @@ TEST(SceneContainer, ClearEmptiesFirstAndUnsetsTheRootBeforeTheName)
 
 // --- Copies ------------------------------------------------------------------------------------------------------
 
-TEST(SceneContainer, CopiesCarryEverything)
+TEST(SceneContainer, CopiesHaveEveryField)
 {
     SceneContainer scene = Filled();
     scene.SetChannelName("channel");
@@ -230,9 +230,9 @@ TEST(SceneContainer, AssignmentOfAnEmptyContainerEmpties)
     EXPECT_EQ(scene.GetRootNodeIndex(), -1);
 }
 
-#if !defined(_WIN32)  // where the library does not take its memory from the program's operator new
+#if !defined(_WIN32)  // On Windows the library does not use the operator new of the program.
 
-TEST(SceneContainer, CopyThatFailsAnywhereLeavesNothingBehind)
+TEST(SceneContainer, CopyThatFailsAnywhereLeaksNothing)
 {
     const SceneContainer scene = Filled();
     const std::size_t before = CountedAllocations::InUse();
@@ -252,11 +252,11 @@ TEST(SceneContainer, CopyThatFailsAnywhereLeavesNothingBehind)
         CountedAllocations::Recover();
         ASSERT_LT(failures, 1000U);
     }
-    EXPECT_GT(failures, 9U) << "every library has been a failing one";
+    EXPECT_GT(failures, 9U) << "every library has failed once";
     EXPECT_EQ(CountedAllocations::InUse(), before);
 }
 
-TEST(SceneContainer, AdditionThatFailsLeavesTheLibraryAsItWas)
+TEST(SceneContainer, AdditionThatFailsDoesNotChangeTheLibrary)
 {
     SceneContainer scene = Filled();
     const SceneContainer untouched(scene);
@@ -311,10 +311,10 @@ TEST(SceneContainer, SavedAndLoadedSceneIsEmpty)
     VykFileLoader loader(saver.GetBytes());
     EXPECT_TRUE(loaded.LoadChannel(loader, nullptr));
     EXPECT_TRUE(SameScene(loaded, SceneContainer()));
-    EXPECT_STREQ(loaded.GetChannelName(), "my channel") << "what the host's base class carries";
+    EXPECT_STREQ(loaded.GetChannelName(), "my channel") << "the name is saved by the host's base class";
 }
 
-TEST(SceneContainer, LoadingKeepsTheSceneThatWasThere)
+TEST(SceneContainer, LoadingKeepsTheScene)
 {
     VykFileSaver saver;
     SceneContainer().SaveChannel(saver);
@@ -324,7 +324,7 @@ TEST(SceneContainer, LoadingKeepsTheSceneThatWasThere)
     EXPECT_TRUE(SameScene(scene, Filled()));
 }
 
-TEST(SceneContainer, SavesWhatTheBaseClassSaves)
+TEST(SceneContainer, SavesTheSameBytesAsTheBaseClass)
 {
     Vyk_Channel base;
     base.SetChannelName("SceneContainer");
@@ -351,7 +351,7 @@ TEST(SceneContainer, CallChannelAndDoDependencyInitDoNothing)
     EXPECT_TRUE(SameScene(scene, Filled()));
 }
 
-TEST(SceneContainer, TypeThroughTheTableIsTheBaseClasses)
+TEST(SceneContainer, TypeThroughTheVirtualTableIsThatOfTheBaseClass)
 {
     SceneContainer scene;
     EXPECT_STREQ(scene.GetChannelType().name.data(), "");

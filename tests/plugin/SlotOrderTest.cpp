@@ -12,9 +12,9 @@
 #include <vector>
 
 // The order of the virtual operations of every exported class is part of the interface: users that were built against
-// it call through the tables. These tests read the place of each operation out of the pointers to members.
+// it call through the tables. These tests read the slot of each operation from pointers to members.
 
-#if !defined(_MSC_VER)  // which keeps code in pointers to members, not places in tables
+#if !defined(_MSC_VER)  // Microsoft's pointers to members contain code addresses, not slots.
 
 namespace
 {
@@ -23,7 +23,7 @@ using namespace Importing;
 
 constexpr std::size_t kNotVirtual = static_cast<std::size_t>(-1);
 
-/// The place of a virtual operation in its table, as the Itanium ABI writes it into a pointer to member.
+/// Returns the slot of a virtual operation, which the Itanium ABI stores in a pointer to member.
 template <typename Member>
 std::size_t Slot(Member member)
 {
@@ -50,10 +50,10 @@ struct Operation
     std::size_t slot;
 };
 
-/// Stands for the destructor, of which no pointer can be taken; it has two places.
+/// Represents the destructor, to which no pointer exists. It has two slots.
 Operation Destructor() { return {"destructor", kNotVirtual}; }
 
-/// A class with one virtual operation more, which comes behind all others.
+/// A class with one more virtual operation, which comes after all others.
 template <typename Record>
 class Extended : public Record
 {
@@ -61,7 +61,7 @@ public:
     virtual void AfterTheLast() {}
 };
 
-/// Every operation must stand where the list says, and the list must be complete.
+/// Expects that every operation is at its slot in the list, and that the list is complete.
 template <typename Record>
 void ExpectSlotOrder(const std::vector<Operation>& operations)
 {
@@ -79,10 +79,10 @@ void ExpectSlotOrder(const std::vector<Operation>& operations)
         ++slot;
     }
     EXPECT_EQ(destructors, std::has_virtual_destructor_v<Record> ? 1U : 0U);
-    EXPECT_EQ(Slot(&Extended<Record>::AfterTheLast), slot) << "operations that the list does not name";
+    EXPECT_EQ(Slot(&Extended<Record>::AfterTheLast), slot) << "the list lacks operations";
 }
 
-/// Opens what HashObject protects.
+/// Makes the protected members of HashObject public.
 template <typename Record>
 class Opened : public Record
 {
@@ -102,7 +102,7 @@ public:
     }
 };
 
-/// The seven operations of every hashed record, then its own.
+/// Lists the seven operations of every hashed record, then its own.
 template <typename Record>
 void ExpectHashedSlotOrder(const std::vector<Operation>& own)
 {
@@ -116,7 +116,7 @@ void ExpectHashedSlotOrder(const std::vector<Operation>& own)
 #name, Slot(&Class::name) \
     }
 
-/// The host's own twenty.
+/// The twenty operations of the host's base class.
 template <typename Class>
 std::vector<Operation> ChannelOperations()
 {
@@ -206,7 +206,7 @@ public:
     }
 };
 
-TEST(SlotOrder, TransformHasItsDestructorBehindTheConversions)
+TEST(SlotOrder, TransformHasItsDestructorAfterTheConversions)
 {
     using Class = Transform;
     std::vector<Operation> operations = OpenedTransform::Conversions();

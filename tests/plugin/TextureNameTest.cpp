@@ -40,13 +40,13 @@ const Case kCases[] = {
 INSTANTIATE_TEST_SUITE_P(, TextureName, testing::ValuesIn(kCases),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(TextureNames, ANormalizedNameStaysAsItIs)
+TEST(TextureNames, ANormalizedNameDoesNotChange)
 {
     for (const Case& row : kCases)
         EXPECT_EQ(NormalizeTextureName(row.expected), row.expected);
 }
 
-TEST(TextureNames, BytesAbove127StayInTheCLocale)
+TEST(TextureNames, BytesAbove127AreKeptInTheCLocale)
 {
     for (int byte = 128; byte < 256; ++byte)
     {
@@ -55,7 +55,7 @@ TEST(TextureNames, BytesAbove127StayInTheCLocale)
     }
 }
 
-/// Sets the character type of the process to that of a locale while it lives.
+/// Sets the character type of the process to that of a locale, for the lifetime of the object.
 class CharacterType
 {
 public:
@@ -74,7 +74,7 @@ private:
     bool isSet_ = false;
 };
 
-TEST(TextureNames, BytesAbove127AreLoweredByALocaleOfOneByteCharacters)
+TEST(TextureNames, BytesAbove127AreLoweredInALocaleOfSingleByteCharacters)
 {
     const CharacterType latin1{"en_US.iso88591", "de_DE.iso88591", "fr_FR.iso88591"};
     if (!latin1.IsSet())
@@ -82,7 +82,7 @@ TEST(TextureNames, BytesAbove127AreLoweredByALocaleOfOneByteCharacters)
     EXPECT_EQ(NormalizeTextureName("H\xD6LZ.PNG"), "h\xF6lz.png");
 }
 
-TEST(TextureNames, Byte255WidensToEOFAndStaysInEveryLocale)
+TEST(TextureNames, Byte255IsKeptInEveryLocale)
 {
     const CharacterType russian{"ru_RU.koi8r"};
     if (!russian.IsSet())

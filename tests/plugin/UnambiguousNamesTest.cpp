@@ -32,7 +32,7 @@ Names NamesOf(std::vector<Record>& library)
     return names;
 }
 
-/// The names that the nodes have afterwards.
+/// Returns the names of the nodes after renaming.
 Names Renamed(const Names& names)
 {
     SceneContainer scene;
@@ -41,7 +41,7 @@ Names Renamed(const Names& names)
     return NamesOf(scene.NodeLibrary);
 }
 
-TEST(UnambiguousNames, NamesWithoutDuplicatesAreLeftUnchanged)
+TEST(UnambiguousNames, NamesWithoutDuplicatesDoNotChange)
 {
     EXPECT_EQ(Renamed({}), Names{});
     EXPECT_EQ(Renamed({"A", "B", "A(1)", "A(2)"}), (Names{"A", "B", "A(1)", "A(2)"}));
@@ -62,7 +62,7 @@ TEST(UnambiguousNames, DuplicatesAmongOthersCountDownInIndexOrder)
     EXPECT_EQ(Renamed({"x", "Box", "y", "Box", "Box"}), (Names{"x", "Box(2)", "y", "Box(1)", "Box"}));
 }
 
-TEST(UnambiguousNames, ANameThatWasThereBeforeIsAvoidedAndItsRecordKeepsIt)
+TEST(UnambiguousNames, AnExistingNameIsAvoidedAndItsRecordKeepsIt)
 {
     EXPECT_EQ(Renamed({"A", "A", "A(1)"}), (Names{"A(1)[1]", "A", "A(1)"}));
 }
@@ -72,7 +72,7 @@ TEST(UnambiguousNames, NamesThatDifferOnlyInCaseAreDistinct)
     EXPECT_EQ(Renamed({"box", "Box"}), (Names{"box", "Box"}));
 }
 
-TEST(UnambiguousNames, NodesGeometriesMaterialsAndSurfacesAreRenamedEachForThemselves)
+TEST(UnambiguousNames, NodesGeometriesMaterialsAndSurfacesAreRenamedIndependently)
 {
     SceneContainer scene;
     SetNames(scene.NodeLibrary, {"A", "A"});
@@ -107,7 +107,8 @@ TEST(UnambiguousNames, OnlyARenamedMaterialLosesItsHash)
     EXPECT_TRUE(scene.MaterialLibrary[2].GetIsHashCodeValid());
 }
 
-/// The name that a surface with these indices gets, among two meshes ("Mesh" and one without name) and a material Red.
+/// Returns the name that a surface with these indices gets in a scene with two meshes ("Mesh" and one without name) and
+/// a material Red.
 std::string CreatedName(int geometry, int material)
 {
     SceneContainer scene;
@@ -120,19 +121,19 @@ std::string CreatedName(int geometry, int material)
     return scene.SurfaceLibrary[0].GetName();
 }
 
-TEST(CreateSurfaceNames, MeshAndMaterialWithALineBreakBetween) { EXPECT_EQ(CreatedName(0, 0), "Mesh\r\nRed"); }
+TEST(CreateSurfaceNames, NameIsMeshAndMaterialWithALineBreakBetween) { EXPECT_EQ(CreatedName(0, 0), "Mesh\r\nRed"); }
 
-TEST(CreateSurfaceNames, WithoutMeshOrMeshNameTheMaterialAlone)
+TEST(CreateSurfaceNames, WithoutMeshOrMeshNameTheNameIsThatOfTheMaterial)
 {
     EXPECT_EQ(CreatedName(-1, 0), "Red");
     EXPECT_EQ(CreatedName(1, 0), "Red");
 }
 
-TEST(CreateSurfaceNames, WithoutMaterialTheLineBreakStays) { EXPECT_EQ(CreatedName(0, -1), "Mesh\r\n"); }
+TEST(CreateSurfaceNames, WithoutMaterialTheLineBreakIsKept) { EXPECT_EQ(CreatedName(0, -1), "Mesh\r\n"); }
 
-TEST(CreateSurfaceNames, WithoutBothTheEmptyName) { EXPECT_EQ(CreatedName(-1, -1), ""); }
+TEST(CreateSurfaceNames, WithoutMeshAndMaterialTheNameIsEmpty) { EXPECT_EQ(CreatedName(-1, -1), ""); }
 
-TEST(CreateSurfaceNames, NamesNeedNotBeUniqueAndCanBeMadeSo)
+TEST(CreateSurfaceNames, NamesMayBeEqualAndCanBeMadeDistinct)
 {
     SceneContainer scene;
     SetNames(scene.GeometryLibrary, {"Mesh"});

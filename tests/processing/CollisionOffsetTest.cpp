@@ -27,7 +27,7 @@ std::vector<int> OffsetsOf(SceneContainer& scene)
     return offsets;
 }
 
-/// The offsets of the scene's surfaces, in the order of the library.
+/// Returns the offsets of the surfaces, in the order of the library.
 std::vector<int> OffsetsOf(const std::string& text)
 {
     SceneContainer scene = Scene(text);
@@ -36,14 +36,14 @@ std::vector<int> OffsetsOf(const std::string& text)
 
 using Offsets = std::vector<int>;
 
-TEST(CollisionOffset, ASceneWithoutSurfacesOrWithOneStaysAtZero)
+TEST(CollisionOffset, ASceneWithFewerThanTwoSurfacesHasOffsetZero)
 {
     EXPECT_EQ(OffsetsOf(""), Offsets{});
     EXPECT_EQ(OffsetsOf("Root"), Offsets{});
     EXPECT_EQ(OffsetsOf("Root[a]"), Offsets{0});
 }
 
-TEST(CollisionOffset, DisjointBoxesStayAtZero)
+TEST(CollisionOffset, DisjointBoxesHaveOffsetZero)
 {
     EXPECT_EQ(OffsetsOf("Root[a]( A@2,0,0[b] B@0,2,0[c] C@0,0,2[d] )"), (Offsets{0, 0, 0, 0}));
 }
@@ -56,31 +56,31 @@ TEST(CollisionOffset, BoxesThatOnlyTouchOverlap)
     EXPECT_EQ(OffsetsOf("Root[a]( A@1.0000005,0,0[b] )"), (Offsets{0, 0}));
 }
 
-TEST(CollisionOffset, TwoSurfacesOfOneMeshDifferOnlyWhereTheirWorldBoxesMeet)
+TEST(CollisionOffset, TwoSurfacesOfOneMeshDifferOnlyIfTheirWorldBoxesOverlap)
 {
     EXPECT_EQ(OffsetsOf("Root( A@0,0,0[a=mesh] B@5,0,0[b=mesh] )"), (Offsets{0, 0}));
     EXPECT_EQ(OffsetsOf("Root( A@5,0,0[a=mesh] B@5,0,0[b=mesh] )"), (Offsets{0, 1}));
 }
 
-TEST(CollisionOffset, ThreeThatOverlapOneAnotherGetThreeOffsets)
+TEST(CollisionOffset, ThreeOverlappingSurfacesGetThreeOffsets)
 {
     EXPECT_EQ(OffsetsOf("Root[a b c]"), (Offsets{0, 1, 2}));
 }
 
 TEST(CollisionOffset, OnlyTheOtherSurfaceIsRaisedNeverTheCurrentOne)
 {
-    // b is listed first: it is current first and raises a.
+    // b is referenced first, so it is the current surface first and raises a.
     SceneContainer scene = Scene("Root[a b]");
     scene.NodeLibrary[0].SurfaceList = {1, 0};
     EXPECT_EQ(OffsetsOf(scene), (Offsets{1, 0}));
 }
 
-TEST(CollisionOffset, NeighboursInARowAlternate)
+TEST(CollisionOffset, SurfacesInARowAlternate)
 {
     EXPECT_EQ(OffsetsOf("Root( A[a] B@1,0,0[b] C@2,0,0[c] D@3,0,0[d] )"), (Offsets{0, 1, 0, 1}));
 }
 
-/// One surface for each pair of ends along x, all listed by one node in this order.
+/// Returns a scene with one surface for each interval along x, all referenced by one node in this order.
 SceneContainer Row(const std::vector<std::pair<float, float>>& ends)
 {
     SceneContainer scene;
@@ -97,8 +97,8 @@ SceneContainer Row(const std::vector<std::pair<float, float>>& ends)
 
 TEST(CollisionOffset, OneGreedyPassCanLeaveAnOverlappingPairEqual)
 {
-    // The fourth and the fifth overlap and had 2 and 1 when they were current; the last one, raised to 1 late, then
-    // raises the fifth to 2.
+    // The fourth and the fifth overlap and have 2 and 1 when they are the current surface. The last one, which is
+    // raised to 1 late, then raises the fifth to 2.
     SceneContainer scene = Row({{0, 1}, {0.5F, 1.5F}, {15, 16}, {0, 10}, {9, 20}, {29, 31}, {19, 30}});
     EXPECT_EQ(OffsetsOf(scene), (Offsets{0, 1, 0, 2, 2, 0, 1}));
 }
@@ -110,7 +110,7 @@ TEST(CollisionOffset, CallingItAgainGivesTheSameResult)
     EXPECT_EQ(OffsetsOf(scene), first);
 }
 
-TEST(CollisionOffset, ASurfaceThatNoNodeListsIsSetToZeroAndNotCompared)
+TEST(CollisionOffset, ASurfaceThatNoNodeReferencesIsSetToZeroAndNotCompared)
 {
     SceneContainer scene = Scene("Root[a b]");
     scene.NodeLibrary[0].SurfaceList = {0};
@@ -120,12 +120,12 @@ TEST(CollisionOffset, ASurfaceThatNoNodeListsIsSetToZeroAndNotCompared)
 
 TEST(CollisionOffset, ASurfaceIsNeverComparedWithItself) { EXPECT_EQ(OffsetsOf("Root[a a]( A[a] )"), Offsets{0}); }
 
-TEST(CollisionOffset, EachListingOfASurfaceCountsAsABox)
+TEST(CollisionOffset, EachReferenceToASurfaceHasABox)
 {
     EXPECT_EQ(OffsetsOf("Root[a]( A@50,0,0[a] B@50,0,0[b] C@80,0,0[c] )"), (Offsets{0, 1, 0}));
 }
 
-TEST(CollisionOffset, BoxesAreTakenInTheWorldFrame)
+TEST(CollisionOffset, BoxesAreInWorldSpace)
 {
     EXPECT_EQ(OffsetsOf("Root( A@9,0,0( B@1,0,0[a] ) C@10,0,0[b] )"), (Offsets{0, 1}));
 }
@@ -138,14 +138,14 @@ TEST(CollisionOffset, AMeshBelowZeroReachesUpToZero)
     EXPECT_EQ(OffsetsOf(scene), (Offsets{0, 1}));
 }
 
-TEST(CollisionOffset, AMeshWithoutVerticesCoversAllThatLiesAboveZero)
+TEST(CollisionOffset, AMeshWithoutVerticesOverlapsEverythingAboveZero)
 {
     SceneContainer scene = Scene("Root[a b]");
     MeshOf(scene, "a").Release();
     EXPECT_EQ(OffsetsOf(scene), (Offsets{0, 1}));
 }
 
-TEST(CollisionOffset, AddsNothingToTheHashes)
+TEST(CollisionOffset, ComputesNoHashes)
 {
     SceneContainer scene = Scene("Root[a b]");
     const std::uint32_t hash = SurfaceNamed(scene, "b").GetHash();
@@ -179,7 +179,7 @@ TEST(CollisionOffset, ACycleChangesNothing)
     Support::ExpectCycle(scene, [&] { scene.CalculateSurfaceCollisionOffset(); });
 }
 
-TEST(CollisionOffset, ManySparseSurfacesAndAMillionLevelsAreDoneInTime)
+TEST(CollisionOffset, ManySparseSurfacesAndAMillionLevelsAreNotQuadratic)
 {
     SceneContainer scene = Support::Chain(Support::kDeep);
     scene.GeometryLibrary.push_back(Support::UnitBox());
@@ -196,7 +196,7 @@ TEST(CollisionOffset, ManySparseSurfacesAndAMillionLevelsAreDoneInTime)
     EXPECT_EQ(scene.SurfaceLibrary[99999].GetCollisionOffset(), 0);
 }
 
-TEST(CollisionOffsetOverrides, TheWorldMatrixOfANodeIsAskedForOnce)
+TEST(CollisionOffsetOverrides, TheWorldMatrixOfANodeIsReadOnce)
 {
     Support::RecordingContainer scene(Scene("Root( A[a b] B[c] C )"));
     scene.CalculateSurfaceCollisionOffset();
@@ -205,9 +205,9 @@ TEST(CollisionOffsetOverrides, TheWorldMatrixOfANodeIsAskedForOnce)
               "CalculateGlobalTM(2) FindParentNode(2) CalculateGlobalTM(0) FindParentNode(0)");
 }
 
-TEST(CollisionOffsetOverrides, NodesAreMetAsTheFirstSurfaceAndThenAsThoseThatItIsComparedWith)
+TEST(CollisionOffsetOverrides, MatricesAreReadForTheFirstSurfaceAndThenForThoseItIsComparedWith)
 {
-    // Where a node lists nothing but the first surface, the first surface is not compared there.
+    // A node that references only the first surface is not needed for comparisons with the first surface.
     Support::RecordingContainer scene(Scene("A[a] | B[a] | C[b] | D[a] | E[a c] | F"));
     scene.CalculateSurfaceCollisionOffset();
     EXPECT_EQ(scene.Calls({"CalculateGlobalTM"}),
@@ -215,7 +215,7 @@ TEST(CollisionOffsetOverrides, NodesAreMetAsTheFirstSurfaceAndThenAsThoseThatItI
               "CalculateGlobalTM(1) CalculateGlobalTM(3)");
 }
 
-TEST(CollisionOffsetOverrides, AllOffsetsAreResetBeforeAWorldMatrixIsAskedFor)
+TEST(CollisionOffsetOverrides, AllOffsetsAreResetBeforeAWorldMatrixIsRead)
 {
     class Watcher : public Support::DerivedContainer
     {
@@ -234,7 +234,7 @@ TEST(CollisionOffsetOverrides, AllOffsetsAreResetBeforeAWorldMatrixIsAskedFor)
     EXPECT_EQ(OffsetsOf(scene), (Offsets{0, 0}));
 }
 
-TEST(CollisionOffsetOverrides, AnOverriddenWorldMatrixCounts)
+TEST(CollisionOffsetOverrides, AnOverriddenWorldMatrixIsUsed)
 {
     class Apart : public Support::DerivedContainer
     {

@@ -21,7 +21,7 @@ using namespace Importing;
 using Support::Scene;
 using Support::ToText;
 
-/// Erases and puts the root node index where EraseNodes leaves it.
+/// Calls EraseNodes on a scene and sets the resulting root node index.
 void Erase(SceneContainer& scene, const std::vector<std::uint32_t>& erased)
 {
     std::int32_t root = scene.GetRootNodeIndex();
@@ -37,7 +37,7 @@ TEST(EraseNodes, NothingToEraseChangesNothing)
     EXPECT_TRUE(Support::SameScene(scene, before));
 }
 
-TEST(EraseNodes, TheLastNodeTakesThePlaceOfAnErasedOneAndChildListsFollow)
+TEST(EraseNodes, TheLastNodeReplacesAnErasedOneAndChildListsAreUpdated)
 {
     SceneContainer scene = Scene("Root( A C ) | B");
     Erase(scene, {1});
@@ -45,7 +45,7 @@ TEST(EraseNodes, TheLastNodeTakesThePlaceOfAnErasedOneAndChildListsFollow)
     EXPECT_EQ(Support::NodeIndex(scene, "B"), 1);
 }
 
-TEST(EraseNodes, TheRootIndexFollowsAMovedRootAndNoOther)
+TEST(EraseNodes, TheRootNodeIndexIsUpdatedOnlyIfTheRootMoves)
 {
     SceneContainer scene = Scene("A | B | Root");
     scene.SetRootNodeIndex(2);
@@ -56,14 +56,14 @@ TEST(EraseNodes, TheRootIndexFollowsAMovedRootAndNoOther)
     EXPECT_TRUE(scene.NodeLibrary.empty());
 }
 
-TEST(EraseNodes, AnIndexThatStandsTwiceAlsoErasesTheNodeThatTookItsPlace)
+TEST(EraseNodes, AnIndexThatOccursTwiceAlsoErasesTheNodeThatMovedIntoItsPlace)
 {
     SceneContainer scene = Scene("Root( A B ) | C");
     Erase(scene, {1, 1});
     EXPECT_EQ(ToText(scene), "Root( B )");
 }
 
-/// One EraseNodeFromLibrary after another, from the largest index down, as far as it goes.
+/// Calls EraseNodeFromLibrary from the largest index down, until it throws.
 std::string EraseOneByOne(SceneContainer& scene, const std::vector<std::uint32_t>& erased)
 {
     try
@@ -78,7 +78,7 @@ std::string EraseOneByOne(SceneContainer& scene, const std::vector<std::uint32_t
     return {};
 }
 
-/// Erases in one go and one by one: the same exception, or none, and the same scene.
+/// Expects that erasing at once and one by one has the same exception, or none, and the same scene.
 void ExpectSameErasing(SceneContainer& scene, const std::vector<std::uint32_t>& erased)
 {
     SceneContainer expected(scene);
@@ -92,7 +92,7 @@ void ExpectSameErasing(SceneContainer& scene, const std::vector<std::uint32_t>& 
     EXPECT_TRUE(Support::SameScene(scene, expected));
 }
 
-TEST(EraseNodes, AnIndexThatDesignatesNoNodeAtItsTurnThrowsWhenWhatCameBeforeItIsErased)
+TEST(EraseNodes, AnIndexThatIsBadAtItsTurnThrowsAfterTheLargerOnesAreErased)
 {
     for (const std::vector<std::uint32_t>& erased : {std::vector<std::uint32_t>{3}, {2, 2}, {1, 2, 2}, {0, 4000000000}})
     {
@@ -103,7 +103,7 @@ TEST(EraseNodes, AnIndexThatDesignatesNoNodeAtItsTurnThrowsWhenWhatCameBeforeItI
     }
 }
 
-TEST(EraseNodes, DoesWhatOneErasureAfterAnotherDoes)
+TEST(EraseNodes, MatchesErasingOneNodeAfterAnother)
 {
     for (std::uint32_t seed = 1; seed <= 1000 && !HasFailure(); ++seed)
     {

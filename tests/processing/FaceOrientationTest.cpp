@@ -34,7 +34,7 @@ D3DXMATRIX PlaceOf(SceneContainer& scene, const std::string& node)
     return NodeNamed(scene, node).GetLocalTransform().GetMatrix();
 }
 
-/// One triangle in the plane z = 0 that looks along +z, its first vertex with this normal.
+/// Returns a triangle in the plane z = 0 that faces +z and whose first vertex has this normal.
 Geometry Triangle(const D3DXVECTOR3& firstNormal)
 {
     Geometry mesh;
@@ -47,7 +47,7 @@ Geometry Triangle(const D3DXVECTOR3& firstNormal)
 const std::vector<std::uint32_t> kKept = {0, 1, 2};
 const std::vector<std::uint32_t> kFlipped = {0, 2, 1};
 
-/// What becomes of a triangle with this normal of its first vertex.
+/// Returns whether a triangle with this normal of its first vertex is flipped.
 std::vector<std::uint32_t> CheckedTriangle(const D3DXVECTOR3& firstNormal, const D3DXMATRIX& world)
 {
     SceneContainer scene = Scene("Root[a]");
@@ -56,31 +56,34 @@ std::vector<std::uint32_t> CheckedTriangle(const D3DXVECTOR3& firstNormal, const
     return MeshOf(scene, "a").IndexArray;
 }
 
-TEST(CheckFacesOrientation, AMeshWhoseFirstTriangleAgreesWithItsFirstNormalIsLeftAlone)
+TEST(CheckFacesOrientation, AMeshWhoseFirstTriangleAgreesWithItsNormalDoesNotChange)
 {
     EXPECT_EQ(CheckedTriangle({0, 0, 1}, kIdentity), kKept);
     EXPECT_EQ(CheckedTriangle({0, 0, 7}, kIdentity), kKept);
     EXPECT_EQ(CheckedTriangle({1, 0, 0.0501F}, kIdentity), kKept);
 }
 
-TEST(CheckFacesOrientation, AMeshWhoseFirstTriangleFacesAwayIsTurned)
+TEST(CheckFacesOrientation, AMeshWhoseFirstTriangleFacesAwayIsFlipped)
 {
     EXPECT_EQ(CheckedTriangle({0, 0, -1}, kIdentity), kFlipped);
 }
 
-TEST(CheckFacesOrientation, APerpendicularNormalIsNotEnough)
+TEST(CheckFacesOrientation, AMeshWithAPerpendicularNormalIsFlipped)
 {
     EXPECT_EQ(CheckedTriangle({1, 0, 0}, kIdentity), kFlipped);
 }
 
-TEST(CheckFacesOrientation, ANormalThatLeansLessThanATwentiethTowardsTheFaceIsNotEnough)
+TEST(CheckFacesOrientation, AMeshWithADotProductBelowTheThresholdIsFlipped)
 {
     EXPECT_EQ(CheckedTriangle({1, 0, 0.0499F}, kIdentity), kFlipped);
 }
 
-TEST(CheckFacesOrientation, AZeroNormalIsNotEnough) { EXPECT_EQ(CheckedTriangle({0, 0, 0}, kIdentity), kFlipped); }
+TEST(CheckFacesOrientation, AMeshWithAZeroNormalIsFlipped)
+{
+    EXPECT_EQ(CheckedTriangle({0, 0, 0}, kIdentity), kFlipped);
+}
 
-TEST(CheckFacesOrientation, TheTestIsMadeInTheFrameOfTheWorldMatrix)
+TEST(CheckFacesOrientation, TheTestIsInWorldSpace)
 {
     EXPECT_EQ(CheckedTriangle({0, 0, 1}, kMirror), kFlipped);
     EXPECT_EQ(CheckedTriangle({0, 0, -1}, kMirror), kKept);
@@ -109,16 +112,16 @@ TEST(CheckFacesOrientation, MeshesThatAreNotTrianglesAreNotTested)
     EXPECT_EQ(MeshOf(scene, "a").IndexArray, kKept);
 }
 
-TEST(CheckFacesOrientation, AMeshOfTwoSurfacesIsTestedForEach)
+TEST(CheckFacesOrientation, AMeshOfTwoSurfacesIsTestedTwice)
 {
-    // Perpendicular: turned by either test, and so turned back.
+    // Perpendicular: both tests flip the mesh, so it ends as it was.
     SceneContainer scene = Scene("Root[a=mesh b=mesh]");
     MeshOf(scene, "a") = Triangle({1, 0, 0});
     scene.CheckFacesOrientation(0, kIdentity);
     EXPECT_EQ(MeshOf(scene, "a").IndexArray, kKept);
 }
 
-TEST(CheckFacesOrientation, NormalsOfAMirroredNodeAreNotTurned)
+TEST(CheckFacesOrientation, NormalsOfAMirroredNodeAreNotFlipped)
 {
     SceneContainer scene = Scene("Root[a]");
     MeshOf(scene, "a") = Triangle({0, 0, 1});
@@ -126,7 +129,7 @@ TEST(CheckFacesOrientation, NormalsOfAMirroredNodeAreNotTurned)
     EXPECT_EQ(MeshOf(scene, "a").VertexArray[0].GetNormal(), D3DXVECTOR3(0, 0, 1));
 }
 
-TEST(CheckFacesOrientation, NormalsAreTurnedWhereTheTwoDeterminantsDifferInSign)
+TEST(CheckFacesOrientation, NormalsAreFlippedIfTheTwoDeterminantsDifferInSign)
 {
     D3DXMATRIX matrix = kIdentity;
     matrix._44 = -1;
@@ -136,7 +139,7 @@ TEST(CheckFacesOrientation, NormalsAreTurnedWhereTheTwoDeterminantsDifferInSign)
     EXPECT_EQ(MeshOf(scene, "a").VertexArray[0].GetNormal(), D3DXVECTOR3(0, 0, -1));
 }
 
-TEST(CheckFacesOrientation, NormalsOfLargerPolygonsAreTurnedToo)
+TEST(CheckFacesOrientation, NormalsOfLargerPolygonsAreFlippedToo)
 {
     D3DXMATRIX matrix = kIdentity;
     matrix._44 = -1;
@@ -148,7 +151,7 @@ TEST(CheckFacesOrientation, NormalsOfLargerPolygonsAreTurnedToo)
     EXPECT_EQ(MeshOf(scene, "a").IndexArray, kKept);
 }
 
-TEST(CheckFacesOrientation, TheCachedHashOfAMeshStays)
+TEST(CheckFacesOrientation, TheCachedHashOfAMeshIsKept)
 {
     SceneContainer scene = Scene("Root[a]");
     MeshOf(scene, "a") = Triangle({0, 0, -1});
@@ -158,10 +161,10 @@ TEST(CheckFacesOrientation, TheCachedHashOfAMeshStays)
     EXPECT_EQ(MeshOf(scene, "a").GetHash(), hash);
 }
 
-TEST(CheckFacesOrientation, ChildrenAreTestedInTheirOwnWorldFrame)
+TEST(CheckFacesOrientation, ChildrenAreTestedWithTheirOwnWorldMatrix)
 {
     SceneContainer scene = Scene("Root[a]( P( Q[b] ) )");
-    Place(scene, "Root", kMirror);  // not part of it: the caller gives the world matrix
+    Place(scene, "Root", kMirror);  // Not used, because the caller passes the world matrix.
     Place(scene, "P", kMirror);
     for (const char* surface : {"a", "b"})
         MeshOf(scene, surface) = Triangle({0, 0, 1});
@@ -190,7 +193,7 @@ TEST(CheckFacesOrientation, ABadIndexChangesNothing)
     Support::ExpectBadIndex(scene, [&] { scene.RemoveNegativeScaleMatricies(0, kMirror, kIdentity); });
 }
 
-TEST(CheckFacesOrientation, AMeshWithoutItsFirstTriangleIsABadIndex)
+TEST(CheckFacesOrientation, AMeshWithoutAFirstTriangleIsRefused)
 {
     for (const std::vector<std::uint32_t>& indices :
          {std::vector<std::uint32_t>{}, std::vector<std::uint32_t>{0, 1}, std::vector<std::uint32_t>{0, 1, 3}})
@@ -242,7 +245,7 @@ TEST(RemoveNegativeScaleMatricies, AMirroredNodeGetsUnitScaleAndAMirroredMesh)
     EXPECT_EQ(Support::High(MeshOf(scene, "a")).y, 6);
 }
 
-TEST(RemoveNegativeScaleMatricies, AMirroredMeshsFacesAreTurned)
+TEST(RemoveNegativeScaleMatricies, TheFacesOfAMirroredMeshAreFlipped)
 {
     SceneContainer scene = Scene("Root( A[a] )");
     Place(scene, "A", kMirror);
@@ -251,17 +254,17 @@ TEST(RemoveNegativeScaleMatricies, AMirroredMeshsFacesAreTurned)
     EXPECT_EQ(MeshOf(scene, "a").IndexArray, kFlipped);
 }
 
-TEST(RemoveNegativeScaleMatricies, MirroringIsCarriedByXWhicheverAxisWasMirrored)
+TEST(RemoveNegativeScaleMatricies, TheNegativeSignIsInXRegardlessOfTheMirroredAxis)
 {
     SceneContainer scene = Scene("Root( A[a] )");
     Place(scene, "A", Scaling(1, -1, 1));
     scene.RemoveNegativeScaleMatricies(0, kIdentity, kIdentity);
-    // The mesh is mirrored in x, and the node turned by half a turn about z: together y is mirrored.
+    // The mesh is mirrored in x, and the node rotated by 180 degrees about z. Together this mirrors y.
     EXPECT_EQ(Support::Low(MeshOf(scene, "a")), D3DXVECTOR3(-2, 1, 1));
     EXPECT_TRUE(SameBits(PlaceOf(scene, "A"), Scaling(-1, -1, 1)));
 }
 
-TEST(RemoveNegativeScaleMatricies, ANodeWithoutMirroringKeepsItsMatrixAndItsMesh)
+TEST(RemoveNegativeScaleMatricies, ANodeWithoutNegativeScaleKeepsItsMatrixAndItsMesh)
 {
     SceneContainer scene = Scene("Root( A[a] )");
     Place(scene, "A", Scaling(2, 2, 2));
@@ -270,7 +273,7 @@ TEST(RemoveNegativeScaleMatricies, ANodeWithoutMirroringKeepsItsMatrixAndItsMesh
     EXPECT_TRUE(Support::SameScene(scene, before));
 }
 
-TEST(RemoveNegativeScaleMatricies, WithoutMirroringTheFaceTestStillRuns)
+TEST(RemoveNegativeScaleMatricies, FacesOfANodeWithoutNegativeScaleAreTestedToo)
 {
     SceneContainer scene = Scene("Root( A[a] )");
     Place(scene, "A", Scaling(2, 2, 2));
@@ -280,7 +283,7 @@ TEST(RemoveNegativeScaleMatricies, WithoutMirroringTheFaceTestStillRuns)
     EXPECT_EQ(MeshOf(scene, "a").VertexArray[1].GetPosition(), D3DXVECTOR3(1, 0, 0));
 }
 
-TEST(RemoveNegativeScaleMatricies, ANodeKeepsItsMatrixAlsoWhenAPositiveScaleIsPending)
+TEST(RemoveNegativeScaleMatricies, ANodeKeepsItsMatrixEvenIfAPositiveScaleIsPending)
 {
     SceneContainer scene = Scene("Root[a]");
     const SceneContainer before(scene);
@@ -288,7 +291,7 @@ TEST(RemoveNegativeScaleMatricies, ANodeKeepsItsMatrixAlsoWhenAPositiveScaleIsPe
     EXPECT_TRUE(Support::SameScene(scene, before));
 }
 
-TEST(RemoveNegativeScaleMatricies, AChildStartsFromItsMatrixTimesTheScaleThatItsParentLost)
+TEST(RemoveNegativeScaleMatricies, TheScaleOfTheParentIsMultipliedIntoTheMatrixOfAChild)
 {
     SceneContainer scene = Scene("Root( A( B@5,0,0[b] ) )");
     Place(scene, "A", Scaling(-2, 1, 1));
@@ -298,7 +301,7 @@ TEST(RemoveNegativeScaleMatricies, AChildStartsFromItsMatrixTimesTheScaleThatIts
     EXPECT_EQ(Support::Low(MeshOf(scene, "b")), D3DXVECTOR3(-4, 1, 1));
 }
 
-TEST(RemoveNegativeScaleMatricies, OfTwoMirroredLevelsInARowTheSecondIsLeftUnchanged)
+TEST(RemoveNegativeScaleMatricies, OfTwoNestedMirroredNodesTheSecondDoesNotChange)
 {
     SceneContainer scene = Scene("Root( A[a]( B[b]( C[c] ) ) )");
     Place(scene, "A", kMirror);
@@ -308,17 +311,17 @@ TEST(RemoveNegativeScaleMatricies, OfTwoMirroredLevelsInARowTheSecondIsLeftUncha
     EXPECT_TRUE(SameBits(PlaceOf(scene, "B"), kMirror));
     EXPECT_EQ(Support::Low(MeshOf(scene, "a")).x, -2);
     EXPECT_EQ(Support::Low(MeshOf(scene, "b")).x, 1);
-    EXPECT_EQ(Support::Low(MeshOf(scene, "c")).x, 1);  // a node that kept its matrix hands on the identity
+    EXPECT_EQ(Support::Low(MeshOf(scene, "c")).x, 1);  // A node that keeps its matrix passes on the identity.
 }
 
-TEST(RemoveNegativeScaleMatricies, TheFirstKeyOfAnAnimatedNodeCounts)
+TEST(RemoveNegativeScaleMatricies, AnAnimatedNodeIsJudgedByItsFirstKey)
 {
     SceneContainer scene = Scene("Root( A@5,0,0*[a] )");
     scene.AnimationLibrary[0].resize(2);
     scene.AnimationLibrary[0][0].SetScale(D3DXVECTOR3(-1, 1, 1));
     scene.AnimationLibrary[0][0].SetPosition(D3DXVECTOR3(100, 0, 0));
     scene.RemoveNegativeScaleMatricies(0, kIdentity, kIdentity);
-    // Rotation and translation stay those of the node at rest.
+    // Rotation and translation are those of the static matrix.
     EXPECT_TRUE(SameBits(PlaceOf(scene, "A"), Translation(5, 0, 0)));
     EXPECT_EQ(Support::Low(MeshOf(scene, "a")).x, -2);
 }
@@ -331,7 +334,7 @@ TEST(RemoveNegativeScaleMatricies, ASharedMeshIsMirroredOnceForEachSurface)
     EXPECT_EQ(Support::Low(MeshOf(scene, "a")), D3DXVECTOR3(4, 1, 1));
 }
 
-TEST(RemoveNegativeScaleMatricies, AMatrixThatCannotBeTakenApartIsNotRepaired)
+TEST(RemoveNegativeScaleMatricies, AMatrixThatCannotBeDecomposedDoesNotChange)
 {
     SceneContainer scene = Scene("Root( A[a] )");
     Place(scene, "A", Scaling(0, -1, 1));
@@ -340,7 +343,7 @@ TEST(RemoveNegativeScaleMatricies, AMatrixThatCannotBeTakenApartIsNotRepaired)
     EXPECT_EQ(Support::Low(MeshOf(scene, "a")), D3DXVECTOR3(1, 1, 1));
 }
 
-TEST(RemoveNegativeScaleMatricies, AnAnimationWithoutKeysIsABadIndexAndChangesNothing)
+TEST(RemoveNegativeScaleMatricies, AnAnimationWithoutKeysIsRefused)
 {
     SceneContainer scene = Scene("Root( M[b]( A*[a] ) )");
     Place(scene, "M", kMirror);

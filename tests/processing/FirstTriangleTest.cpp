@@ -17,7 +17,7 @@ using Indices = std::vector<std::uint32_t>;
 const Indices kKept = {0, 1, 2};
 const Indices kFlipped = {0, 2, 1};
 
-/// A triangle that looks along +z; its first vertex has the given normal, the others look the other way.
+/// Returns a triangle that faces +z. Its first vertex has the given normal, and the others have the opposite one.
 Geometry TriangleWithNormal(const D3DXVECTOR3& normal)
 {
     Geometry mesh;
@@ -37,36 +37,36 @@ Indices AfterTest(Geometry mesh, const D3DXMATRIX& world = Transform::Indentity)
     return mesh.IndexArray;
 }
 
-TEST(FirstTriangle, IsKeptWhenItLooksAlongItsFirstVertexNormal)
+TEST(FirstTriangle, IsKeptIfItFacesAlongTheNormalOfItsFirstVertex)
 {
     EXPECT_EQ(AfterTest(TriangleWithNormal(D3DXVECTOR3(0, 0, 1))), kKept);
 }
 
-TEST(FirstTriangle, IsFlippedWhenItLooksAgainstItsFirstVertexNormal)
+TEST(FirstTriangle, IsFlippedIfItFacesAgainstTheNormalOfItsFirstVertex)
 {
     EXPECT_EQ(AfterTest(TriangleWithNormal(D3DXVECTOR3(0, 0, -1))), kFlipped);
 }
 
-TEST(FirstTriangle, IsFlippedWhenItLeansLessThanTheThreshold)
+TEST(FirstTriangle, IsFlippedIfTheDotProductIsBelowTheThreshold)
 {
     EXPECT_EQ(AfterTest(TriangleWithNormal(D3DXVECTOR3(1, 0, 0))), kFlipped);
     EXPECT_EQ(AfterTest(TriangleWithNormal(D3DXVECTOR3(1, 0, 0.04F))), kFlipped);
     EXPECT_EQ(AfterTest(TriangleWithNormal(D3DXVECTOR3(1, 0, 0.06F))), kKept);
 }
 
-TEST(FirstTriangle, IsTestedWhereTheMatrixCarriesIt)
+TEST(FirstTriangle, IsTestedAfterTheTransform)
 {
     const D3DXMATRIX mirroring(-1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 6, 7, 1);
     EXPECT_EQ(AfterTest(TriangleWithNormal(D3DXVECTOR3(0, 0, 1)), mirroring), kFlipped);
     EXPECT_EQ(AfterTest(TriangleWithNormal(D3DXVECTOR3(0, 0, -1)), mirroring), kKept);
 }
 
-TEST(FirstTriangle, IsKeptWhenTheComparisonHasNoAnswer)
+TEST(FirstTriangle, IsKeptIfTheDotProductIsNaN)
 {
     EXPECT_EQ(AfterTest(TriangleWithNormal(D3DXVECTOR3(NAN, 0, 1))), kKept);
 }
 
-TEST(FirstTriangle, DoesNotExistInAMeshOfOtherPolygons)
+TEST(FirstTriangle, IsNotTestedInAMeshOfOtherPolygons)
 {
     Geometry mesh = TriangleWithNormal(D3DXVECTOR3(0, 0, -1));
     mesh.SetPolySize(4);
@@ -75,7 +75,7 @@ TEST(FirstTriangle, DoesNotExistInAMeshOfOtherPolygons)
     EXPECT_EQ(AfterTest(mesh), Indices{99});
 }
 
-TEST(FirstTriangle, IsMissedWhenItIsNotThere)
+TEST(FirstTriangle, IsRefusedIfItDoesNotExist)
 {
     Geometry mesh = TriangleWithNormal(D3DXVECTOR3(0, 0, 1));
     EXPECT_NO_THROW(CheckFirstTriangle(mesh));

@@ -24,7 +24,7 @@ using Support::Scene;
 using Support::ToText;
 using Support::Translation;
 
-/// Flattens below the root into the root.
+/// Flattens everything below the root into the root.
 void Flatten(SceneContainer& scene, int minSurfaces = 100, bool ignoreAnimation = true)
 {
     const int root = scene.GetRootNodeIndex();
@@ -33,7 +33,7 @@ void Flatten(SceneContainer& scene, int minSurfaces = 100, bool ignoreAnimation 
         0);
 }
 
-/// Listens to the host's messages while it lives.
+/// Collects the messages to the host during its lifetime.
 class Messages
 {
 public:
@@ -83,7 +83,7 @@ TEST(FlatHierarchy, CallingAgainCollapsesMore)
     EXPECT_EQ(ToText(wider), "Root");
 }
 
-TEST(FlatHierarchy, ANodeWithACollapsedChildIsKeptEmptiedOfObjectsWithTheChildrenThatStayed)
+TEST(FlatHierarchy, ANodeWithACollapsedChildIsKeptWithoutObjectsAndWithItsOtherChildren)
 {
     SceneContainer scene = Scene("Root( A[a]{eye}<sun>( Leaf Kept* ) )");
     Flatten(scene, 100, false);
@@ -97,7 +97,7 @@ TEST(FlatHierarchy, ALeafThatIsNotAnimatedIsAlwaysCollapsed)
     EXPECT_EQ(ToText(scene), "Root[box]( Other* )");
 }
 
-TEST(FlatHierarchy, AnAnimatedLeafStaysUnlessAnimationIsIgnored)
+TEST(FlatHierarchy, AnAnimatedLeafIsKeptUnlessAnimationIsIgnored)
 {
     SceneContainer scene = Scene("Root( Leaf*[box] )");
     Flatten(scene, 100, false);
@@ -106,14 +106,14 @@ TEST(FlatHierarchy, AnAnimatedLeafStaysUnlessAnimationIsIgnored)
     EXPECT_EQ(ToText(scene), "Root[box]");
 }
 
-TEST(FlatHierarchy, AnAnimatedNodeStaysWithAllThatLiesBelowIt)
+TEST(FlatHierarchy, AnAnimatedNodeIsKeptWithAllNodesBelowIt)
 {
     SceneContainer scene = Scene("Root( Still[a] Moving*( Below[b]( Deeper[c] ) ) )");
     Flatten(scene, 100, false);
     EXPECT_EQ(ToText(scene), "Root[a]( Moving*( Below[b]( Deeper[c] ) ) )");
 }
 
-TEST(FlatHierarchy, AnAnimatedStartNodeMovesNothingButMergingAndMessagesHappen)
+TEST(FlatHierarchy, AnAnimatedStartNodeMovesNothingButSurfacesAreMergedAndMessagesSent)
 {
     SceneContainer scene = Scene("Root*[a b]( Leaf[c] )");
     Messages messages;
@@ -138,25 +138,25 @@ TEST(FlatHierarchy, AnotherStartNodeIsMovedWithStartMatrixAndTargetMatrixAndEras
     scene.FlatHierarchy(NodeIndex(scene, "Target"), Translation(0, 100, 0), NodeIndex(scene, "Start"),
                         Translation(10, 0, 0), 100, -1, true);
     EXPECT_EQ(ToText(scene), "Root( Target[box] )");
-    // The start node's own local matrix is not part of it.
+    // The local matrix of the start node is not part of the product.
     EXPECT_EQ(Support::Low(MeshOf(scene, "box")), D3DXVECTOR3(11, 101, 1));
 }
 
-TEST(FlatHierarchy, AnotherStartNodeStaysWhenOneOfItsChildrenWasCollapsed)
+TEST(FlatHierarchy, AnotherStartNodeIsKeptIfOneOfItsChildrenWasCollapsed)
 {
     SceneContainer scene = Scene("Root( Target Start[box]( Leaf[lid] ) )");
     scene.FlatHierarchy(1, Transform::Indentity, 2, Transform::Indentity, 100, -1, true);
     EXPECT_EQ(ToText(scene), "Root( Target[lid box] Start )");
 }
 
-TEST(FlatHierarchy, ATargetBelowTheStartNodeIsTakenOutOfItsParentsListWhenNothingBelowItCollapsed)
+TEST(FlatHierarchy, ATargetBelowTheStartNodeIsRemovedFromItsParentIfNoneOfItsChildrenCollapsed)
 {
     SceneContainer scene = Scene("Root( Target Leaf[box] )");
     scene.FlatHierarchy(1, Transform::Indentity, 0, Transform::Indentity, 100, -1, true);
     EXPECT_EQ(ToText(scene), "Root | Target[box]");
 }
 
-TEST(FlatHierarchy, MatricesAccumulateFromTheObjectsNodeUpwards)
+TEST(FlatHierarchy, MatricesAccumulateFromTheNodeUpwards)
 {
     SceneContainer scene = Scene("Root( Outer( Inner@1,0,0[box]{eye}<sun> ) )");
     NodeNamed(scene, "Outer").SetLocalTransform(Transform(Support::Scaling(2, 2, 2)));
@@ -179,21 +179,21 @@ TEST(FlatHierarchy, WhenOnlyTheRootRemainsItBecomesNodeZero)
     EXPECT_EQ(ToText(scene), "Root[a b]");
 }
 
-TEST(FlatHierarchy, WhenOnlyTheRootRemainsItsChildListIsKeptAsItStands)
+TEST(FlatHierarchy, WhenOnlyTheRootRemainsItsChildListDoesNotChange)
 {
     SceneContainer scene = Scene("Root( Leaf[a] )");
     scene.FlatHierarchy(0, Transform::Indentity, 1, Transform::Indentity, 100, -1, true);
     EXPECT_EQ(ToText(scene), "Root[a]( ? )");
 }
 
-TEST(FlatHierarchy, OrphansAreLeftAlone)
+TEST(FlatHierarchy, OrphansDoNotChange)
 {
     SceneContainer scene = Scene("Root( Leaf[a] ) | Orphan[b]( Child[c] )");
     Flatten(scene);
     EXPECT_EQ(ToText(scene), "Root[a] | Orphan[b]( Child[c] )");
 }
 
-TEST(FlatHierarchy, TheRootIndexFollowsARootThatIsMovedByTheErasing)
+TEST(FlatHierarchy, TheRootNodeIndexIsUpdatedIfErasingMovesTheRoot)
 {
     SceneContainer scene = Scene("Target( Leaf[box] ) | Root( &Target )");
     scene.SetRootNodeIndex(2);
@@ -224,7 +224,7 @@ TEST(FlatHierarchy, MessagesAreSentEvenWhenNothingWasCollapsed)
     }
 }
 
-TEST(FlatHierarchy, ANodeListedByTwoParentsIsQueuedTwice)
+TEST(FlatHierarchy, ANodeWithTwoParentsIsQueuedTwice)
 {
     SceneContainer scene = Scene("Root( P( D[box] ) Q( &D ) ) | Spare");
     std::vector<std::uint32_t> erased;
@@ -233,14 +233,14 @@ TEST(FlatHierarchy, ANodeListedByTwoParentsIsQueuedTwice)
     EXPECT_EQ(ToText(scene), "Root[box]( P Q ) | D | Spare");
 }
 
-TEST(FlatHierarchy, TheSecondErasureOfANodeWithTwoParentsTakesTheNodeThatMovedIntoItsPlace)
+TEST(FlatHierarchy, TheSecondErasureOfANodeWithTwoParentsErasesTheNodeThatMovedIntoItsPlace)
 {
     SceneContainer scene = Scene("Root( P( D[box] ) Q( &D ) ) | Spare | Other");
     Flatten(scene);
     EXPECT_EQ(ToText(scene), "Root[box]( P Q ) | Spare");
 }
 
-TEST(FlatHierarchy, ANodeWithTwoParentsThatIsTheLastOneIsErasedOnceAndThenRefused)
+TEST(FlatHierarchy, TheSecondErasureOfALastNodeWithTwoParentsIsRefused)
 {
     SceneContainer scene = Scene("Root( P Q )");
     scene.NodeLibrary.emplace_back();
@@ -259,7 +259,7 @@ TEST(FlatHierarchyInternal, AppendsCollapsedNodesChildrenBeforeParents)
     EXPECT_EQ(ToText(scene), "Root | A( B D* ) | C | E");
 }
 
-TEST(FlatHierarchyInternal, TellsWhetherTheNodeItselfCollapsed)
+TEST(FlatHierarchyInternal, ReturnsWhetherTheNodeItselfStays)
 {
     const auto result = [](const char* text, int target, int node, bool ignoreAnimation) {
         SceneContainer scene = Scene(text);
@@ -300,7 +300,7 @@ TEST(FlatHierarchy, ABadIndexChangesNothing)
     flatten(scene, 0, 0);
 }
 
-/// Flattens a scene in which surface "a" has a given mesh index.
+/// Returns the scene after flattening, where surface "a" has the given mesh index.
 SceneContainer FlattenedWithMeshOfA(const char* text, int mesh, int minSurfaces)
 {
     SceneContainer scene = Scene(text);
@@ -309,7 +309,7 @@ SceneContainer FlattenedWithMeshOfA(const char* text, int mesh, int minSurfaces)
     return scene;
 }
 
-TEST(FlatHierarchy, ABadMeshOfTheTargetsOwnSurfaceChangesNothingWhereMergingLooksItUp)
+TEST(FlatHierarchy, ABadMeshOfTheTargetChangesNothingIfMergingLooksItUp)
 {
     for (const int mesh : {-1, 99})
         for (const char* text : {"Root[a:red b:red]( P@1,0,0[c:red] )", "Root[a:red]( P@1,0,0( Q[c:red] ) )",
@@ -321,7 +321,7 @@ TEST(FlatHierarchy, ABadMeshOfTheTargetsOwnSurfaceChangesNothingWhereMergingLook
         }
 }
 
-TEST(FlatHierarchy, ABadMeshOfTheTargetsOwnSurfaceIsNoErrorWhereMergingDoesNotLookItUp)
+TEST(FlatHierarchy, ABadMeshOfTheTargetIsNotAnErrorIfMergingDoesNotLookItUp)
 {
     EXPECT_EQ(ToText(FlattenedWithMeshOfA("Root[a:red]( P[b:blue] Q[c:blue] )", 99, 2)), "Root[a b]");
     EXPECT_EQ(ToText(FlattenedWithMeshOfA("Root[a:red b:red]( P[c:red] )", -1, 4)), "Root[a b c]");
@@ -329,7 +329,7 @@ TEST(FlatHierarchy, ABadMeshOfTheTargetsOwnSurfaceIsNoErrorWhereMergingDoesNotLo
               "Root[b a f]");
 }
 
-TEST(FlatHierarchy, ACycleIsFoundAlsoWhereTheTargetsOwnSurfaceHasABadMesh)
+TEST(FlatHierarchy, ACycleIsReportedEvenIfTheTargetHasABadMesh)
 {
     SceneContainer scene = Scene("Root[a]( P( Q( &P ) ) )");
     Support::SurfaceNamed(scene, "a").SetGeometryID(99);
@@ -345,7 +345,7 @@ TEST(FlatHierarchy, ACycleChangesNothing)
     }
 }
 
-TEST(FlatHierarchy, ACycleBelowAnAnimatedNodeIsNotMet)
+TEST(FlatHierarchy, ACycleBelowAnAnimatedNodeIsNotAnError)
 {
     SceneContainer scene = Scene("Root( P[a] Moving*( Q( &Moving ) ) )");
     Flatten(scene, 100, false);
@@ -405,7 +405,7 @@ TEST(FlatHierarchyOverrides, APlainContainerEndsInTheSameScene)
     EXPECT_TRUE(Support::SameScene(plain, derived));
 }
 
-TEST(FlatHierarchyOverrides, AChildListThatAnOverrideEmptiesIsNotReachedBeyond)
+TEST(FlatHierarchyOverrides, AChildListThatAnOverrideEmptiesIsCheckedAgain)
 {
     class Emptying : public Support::DerivedContainer
     {

@@ -11,7 +11,7 @@ using namespace Importing;
 
 using Positions = std::vector<std::size_t>;
 
-/// Meshes of these numbers of vertices, twice as many indices.
+/// Returns meshes with these numbers of vertices and twice as many indices.
 std::vector<Geometry> Meshes(const std::vector<std::size_t>& sizes)
 {
     std::vector<Geometry> meshes(sizes.size());
@@ -30,7 +30,7 @@ Map MapOf(float amount)
     return map;
 }
 
-/// Surface number i, which uses mesh i.
+/// Returns surface i, which uses mesh i.
 Surface SurfaceOf(int mesh, int material, const std::vector<float>& mapAmounts = {})
 {
     Surface surface;
@@ -48,7 +48,7 @@ TEST(MergePlan, OfNoSurfacesIsEmpty)
     EXPECT_TRUE(plan.comparedMaps.empty());
 }
 
-TEST(MergePlan, NamesTheMeshAndSizeOfEachMerge)
+TEST(MergePlan, ContainsTheMeshAndSizeOfEachMerge)
 {
     const std::vector<Surface> surfaces = {SurfaceOf(0, 7), SurfaceOf(1, 8), SurfaceOf(2, 7), SurfaceOf(3, 7)};
     const MergePlan plan = PlanMerges({0, 1, 2, 3}, surfaces, Meshes({3, 5, 4, 6}), 2, -1);
@@ -60,7 +60,7 @@ TEST(MergePlan, NamesTheMeshAndSizeOfEachMerge)
     EXPECT_EQ(plan.merges[0].indexCount, 26U);
 }
 
-TEST(MergePlan, KeepsABaseWhoseFirstCandidateDidNotFit)
+TEST(MergePlan, ContainsABaseWhoseFirstCandidateDidNotFit)
 {
     const std::vector<Surface> surfaces = {SurfaceOf(0, 7), SurfaceOf(1, 7), SurfaceOf(2, 7)};
     const MergePlan plan = PlanMerges({0, 1, 2}, surfaces, Meshes({3, 8, 1}), 2, 10);
@@ -70,9 +70,9 @@ TEST(MergePlan, KeepsABaseWhoseFirstCandidateDidNotFit)
     EXPECT_EQ(plan.merges[1].joining, Positions{2});
 }
 
-TEST(MergePlan, CountsAMeshThatWasEmptiedOnTheWayAsEmpty)
+TEST(MergePlan, TreatsAMeshThatWasEmptiedByAnEarlierMergeAsEmpty)
 {
-    // Surfaces 1 and 2 share a mesh: the first of them brings it, the second finds it empty.
+    // Surfaces 1 and 2 share a mesh. It is appended with the first and empty at the second.
     const std::vector<Surface> surfaces = {SurfaceOf(0, 7), SurfaceOf(1, 7), SurfaceOf(1, 7)};
     const MergePlan plan = PlanMerges({0, 1, 2}, surfaces, Meshes({3, 4}), 2, 7);
     ASSERT_EQ(plan.merges.size(), 1U);
@@ -89,18 +89,18 @@ TEST(MergePlan, CountsMapsAsComparedUpToTheFirstDifference)
     EXPECT_EQ(plan.comparedMaps, (Positions{0, 2, 1, 3, 0, 0}));
 }
 
-TEST(MergePlan, CountsNoMapsBehindTheCandidateThatEndedASearch)
+TEST(MergePlan, CountsNoMapsAfterTheCandidateThatEndedASearch)
 {
     const std::vector<Surface> surfaces = {SurfaceOf(0, 7, {1}), SurfaceOf(1, 7, {1}), SurfaceOf(2, 7, {2})};
     const MergePlan plan = PlanMerges({0, 1, 2}, surfaces, Meshes({5, 6, 1}), 2, 10);
-    // Surface 0 stops at surface 1; surface 1 goes on and meets surface 2.
+    // Surface 0 stops at surface 1. Surface 1 continues with surface 2.
     EXPECT_EQ(plan.comparedMaps, (Positions{0, 1, 1}));
 
     const MergePlan shorter = PlanMerges({0, 1, 2}, surfaces, Meshes({5, 6, 1}), 4, 10);
     EXPECT_EQ(shorter.comparedMaps, (Positions{0, 0, 0}));
 }
 
-TEST(MergePlan, LeavesNoTraceInTheSurfaces)
+TEST(MergePlan, DoesNotChangeTheSurfaces)
 {
     std::vector<Surface> surfaces = {SurfaceOf(0, 7, {1}), SurfaceOf(1, 7, {1})};
     PlanMerges({0, 1}, surfaces, Meshes({1, 1}), 2, -1);
@@ -108,7 +108,7 @@ TEST(MergePlan, LeavesNoTraceInTheSurfaces)
         EXPECT_FALSE(surface.MapList[0].GetIsHashCodeValid());
 }
 
-TEST(MergePlan, MissesAMeshOnlyWhereItIsLookedUp)
+TEST(MergePlan, RefusesABadMeshOnlyIfItIsLookedUp)
 {
     const std::vector<Surface> alone = {SurfaceOf(-1, 7), SurfaceOf(0, 8), SurfaceOf(1, 8)};
     EXPECT_EQ(PlanMerges({0, 1, 2}, alone, Meshes({1, 1}), 2, -1).merges.size(), 1U);

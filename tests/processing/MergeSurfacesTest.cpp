@@ -19,7 +19,7 @@ using Support::SurfaceNamed;
 using Support::ToText;
 
 constexpr int kNoLimit = -1;
-constexpr std::size_t kBox = 8;  ///< vertices of a box
+constexpr std::size_t kBox = 8;  ///< number of vertices of a box
 
 std::size_t VerticesOf(SceneContainer& scene, const std::string& surface)
 {
@@ -35,7 +35,7 @@ void AddMap(SceneContainer& scene, const std::string& surface, const std::string
     SurfaceNamed(scene, surface).MapList.push_back(map);
 }
 
-TEST(MergeSurfaces, ANodeWithNoSurfaceOrOneChangesNothing)
+TEST(MergeSurfaces, ANodeWithFewerThanTwoSurfacesDoesNotChange)
 {
     for (const char* text : {"Root", "Root[a:red]"})
         for (const int minSurfaces : {-1, 0, 1, 2})
@@ -47,7 +47,7 @@ TEST(MergeSurfaces, ANodeWithNoSurfaceOrOneChangesNothing)
         }
 }
 
-TEST(MergeSurfaces, WithMinimumZeroEverythingJoinsTheFirstWhateverItsMaterial)
+TEST(MergeSurfaces, WithMinimumZeroEverySurfaceJoinsTheFirstRegardlessOfMaterial)
 {
     SceneContainer scene = Scene("Root[a:red b:blue c]");
     AddMap(scene, "b", "bump");
@@ -58,7 +58,7 @@ TEST(MergeSurfaces, WithMinimumZeroEverythingJoinsTheFirstWhateverItsMaterial)
     EXPECT_EQ(MeshOf(scene, "a").IndexArray[72], 16U);
 }
 
-TEST(MergeSurfaces, AMaterialOfASingleSurfaceIsLeftAlone)
+TEST(MergeSurfaces, AMaterialOfASingleSurfaceIsNotMerged)
 {
     SceneContainer scene = Scene("Root[a:red b:blue c:red]");
     scene.MergeSurfaces(0, 2, kNoLimit);
@@ -66,7 +66,7 @@ TEST(MergeSurfaces, AMaterialOfASingleSurfaceIsLeftAlone)
     EXPECT_EQ(MeshName(scene, "b"), "b");
 }
 
-TEST(MergeSurfaces, EqualMapsJoinAndDifferentMapsStayApart)
+TEST(MergeSurfaces, SurfacesWithEqualMapsMergeAndOthersDoNot)
 {
     SceneContainer scene = Scene("Root[a:red b:red c:red d:red]");
     AddMap(scene, "a", "colour");
@@ -85,7 +85,7 @@ TEST(MergeSurfaces, FewerSurfacesOfAMaterialThanTheMinimumAreNotMerged)
     EXPECT_EQ(MeshName(scene, "a"), "a");
 }
 
-TEST(MergeSurfaces, WithMinimumOneALoneSurfaceIsStillNoBase)
+TEST(MergeSurfaces, WithMinimumOneASingleSurfaceIsNotABase)
 {
     SceneContainer scene = Scene("Root[a:red b:blue c:blue]");
     scene.MergeSurfaces(0, 1, kNoLimit);
@@ -104,22 +104,22 @@ TEST(MergeSurfaces, StopsAtTheFirstCandidateThatExceedsTheLimit)
     SceneContainer scene = Scene("Root[a:red b:red small:red]");
     MeshOf(scene, "small").VertexArray.resize(1);
     scene.MergeSurfaces(0, 2, 2 * kBox - 1);
-    // a refuses b and does not try the small one, which would fit; b then takes it.
+    // a refuses b and does not try the small surface, which would fit. It then joins b.
     EXPECT_EQ(ToText(scene), "Root[a b]");
     EXPECT_EQ(VerticesOf(scene, "a"), kBox);
     EXPECT_EQ(VerticesOf(scene, "b"), kBox + 1);
 }
 
-TEST(MergeSurfaces, TheBasesMeshLosesItsNameEvenWhenTheFirstCandidateIsRefused)
+TEST(MergeSurfaces, TheMeshOfTheBaseLosesItsNameEvenIfTheFirstCandidateIsRefused)
 {
     SceneContainer scene = Scene("Root[a b]");
     scene.MergeSurfaces(0, 0, 1);
     EXPECT_EQ(ToText(scene), "Root[a b]");
     EXPECT_EQ(MeshName(scene, "a"), "");
-    EXPECT_EQ(MeshName(scene, "b"), "b");  // the last one has no candidate
+    EXPECT_EQ(MeshName(scene, "b"), "b");  // The last surface has no candidate.
 }
 
-TEST(MergeSurfaces, ANegativeLimitIsNone)
+TEST(MergeSurfaces, ANegativeLimitMeansNoLimit)
 {
     SceneContainer scene = Scene("Root[a b c]");
     scene.MergeSurfaces(0, 0, -7);
@@ -165,23 +165,23 @@ TEST(MergeSurfaces, TheBaseKeepsNameMaterialAndMapsAndTheOthersAreEmptiedInPlace
     EXPECT_TRUE(scene.GeometryLibrary[1].IndexArray.empty());
 }
 
-TEST(MergeSurfaces, OnlyTheNodesOwnListIsWorkedOn)
+TEST(MergeSurfaces, OnlyTheListOfTheNodeChanges)
 {
     SceneContainer scene = Scene("Root[a:red b:red]( P[c:red d:red] )");
     scene.MergeSurfaces(1, 2, kNoLimit);
     EXPECT_EQ(ToText(scene), "Root[a b]( P[c] )");
 }
 
-TEST(MergeSurfaces, SurfacesWithoutMaterialCountAsOneMaterial)
+TEST(MergeSurfaces, SurfacesWithoutMaterialAreOneMaterial)
 {
     SceneContainer scene = Scene("Root[a b:red c]");
     scene.MergeSurfaces(0, 2, kNoLimit);
     EXPECT_EQ(ToText(scene), "Root[a b]");
 }
 
-TEST(MergeSurfaces, CountsAreThoseFromTheStart)
+TEST(MergeSurfaces, CountsAreThoseAtTheStart)
 {
-    // Two of four reds joined by the first base; the bases behind it still see a count of four.
+    // The first base merges two of four red surfaces. For later bases the count is still four.
     SceneContainer scene = Scene("Root[a:red b:red c:red d:red]");
     AddMap(scene, "c", "bump");
     AddMap(scene, "d", "bump");
@@ -189,14 +189,14 @@ TEST(MergeSurfaces, CountsAreThoseFromTheStart)
     EXPECT_EQ(ToText(scene), "Root[a c]");
 }
 
-TEST(MergeSurfaces, WithANegativeMinimumALoneSurfaceIsNoBase)
+TEST(MergeSurfaces, WithANegativeMinimumASingleSurfaceIsNotABase)
 {
     SceneContainer scene = Scene("Root[a:red b:blue c:blue d:green]");
     scene.MergeSurfaces(0, -1, kNoLimit);
     EXPECT_EQ(ToText(scene), "Root[a b]");
 }
 
-TEST(MergeSurfaces, WithANegativeMinimumABaseTakesOneSurfaceMoreThanItsMaterialHad)
+TEST(MergeSurfaces, WithANegativeMinimumOneSurfaceMoreThanTheMaterialHadJoinsABase)
 {
     SceneContainer scene = Scene("Root[a:red b:red c d e f g]");
     scene.MergeSurfaces(0, -1, kNoLimit);
@@ -210,7 +210,7 @@ TEST(MergeSurfaces, AMeshSharedByBaseAndCandidateIsEmptiedForBoth)
     SceneContainer scene = Scene("Root[a=mesh b=mesh c]");
     scene.MergeSurfaces(0, 0, kNoLimit);
     EXPECT_EQ(ToText(scene), "Root[a]");
-    // Doubled and emptied with b, then c is appended.
+    // The mesh is doubled and emptied with b; then c is appended.
     EXPECT_EQ(VerticesOf(scene, "a"), kBox);
     EXPECT_EQ(SurfaceNamed(scene, "a").GetGeometryID(), 0);
 }
@@ -233,14 +233,14 @@ TEST(MergeSurfaces, AMeshOfAnotherPolySizeIsEmptiedWithoutHavingBeenAppended)
     EXPECT_TRUE(scene.GeometryLibrary[1].VertexArray.empty());
 }
 
-TEST(MergeSurfaces, AMeshThatAnotherNodeUsesIsEmptiedForItToo)
+TEST(MergeSurfaces, AMeshThatAnotherNodeUsesIsEmptiedForThatNodeToo)
 {
     SceneContainer scene = Scene("Root[a b=mesh]( P[c=mesh] )");
     scene.MergeSurfaces(0, 0, kNoLimit);
     EXPECT_EQ(VerticesOf(scene, "c"), 0U);
 }
 
-TEST(MergeSurfaces, ComparingComputesTheHashesOfTheCandidatesMapsAndNotTheBases)
+TEST(MergeSurfaces, ComparingComputesTheHashesOfTheMapsOfCandidatesOnly)
 {
     SceneContainer scene = Scene("Root[a:red b:red c:red]");
     AddMap(scene, "a", "colour");
@@ -275,7 +275,7 @@ TEST(MergeSurfaces, ABadMeshOfASurfaceThatIsNotMergedDoesNotMatter)
     EXPECT_EQ(ToText(scene), "Root[a c]");
 }
 
-TEST(MergeSurfacesOverrides, MeshesAreErasedAtOnceAndSurfacesAtTheEndFromTheLargestDown)
+TEST(MergeSurfacesOverrides, MeshesAreErasedImmediatelyAndSurfacesAtTheEndFromTheLargestDown)
 {
     Support::RecordingContainer scene(Scene("Root[a:red b:blue c:red d:blue e:red]"));
     scene.MergeSurfaces(0, 2, kNoLimit);
@@ -299,7 +299,7 @@ TEST(MergeSurfacesOverrides, AnOverrideMayKeepTheMeshes)
     EXPECT_EQ(scene.GeometryLibrary[1].VertexArray.size(), kBox);
 }
 
-TEST(MergeSurfaces, ManySurfacesOfManyMaterialsMergeInTime)
+TEST(MergeSurfaces, MergingManySurfacesOfManyMaterialsIsNotQuadratic)
 {
     SceneContainer scene;
     scene.NodeLibrary.resize(1);
@@ -319,7 +319,7 @@ TEST(MergeSurfaces, ManySurfacesOfManyMaterialsMergeInTime)
     EXPECT_EQ(scene.GeometryLibrary[99999].VertexArray.size(), 0U);
 }
 
-TEST(MergeSurfacesOverrides, ASurfaceListThatAnOverrideEmptiesIsNotReachedBeyond)
+TEST(MergeSurfacesOverrides, ASurfaceListThatAnOverrideEmptiesIsCheckedAgain)
 {
     class Emptying : public Support::DerivedContainer
     {

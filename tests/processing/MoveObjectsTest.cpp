@@ -27,14 +27,14 @@ TEST(MoveSurfaces, AppendsTheSurfacesAndBakesTheMatrixIntoTheirMeshes)
     EXPECT_EQ(Support::Low(MeshOf(scene, "c")), D3DXVECTOR3(11, 1, 1));
 }
 
-TEST(MoveSurfaces, AMeshThatTwoOfThemShareIsCarriedTwice)
+TEST(MoveSurfaces, AMeshThatTwoSurfacesShareIsTransformedTwice)
 {
     SceneContainer scene = Scene("To | From[a=mesh b=mesh]");
     scene.MoveSurfaces(0, 1, Translation(10, 0, 0));
     EXPECT_EQ(Support::Low(MeshOf(scene, "a")), D3DXVECTOR3(21, 1, 1));
 }
 
-TEST(MoveSurfaces, ASurfaceThatIsListedTwiceIsCarriedTwice)
+TEST(MoveSurfaces, ASurfaceReferencedTwiceIsTransformedTwice)
 {
     SceneContainer scene = Scene("To | From[a a]");
     scene.MoveSurfaces(0, 1, Translation(10, 0, 0));
@@ -42,7 +42,7 @@ TEST(MoveSurfaces, ASurfaceThatIsListedTwiceIsCarriedTwice)
     EXPECT_EQ(Support::Low(MeshOf(scene, "a")), D3DXVECTOR3(21, 1, 1));
 }
 
-TEST(MoveSurfaces, TheIdentityKeepsAMeshsHash)
+TEST(MoveSurfaces, TheIdentityKeepsTheHashOfAMesh)
 {
     SceneContainer scene = Scene("To | From[a]");
     MeshOf(scene, "a").GetHash();
@@ -52,19 +52,19 @@ TEST(MoveSurfaces, TheIdentityKeepsAMeshsHash)
     EXPECT_FALSE(MeshOf(scene, "a").GetIsHashCodeValid());
 }
 
-TEST(MoveCameras, TheMatrixGoesBehindTheOffset)
+TEST(MoveCameras, TheOffsetIsMultipliedFromTheRight)
 {
     SceneContainer scene = Scene("To{a} | From{b}");
     scene.CameraLibrary[1].SetOffsetMatrix(Transform(Translation(1, 0, 0)));
     EXPECT_EQ(scene.MoveCameras(0, 1, Support::Scaling(2, 2, 2)), 0);
     EXPECT_EQ(ToText(scene), "To{a b} | From");
     const D3DXMATRIX offset = scene.CameraLibrary[1].GetOffsetMatrix().GetMatrix();
-    EXPECT_EQ(offset._41, 2);  // the other way round it would be 1
+    EXPECT_EQ(offset._41, 2);  // In the other order it would be 1.
     EXPECT_EQ(offset._11, 2);
     EXPECT_EQ(scene.CameraLibrary[0].GetOffsetMatrix().GetMatrix()._11, 1);
 }
 
-TEST(MoveLights, TheMatrixGoesBehindTheOffset)
+TEST(MoveLights, TheOffsetIsMultipliedFromTheRight)
 {
     SceneContainer scene = Scene("To<a> | From<b>");
     scene.LightLibrary[1].SetOffsetMatrix(Transform(Translation(1, 0, 0)));
@@ -92,7 +92,7 @@ TEST(MoveCamerasAndLights, AnOffsetBecomesAMatrixAndLosesItsHashEvenUnderTheIden
     EXPECT_FALSE(scene.LightLibrary[0].GetIsHashCodeValid());
 }
 
-TEST(MoveObjects, ANodeWithEmptyListsLeavesEverythingAsItWas)
+TEST(MoveObjects, ANodeWithEmptyListsChangesNothing)
 {
     SceneContainer scene = Scene("To[a]{eye}<sun> | From");
     const SceneContainer before(scene);
@@ -132,7 +132,7 @@ void ExpectBadIndicesToChangeNothing()
             Support::ExpectBadIndex(scene, [&] { (scene.*move)(node, 1, Translation(1, 0, 0)); });
             Support::ExpectBadIndex(scene, [&] { (scene.*move)(0, node, Translation(1, 0, 0)); });
         }
-        // The last entry is bad: the entries before it must not have moved.
+        // The last entry is bad, so the entries before it must not move either.
         Node& from = scene.NodeLibrary[1];
         for (std::vector<std::int32_t>* list : {&from.SurfaceList, &from.CameraList, &from.LightList})
             list->push_back(99);

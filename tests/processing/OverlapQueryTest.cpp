@@ -23,12 +23,12 @@ using Found = std::vector<std::uint32_t>;
 Found Ask(const std::vector<Box>& boxes, const Box& box)
 {
     OverlapQuery query(boxes);
-    Found found{77};  // what was in the list before does not count
+    Found found{77};  // Earlier entries must be removed.
     query.Find(box, found);
     return found;
 }
 
-/// Every box is asked, in order.
+/// Compares every box, in order.
 Found AskAll(const std::vector<Box>& boxes, const Box& box)
 {
     Found found;
@@ -40,7 +40,7 @@ Found AskAll(const std::vector<Box>& boxes, const Box& box)
 
 Box Cube(float x, float y, float z) { return {{x, y, z}, {x + 1, y + 1, z + 1}}; }
 
-TEST(OverlapQuery, NothingOverlapsNoBoxes) { EXPECT_TRUE(Ask({}, Cube(0, 0, 0)).empty()); }
+TEST(OverlapQuery, FindsNothingWithoutBoxes) { EXPECT_TRUE(Ask({}, Cube(0, 0, 0)).empty()); }
 
 TEST(OverlapQuery, FindsTouchingBoxesInAscendingOrder)
 {
@@ -58,7 +58,7 @@ TEST(OverlapQuery, FindsAllOfManyEqualBoxes)
     }
 }
 
-TEST(OverlapQuery, BothZerosAreTheSamePlace)
+TEST(OverlapQuery, BothZerosAreEqual)
 {
     const Box below{{-1, -1, -1}, {-0.0F, -0.0F, -0.0F}};
     const Box above{{0, 0, 0}, {1, 1, 1}};
@@ -66,7 +66,7 @@ TEST(OverlapQuery, BothZerosAreTheSamePlace)
     EXPECT_EQ(Ask({above}, below), Found{0});
 }
 
-TEST(OverlapQuery, ACoordinateThatIsNoNumberSeparatesNothing)
+TEST(OverlapQuery, ANaNCoordinateSeparatesNothing)
 {
     Box odd = Cube(0, 0, 0);
     odd.min.x = NAN;
@@ -77,7 +77,7 @@ TEST(OverlapQuery, ACoordinateThatIsNoNumberSeparatesNothing)
     EXPECT_EQ(Ask({Cube(90, 0, 0)}, odd), Found{0});
 }
 
-TEST(OverlapQuery, InfiniteBoxesOverlapAllThatIsThereAndNothingMore)
+TEST(OverlapQuery, InfiniteBoxesOverlapEveryBoxAndNoEmptyPlace)
 {
     const Box everything{{-INFINITY, -INFINITY, -INFINITY}, {INFINITY, INFINITY, INFINITY}};
     const std::vector<Box> boxes = {Cube(0, 0, 0), everything, EmptyBox()};
@@ -91,7 +91,7 @@ float Coordinate(Dice& dice)
     return dice.OneIn(20) ? kOdd[static_cast<std::size_t>(dice.Below(6))] : static_cast<float>(dice.Between(-8, 8));
 }
 
-/// Now and then inverted, infinite or without a number.
+/// Returns a random box, sometimes inverted, infinite or NaN.
 Box RandomBox(Dice& dice)
 {
     Box box{{Coordinate(dice), Coordinate(dice), Coordinate(dice)}, {0, 0, 0}};
@@ -101,7 +101,7 @@ Box RandomBox(Dice& dice)
     return dice.OneIn(30) ? EmptyBox() : box;
 }
 
-TEST(OverlapQuery, AnswersAsThoughEveryBoxHadBeenAsked)
+TEST(OverlapQuery, MatchesComparingEveryBox)
 {
     for (std::uint32_t seed = 1; seed <= 300; ++seed)
     {

@@ -34,7 +34,7 @@ TEST(ResolveGeomInstances, SurfacesWithMeshesOfTheirOwnKeepThem)
     EXPECT_TRUE(Support::SameScene(scene, before));
 }
 
-TEST(ResolveGeomInstances, OfTwoSurfacesTheOneMetFirstKeepsTheMeshAndTheOtherGetsACopy)
+TEST(ResolveGeomInstances, FirstSurfaceKeepsTheMeshAndTheSecondGetsACopy)
 {
     SceneContainer scene = Scene("Root( A[x] B[a=mesh] C[b=mesh] )");
     scene.GeometryLibrary[1].GetHash();
@@ -45,7 +45,7 @@ TEST(ResolveGeomInstances, OfTwoSurfacesTheOneMetFirstKeepsTheMeshAndTheOtherGet
     EXPECT_EQ(scene.GeometryLibrary[2].VertexArray.size(), 8U);
 }
 
-TEST(ResolveGeomInstances, TheLowerNodeIndexIsMetFirstWhateverTheHierarchy)
+TEST(ResolveGeomInstances, NodesAreVisitedByIndexRegardlessOfTheHierarchy)
 {
     SceneContainer scene = Scene("Leaf[a=mesh] | Root( &Leaf )");
     scene.NodeLibrary[1].SurfaceList = {0};
@@ -54,28 +54,28 @@ TEST(ResolveGeomInstances, TheLowerNodeIndexIsMetFirstWhateverTheHierarchy)
     EXPECT_EQ(MeshesOf(scene), (std::vector<int>{1, 0}));
 }
 
-TEST(ResolveGeomInstances, WithinANodeTheEarlierListingIsMetFirst)
+TEST(ResolveGeomInstances, SurfacesOfANodeAreVisitedInListOrder)
 {
     SceneContainer scene = Scene("Root[a=mesh b=mesh c=mesh]");
     scene.NodeLibrary[0].SurfaceList = {2, 0, 1};
     EXPECT_EQ(MeshesOf(scene), (std::vector<int>{1, 2, 0}));
 }
 
-TEST(ResolveGeomInstances, ASurfaceThatIsListedTwiceGetsACopyAtItsSecondListing)
+TEST(ResolveGeomInstances, ASurfaceReferencedTwiceGetsACopyAtItsSecondReference)
 {
     SceneContainer scene = Scene("Root[a]( A[a] )");
     EXPECT_EQ(MeshesOf(scene), std::vector<int>{1});
     EXPECT_EQ(scene.GeometryLibrary.size(), 2U);
 }
 
-TEST(ResolveGeomInstances, ASurfaceThatNoNodeListsKeepsItsMesh)
+TEST(ResolveGeomInstances, ASurfaceThatNoNodeReferencesKeepsItsMesh)
 {
     SceneContainer scene = Scene("Root[a=mesh b=mesh]");
     scene.NodeLibrary[0].SurfaceList = {1};
     EXPECT_EQ(MeshesOf(scene), (std::vector<int>{0, 0}));
 }
 
-TEST(ResolveGeomInstances, ANegativeMeshIsNone)
+TEST(ResolveGeomInstances, ANegativeMeshIndexIsSkipped)
 {
     SceneContainer scene = Scene("Root[a b c]");
     scene.SurfaceLibrary[0].SetGeometryID(-1);
@@ -94,7 +94,7 @@ TEST(ResolveGeomInstances, OnlyASurfaceThatGetsACopyLosesItsHash)
     EXPECT_FALSE(scene.SurfaceLibrary[1].GetIsHashCodeValid());
 }
 
-TEST(ResolveGeomInstances, MakesFlatteningPlaceEverySharerOnItsOwn)
+TEST(ResolveGeomInstances, AllowsFlatteningToTransformSharedMeshesIndependently)
 {
     SceneContainer scene = Scene("Root( A@10,0,0[a=mesh] B@20,0,0[b=mesh] )");
     scene.ResolveGeomInstances();
@@ -103,7 +103,7 @@ TEST(ResolveGeomInstances, MakesFlatteningPlaceEverySharerOnItsOwn)
     EXPECT_EQ(Support::Low(Support::MeshOf(scene, "b")).x, 21);
 }
 
-TEST(ResolveGeomInstances, ABadMeshThatIsUsedOnceChangesNothingAndIsNoError)
+TEST(ResolveGeomInstances, ABadMeshIndexThatIsUsedOnceIsNotAnError)
 {
     SceneContainer scene = Scene("Root[a=m b=m c d]");
     scene.SurfaceLibrary[2].SetGeometryID(99);
@@ -111,7 +111,7 @@ TEST(ResolveGeomInstances, ABadMeshThatIsUsedOnceChangesNothingAndIsNoError)
     EXPECT_EQ(MeshesOf(scene), (std::vector<int>{0, 3, 99, std::numeric_limits<int>::max()}));
 }
 
-TEST(ResolveGeomInstances, ABadMeshThatIsUsedTwiceIsRefusedBeforeAnythingChanges)
+TEST(ResolveGeomInstances, ABadMeshIndexThatIsUsedTwiceIsRefusedBeforeAnythingChanges)
 {
     for (const int mesh : {6, 99, std::numeric_limits<int>::max()})
     {
@@ -125,7 +125,7 @@ TEST(ResolveGeomInstances, ABadMeshThatIsUsedTwiceIsRefusedBeforeAnythingChanges
     Support::ExpectBadIndex(scene, [&] { scene.ResolveGeomInstances(); });
 }
 
-TEST(ResolveGeomInstances, AMeshIndexThatACopyMakesGoodIsCopiedAtItsSecondUse)
+TEST(ResolveGeomInstances, AMeshIndexThatACopyMakesValidIsCopiedAtItsSecondUse)
 {
     SceneContainer scene = Scene("Root[a b=m c=m d=m]");
     scene.SurfaceLibrary[0].SetGeometryID(2);
@@ -152,7 +152,7 @@ TEST(ResolveGeomInstancesOverrides, EveryCopyIsAnAddition)
               R"(AddGeometryToLibrary("m",true) AddGeometryToLibrary("n",true) AddGeometryToLibrary("m",true))");
 }
 
-TEST(ResolveGeomInstancesOverrides, ABadMeshIsRefusedAtItsSecondUse)
+TEST(ResolveGeomInstancesOverrides, ABadMeshIndexIsRefusedAtItsSecondUse)
 {
     Support::RecordingContainer scene(Scene("Root[a=m b=m c d]"));
     scene.SurfaceLibrary[2].SetGeometryID(99);

@@ -34,21 +34,21 @@ TEST(SceneBounds, ASceneWithoutSurfacesHasInvertedBounds)
     }
 }
 
-TEST(SceneBounds, HoldAllListedSurfacesInTheWorldFrame)
+TEST(SceneBounds, ContainAllReferencedSurfacesInWorldSpace)
 {
     const Bounds bounds(Scene("Root@0,0,5[a]( A@10,0,0( B@0,20,0[b] ) )"));
     EXPECT_EQ(bounds.min, D3DXVECTOR3(1, 1, 6));
     EXPECT_EQ(bounds.max, D3DXVECTOR3(12, 22, 7));
 }
 
-TEST(SceneBounds, HoldOrphansAndEveryListingOfASurface)
+TEST(SceneBounds, ContainOrphansAndEveryReferenceToASurface)
 {
     const Bounds bounds(Scene("Root[a] | Orphan@-5,0,0[a]"));
     EXPECT_EQ(bounds.min, D3DXVECTOR3(-4, 1, 1));
     EXPECT_EQ(bounds.max, D3DXVECTOR3(2, 2, 2));
 }
 
-TEST(SceneBounds, ASurfaceThatNoNodeListsDoesNotCount)
+TEST(SceneBounds, ASurfaceThatNoNodeReferencesIsIgnored)
 {
     SceneContainer scene = Scene("Root[a far]");
     MeshOf(scene, "far") = Support::BoxMesh({90, 90, 90}, {91, 91, 91});
@@ -56,11 +56,11 @@ TEST(SceneBounds, ASurfaceThatNoNodeListsDoesNotCount)
     EXPECT_EQ(Bounds(scene).max, D3DXVECTOR3(2, 2, 2));
 }
 
-TEST(SceneBounds, EncloseTheTurnedBoxAndNotTheMeshTightly)
+TEST(SceneBounds, EncloseTheRotatedBoxAndNotTheMesh)
 {
     constexpr float kHalf = 0.70710677F;
     SceneContainer scene = Scene("Root[a]");
-    MeshOf(scene, "a").VertexArray = {Vertex(1, 1, 1), Vertex(2, 2, 2)};  // turned, both lie at x = 0
+    MeshOf(scene, "a").VertexArray = {Vertex(1, 1, 1), Vertex(2, 2, 2)};  // After the rotation both are at x = 0.
     const D3DXMATRIX turn(kHalf, kHalf, 0, 0, -kHalf, kHalf, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
     scene.NodeLibrary[0].SetLocalTransform(Transform(turn));
     const Bounds bounds(scene);
@@ -77,7 +77,7 @@ TEST(SceneBounds, AMeshBelowZeroReachesUpToTheSmallestPositiveFloat)
     EXPECT_EQ(Bounds(scene).max.x, std::numeric_limits<float>::min());
 }
 
-TEST(SceneBounds, ANegativeMeshIsAnErrorHere)
+TEST(SceneBounds, ANegativeMeshIndexIsAnError)
 {
     SceneContainer scene = Scene("Root[a b]");
     scene.SurfaceLibrary[1].SetGeometryID(-1);
@@ -100,15 +100,15 @@ TEST(SceneBounds, ACycleAboveASurfaceThrows)
     Support::ExpectCycle(scene, [&] { scene.CalculateGlobalTM(2); });
 }
 
-TEST(SceneBounds, ACycleThatNoSurfaceHangsFromDoesNotMatter)
+TEST(SceneBounds, ACycleWithoutSurfacesIsNotAnError)
 {
     const Bounds bounds(Scene("Root[a] | A( B( &A ) )"));
     EXPECT_EQ(bounds.max, D3DXVECTOR3(2, 2, 2));
 }
 
-TEST(SceneBounds, ACycleThatIsNotMetOnTheWayUpDoesNotMatter)
+TEST(SceneBounds, ACycleThatIsNotAboveASurfaceIsNotAnError)
 {
-    // A is listed by Root and, further below, by B; the first one that lists a node is its parent.
+    // Root and B both reference A. The first node that references a node is its parent.
     SceneContainer scene = Scene("Root@1,0,0( A@1,0,0( B@1,0,0[a]( &A ) ) )");
     EXPECT_EQ(Bounds(scene).max, D3DXVECTOR3(5, 2, 2));
     EXPECT_EQ(scene.CalculateGlobalTM(2)._41, 3);
@@ -129,7 +129,7 @@ TEST(SceneBounds, AMillionLevelsAreWalkedOnceAndDoNotOverflowTheStack)
               static_cast<float>(Support::kDeep) - 1);
 }
 
-TEST(SceneBoundsOverrides, TheWorldMatrixIsAskedForOncePerSurface)
+TEST(SceneBoundsOverrides, TheWorldMatrixIsReadOncePerReference)
 {
     const Support::RecordingContainer scene(Scene("Root[a b]( A[c] B )"));
     const Bounds bounds(scene);
@@ -138,7 +138,7 @@ TEST(SceneBoundsOverrides, TheWorldMatrixIsAskedForOncePerSurface)
               "CalculateGlobalTM(1) FindParentNode(1) CalculateGlobalTM(0) FindParentNode(0)");
 }
 
-TEST(SceneBoundsOverrides, AListThatAnOverrideShortensEndsThere)
+TEST(SceneBoundsOverrides, AListThatAnOverrideShortensIsReadToItsNewEnd)
 {
     class Shortening : public Support::DerivedContainer
     {

@@ -11,7 +11,7 @@ namespace
 using Importing::TickTimer;
 using namespace std::chrono_literals;
 
-TEST(TickTimer, StartsAtZeroAndNeverRunsBackwards)
+TEST(TickTimer, StartsAtZeroAndNeverDecreases)
 {
     const TickTimer timer;
     int last = timer.ElapsedMilliseconds();
@@ -30,11 +30,11 @@ TEST(TickTimer, CountsMilliseconds)
     const TickTimer timer;
     std::this_thread::sleep_for(60ms);
     const int elapsed = timer.ElapsedMilliseconds();
-    EXPECT_GE(elapsed, 40);  // the platform's counter may step by up to 16
+    EXPECT_GE(elapsed, 40);  // The platform's counter may advance in steps of up to 16.
     EXPECT_LT(elapsed, 10000);
 }
 
-TEST(TickTimer, EachOneCountsFromItsOwnStart)
+TEST(TickTimer, EachTimerCountsFromItsOwnStart)
 {
     const TickTimer first;
     std::this_thread::sleep_for(60ms);

@@ -13,7 +13,7 @@ using namespace Importing;
 using Support::NodeIndex;
 using Support::Scene;
 
-/// Overrides the global matrix and counts how often it is asked for.
+/// Overrides the global matrix and counts the calls.
 class CountingContainer : public SceneContainer
 {
 public:
@@ -32,7 +32,7 @@ private:
     int calls_ = 0;
 };
 
-TEST(WorldMatrices, AreThoseThatTheContainerCalculates)
+TEST(WorldMatrices, EqualThoseOfCalculateGlobalTM)
 {
     SceneContainer scene = Scene("Root@1,2,3( P@0.1,0,0( Q@7,0,0 R@0,0.3,0( S@1,1,1 ) ) ) | Orphan@4,4,4");
     WorldMatrices matrices(scene);
@@ -43,7 +43,7 @@ TEST(WorldMatrices, AreThoseThatTheContainerCalculates)
     }
 }
 
-TEST(WorldMatrices, AreAskedOfADerivedContainerOnceANode)
+TEST(WorldMatrices, CallADerivedContainerOnceForEachNode)
 {
     CountingContainer scene(Scene("Root( P( Q ) )"));
     WorldMatrices matrices(scene);
@@ -53,7 +53,7 @@ TEST(WorldMatrices, AreAskedOfADerivedContainerOnceANode)
     EXPECT_EQ(scene.Calls(), 2);
 }
 
-TEST(WorldMatrices, OfABadIndexThrow)
+TEST(WorldMatrices, ThrowForABadIndex)
 {
     SceneContainer scene = Scene("Root( P )");
     WorldMatrices matrices(scene);
@@ -61,7 +61,7 @@ TEST(WorldMatrices, OfABadIndexThrow)
         Support::ExpectThrow<std::out_of_range>([&] { matrices.Of(bad); }, "invalid vector<T> subscript");
 }
 
-TEST(WorldMatrices, OfACycleThrowAndOthersDoNot)
+TEST(WorldMatrices, ThrowOnlyForNodesInOrBelowACycle)
 {
     SceneContainer scene = Scene("Root( P ) | A( B ) | C");
     Support::NodeNamed(scene, "B").ChildList.push_back(NodeIndex(scene, "A"));
@@ -73,7 +73,7 @@ TEST(WorldMatrices, OfACycleThrowAndOthersDoNot)
     EXPECT_NO_THROW(matrices.Of(NodeIndex(scene, "P")));
 }
 
-TEST(WorldMatrices, OfAVeryDeepHierarchyAreFoundWithoutRecursion)
+TEST(WorldMatrices, AreComputedWithoutRecursion)
 {
     SceneContainer scene = Support::Chain(Support::kDeep);
     WorldMatrices matrices(scene);

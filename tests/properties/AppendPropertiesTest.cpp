@@ -20,7 +20,7 @@ Trials AllKinds()
     return trials;
 }
 
-TEST(AppendProperties, SeveralScenesOneAfterAnother)
+TEST(AppendProperties, SeveralScenesInSequence)
 {
     const auto append = [](SceneContainer& scene, Dice& dice, bool byModel) {
         for (int count = dice.Between(1, 3); count > 0; --count)

@@ -15,10 +15,10 @@
 namespace Properties
 {
 
-/// An operation on a scene, its arguments drawn at random.
+/// An operation on a scene with random arguments.
 using Operation = std::function<void(Importing::SceneContainer&, Support::Dice&)>;
 
-/// The scenes and how many of them.
+/// The kind and number of random scenes.
 struct Trials
 {
     Support::RandomSceneOptions options;
@@ -26,7 +26,7 @@ struct Trials
     std::uint32_t firstSeed = 1;
 };
 
-/// The text of the exception that the operation threw, or nothing.
+/// Returns the text of the exception that the operation throws, or an empty text.
 inline std::string Outcome(const Operation& operation, Importing::SceneContainer& scene, std::uint32_t seed)
 {
     Support::Dice arguments(seed);
@@ -41,10 +41,10 @@ inline std::string Outcome(const Operation& operation, Importing::SceneContainer
     return {};
 }
 
-/// Runs the library's operation on a plain container and on a derived one and the model on a third copy of each random
-/// scene: all three end with the same exception, or in the same scene bit for bit. Stops at the first seed that fails.
+/// Runs the library's operation on a plain and on a derived container, and the model on a third copy of each random
+/// scene. Expects the same exception from all three, or the same scene bit for bit. Stops at the first seed that fails.
 ///
-/// The trials have to be worth something: most of them must go through, and many must change the scene.
+/// Also expects that most trials succeed and that many change the scene, so that the comparison is meaningful.
 inline void CompareForms(const Trials& trials, const Operation& operation, const Operation& model)
 {
     std::uint32_t passed = 0;

@@ -54,7 +54,7 @@ TEST(FlatteningProperties, FlatHierarchy) { CompareForms({{}, 1000}, Flatten, Fl
 TEST(FlatteningProperties, FlatHierarchyOfTrees)
 {
     Trials trials;
-    trials.options.secondListings = false;
+    trials.options.secondReferences = false;
     trials.options.maxNodes = 40;
     trials.options.maxSurfaces = 30;
     CompareForms(trials, Flatten, FlattenByModel);
@@ -69,7 +69,7 @@ TEST(FlatteningProperties, FlatHierarchyWithSurfacesWithoutMeshAndLargePolygons)
     CompareForms(trials, Flatten, FlattenByModel);
 }
 
-TEST(FlatteningProperties, FlatHierarchyInternalLeavesTheErasingToTheCaller)
+TEST(FlatteningProperties, FlatHierarchyInternalDoesNotErase)
 {
     const auto writeQueue = [](SceneContainer& scene, const std::vector<std::uint32_t>& erased, int result) {
         scene.ReservedList = erased;
@@ -92,7 +92,7 @@ TEST(FlatteningProperties, FlatHierarchyInternalLeavesTheErasingToTheCaller)
         });
 }
 
-/// Below the target only: from elsewhere a pass can leave the target listing a node that is gone.
+/// Flattens below the target only. From elsewhere a pass can result in a target that references an erased node.
 void FlattenAgainAndAgain(SceneContainer& scene, Dice& dice, bool byModel)
 {
     for (int pass = 0; pass < 4; ++pass)
@@ -108,10 +108,10 @@ void FlattenAgainAndAgain(SceneContainer& scene, Dice& dice, bool byModel)
     }
 }
 
-TEST(FlatteningProperties, OnePassAfterAnother)
+TEST(FlatteningProperties, RepeatedPasses)
 {
     Trials trials;
-    trials.options.secondListings = false;
+    trials.options.secondReferences = false;
     trials.options.sharedMeshes = false;
     trials.options.maxNodes = 30;
     trials.options.maxSurfaces = 30;
@@ -150,7 +150,7 @@ TEST(FlatteningProperties, MoveSurfacesCamerasAndLights)
         });
 }
 
-/// One node with many listings: what merging works on.
+/// Trials with one node and many references, for merging.
 void GatherSurfaces(SceneContainer& scene, Dice& dice, bool mayRepeat)
 {
     std::vector<std::int32_t>& list = scene.NodeLibrary[0].SurfaceList;
@@ -186,7 +186,7 @@ TEST(FlatteningProperties, MergeSurfacesOfTheirOwnMeshes)
     CompareForms(trials, Merging(false, false), Merging(false, true));
 }
 
-TEST(FlatteningProperties, MergeSurfacesThatShareMeshesOrAreListedTwice)
+TEST(FlatteningProperties, MergeSurfacesThatShareMeshesOrAreReferencedTwice)
 {
     Trials trials;
     trials.count = 1000;

@@ -51,7 +51,7 @@ TEST(WorldProperties, CollisionOffsetsOfProjectedAndMissingMeshes)
         [](SceneContainer& scene, Dice&) { Models::CalculateSurfaceCollisionOffset(scene); });
 }
 
-/// Bounds that are inverted, infinite or not numbers, put in by vertices.
+/// Gives meshes vertices that make their bounds inverted, infinite or NaN.
 void SpoilMeshes(SceneContainer& scene, Dice& dice)
 {
     static const float kOdd[] = {INFINITY, -INFINITY, NAN, 3e38F, -3e38F, -0.0F, 1e-45F};
@@ -91,7 +91,7 @@ TEST(WorldProperties, ResolveGeomInstances)
         [](SceneContainer& scene, Dice&) { Models::ResolveGeomInstances(scene); });
 }
 
-/// Gives some surfaces mesh indices beyond the library, where copies may come to be.
+/// Gives some surfaces mesh indices beyond the library, where copies may be appended.
 void SpoilMeshIndices(SceneContainer& scene, Dice& dice)
 {
     if (!dice.OneIn(3))
@@ -161,7 +161,7 @@ TEST(WorldProperties, BoundsOfTheScene)
         ASSERT_EQ(literal.exception, expected.exception);
         if (!expected.exception.empty())
             continue;
-        // As numbers: which of two zeros is kept depends on the order of the corners, which is nobody's business.
+        // Compared as numbers: which of two zeros is kept depends on the order of the corners, which is not specified.
         ASSERT_EQ(plain.min, expected.min);
         ASSERT_EQ(plain.max, expected.max);
         ASSERT_EQ(BitsOf(plain.min), BitsOf(literal.min));

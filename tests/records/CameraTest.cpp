@@ -43,7 +43,7 @@ TEST(Camera, Defaults)
     EXPECT_FALSE(camera.GetIsHashCodeValid());
 }
 
-TEST(Camera, DefaultNearPlaneLiesBehindTheFarPlane)
+TEST(Camera, DefaultNearPlaneIsBeyondTheFarPlane)
 {
     const Camera camera;
     EXPECT_EQ(camera.GetNearZ(), 1000.0F);
@@ -61,7 +61,7 @@ TEST(Camera, SettersStore)
     EXPECT_EQ(camera.GetFarZ(), 400.0F);
 }
 
-TEST(Camera, CopiesCarryEveryField)
+TEST(Camera, CopiesHaveEveryField)
 {
     Camera original = Filled();
     Support::ExpectCopiesCarryTheHash(original);
@@ -103,7 +103,7 @@ TEST(Camera, OffsetIsHashedUnmasked)
         Filled(), {{"offset", [](Camera& c) { c.SetOffsetMatrix(Moved(std::nextafter(5.0F, 9.0F))); }}});
 }
 
-TEST(Camera, SamePlacementInAnotherFormChangesTheHash)
+TEST(Camera, SameTransformInAnotherFormChangesTheHash)
 {
     Camera camera;
     const std::uint32_t asMatrix = camera.GetHash();
@@ -123,7 +123,7 @@ TEST(Camera, HashFoldsTheFieldsInTheirOrder)
               HashModel().Text("front").Floats({60, 50}).Placement(Moved(5)).Floats({0.5F, 400}).Fold());
 }
 
-TEST(Camera, SettersTellOfTheChangeThroughTheVirtualTable)
+TEST(Camera, SettersInvalidateTheHashThroughTheVirtualTable)
 {
     Support::Watched<Camera> camera;
     camera.SetName("a");
@@ -135,7 +135,7 @@ TEST(Camera, SettersTellOfTheChangeThroughTheVirtualTable)
     EXPECT_EQ(camera.changes, 6);
 }
 
-TEST(Camera, FloatsThatTheFormDoesNotUseEnterTheHashAllTheSame)
+TEST(Camera, FloatsThatTheFormDoesNotUseAreHashed)
 {
     D3DXMATRIX other;
     D3DXMatrixScaling(&other, 2, 2, 2);

@@ -27,15 +27,15 @@ std::uint32_t DigestOf(const std::string& bytes) { return Digest(bytes.data(), b
 
 std::uint32_t DigestOf(std::uint32_t number) { return Digest(&number, sizeof(number)); }
 
-TEST(Digest, IsAFunctionOfTheBytesAlone)
+TEST(Digest, DependsOnlyOnTheBytes)
 {
     const std::string text = "SceneContainer";
     const std::string shifted = "x" + text;
     EXPECT_EQ(DigestOf(text), DigestOf(std::string(text)));
-    EXPECT_EQ(DigestOf(text), Digest(shifted.data() + 1, text.size())) << "the place in memory does not matter";
+    EXPECT_EQ(DigestOf(text), Digest(shifted.data() + 1, text.size())) << "the address does not matter";
 }
 
-TEST(Digest, NoBytesHaveADigestToo)
+TEST(Digest, EmptySequenceHasADigest)
 {
     const char nothing = 0;
     EXPECT_EQ(Digest(&nothing, 0), DigestOf(std::string()));
@@ -62,7 +62,7 @@ TEST(Digest, OrderOfBytesAndOfWordsMatters)
     EXPECT_NE(DigestOf("abcdefgh"), DigestOf("efghabcd"));
 }
 
-TEST(Digest, RunsOfZerosDifferByTheirLength)
+TEST(Digest, SequencesOfZerosOfDifferentLengthsDiffer)
 {
     std::set<std::uint32_t> digests;
     for (std::size_t size = 0; size < 200; ++size)
@@ -70,7 +70,7 @@ TEST(Digest, RunsOfZerosDifferByTheirLength)
     EXPECT_EQ(digests.size(), 200U);
 }
 
-#if !defined(_WIN32)  // there the platform's own function is used
+#if !defined(_WIN32)  // On Windows the platform's function is used.
 
 std::size_t Duplicates(std::vector<std::uint32_t> values)
 {
@@ -87,7 +87,7 @@ TEST(Digest, IsTheSameOnEveryPlatform)
     EXPECT_EQ(DigestOf(0x3F800000U), 0x95787EC2U);
 }
 
-TEST(Digest, DistinctRunsOfFourBytesHaveDistinctDigests)
+TEST(Digest, DistinctSequencesOfFourBytesHaveDistinctDigests)
 {
     std::vector<std::uint32_t> digests;
     std::mt19937 random(1);
@@ -117,7 +117,7 @@ TEST(Digest, EveryInputBitChangesHalfOfTheOutputBits)
             for (unsigned out = 0; out < 32; ++out)
                 flips[out] += static_cast<int>((changed >> out) & 1U);
         }
-        // Half of 4096, give or take eight standard deviations.
+        // Half of 4096, plus or minus eight standard deviations.
         for (unsigned out = 0; out < 32; ++out)
             EXPECT_NEAR(flips[out], kHalf, 256) << "input bit " << bit << ", output bit " << out;
     }
@@ -129,7 +129,7 @@ TEST(ContentHash, StartsAtZero) { EXPECT_EQ(ContentHash().Value(), 0U); }
 
 TEST(ContentHash, FirstDigestIsTheHashOfOneField) { EXPECT_EQ(ContentHash().Add(7U).Value(), DigestOf(7U)); }
 
-TEST(ContentHash, FoldsByThirtyOneAndExclusiveOr)
+TEST(ContentHash, CombinesDigestsByThirtyOneAndExclusiveOr)
 {
     const std::uint32_t first = DigestOf(1U);
     const std::uint32_t second = DigestOf(2U);
@@ -137,7 +137,7 @@ TEST(ContentHash, FoldsByThirtyOneAndExclusiveOr)
     EXPECT_EQ(ContentHash().Add(1U).Add(2U).Add(3U).Value(), ((first * 31U ^ second) * 31U) ^ third);
 }
 
-TEST(ContentHash, FieldsAreTakenInOrder)
+TEST(ContentHash, FieldsAreHashedInOrder)
 {
     EXPECT_NE(ContentHash().Add(1U).Add(2U).Value(), ContentHash().Add(2U).Add(1U).Value());
 }
@@ -154,17 +154,17 @@ TEST(ContentHash, ZerosOfDifferentSignDiffer)
     EXPECT_NE(ContentHash().Add(0.0F).Value(), ContentHash().Add(-0.0F).Value());
 }
 
-TEST(ContentHash, ColourIsTakenFromAlphaToBlue)
+TEST(ContentHash, ColourIsHashedAsAlphaRedGreenBlue)
 {
     EXPECT_EQ(ContentHash().Add(D3DXCOLOR(1, 2, 3, 4)).Value(), HashModel().Floats({4, 1, 2, 3}).Fold());
 }
 
-TEST(ContentHash, VectorIsTakenFromXToZ)
+TEST(ContentHash, VectorIsHashedFromXToZ)
 {
     EXPECT_EQ(ContentHash().Add(D3DXVECTOR3(1, 2, 3)).Value(), HashModel().Floats({1, 2, 3}).Fold());
 }
 
-TEST(ContentHash, MatrixIsTakenRowByRow)
+TEST(ContentHash, MatrixIsHashedRowByRow)
 {
     const D3DXMATRIX matrix(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16);
     EXPECT_EQ(ContentHash().Add(matrix).Value(),
@@ -178,7 +178,7 @@ TEST(ContentHash, TextIsOneDigestWithoutTerminator)
     EXPECT_NE(ContentHash().Add(std::string("a\0b", 3)).Value(), ContentHash().Add(std::string("a")).Value());
 }
 
-TEST(ContentHash, NumbersAreTakenWithAllTheirBytes)
+TEST(ContentHash, NumbersAreHashedWithAllTheirBytes)
 {
     EXPECT_EQ(ContentHash().Add(std::int32_t{-1}).Value(), DigestOf(0xFFFFFFFFU));
     EXPECT_EQ(ContentHash().Add(true).Value(), DigestOf(std::string(1, '\1')));
@@ -187,7 +187,7 @@ TEST(ContentHash, NumbersAreTakenWithAllTheirBytes)
     EXPECT_EQ(ContentHash().Add(three).Value(), Digest(&three, 8));
 }
 
-TEST(ContentHash, PlacementIsOneUnmaskedDigestOfItsStoredForm)
+TEST(ContentHash, TransformIsOneUnmaskedDigestOfItsStoredForm)
 {
     Transform transform;
     EXPECT_EQ(ContentHash().Add(transform).Value(), HashModel().Placement(transform).Fold());
@@ -197,7 +197,7 @@ TEST(ContentHash, PlacementIsOneUnmaskedDigestOfItsStoredForm)
     EXPECT_NE(ContentHash().Add(Transform(nearly)).Value(), ContentHash().Add(transform).Value());
 }
 
-TEST(ContentHash, FormsOfOnePlacementDiffer)
+TEST(ContentHash, FormsOfOneTransformDiffer)
 {
     D3DXVECTOR3 offset(0, 0, 0);
     Transform euler;
@@ -212,7 +212,7 @@ TEST(ContentHash, FormsOfOnePlacementDiffer)
 
 #if !defined(_WIN32)
 
-/// The vertices (x, y, z) x step for whole x, y, z from `first` to `first` + 99.
+/// The vertices (x, y, z) x step for integers x, y, z from `first` to `first` + 99.
 class VertexGrid : public testing::TestWithParam<std::pair<int, float>>
 {
 protected:
@@ -246,7 +246,7 @@ protected:
 TEST_P(VertexGrid, AMillionVerticesCollideNoMoreThanByChance)
 {
     // 1,000,000 random values of 32 bits form n(n-1)/2 / 2^32 = 116.4 equal pairs on average; the standard deviation is
-    // the square root of that, 10.8. The limit lies three of them above.
+    // the square root of that, 10.8. The limit is three standard deviations above the average.
     const double mean = 1e6 * (1e6 - 1) / 2 / 4294967296.0;
     const double limit = mean + 3 * std::sqrt(mean);
     const std::size_t pairs = EqualPairs(Hashes(GetParam().first, GetParam().second));
@@ -254,7 +254,7 @@ TEST_P(VertexGrid, AMillionVerticesCollideNoMoreThanByChance)
     EXPECT_LE(static_cast<double>(pairs), limit);
 }
 
-// Whole numbers, numbers that are not exact, and both sides of 0.
+// Integers, numbers that are not exact, and both sides of 0.
 INSTANTIATE_TEST_SUITE_P(Steps, VertexGrid,
                          testing::Values(std::pair(0, 1.0F), std::pair(0, 0.1F), std::pair(-50, 1.0F),
                                          std::pair(-50, 0.3F), std::pair(0, 0.25F)));

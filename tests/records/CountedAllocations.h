@@ -5,18 +5,18 @@
 namespace Support
 {
 
-/// Counts what the test program takes from operator new; CountedAllocations.cpp replaces it.
+/// Counts the allocations of the test program. CountedAllocations.cpp replaces operator new.
 ///
-/// Not safe for more than one thread.
+/// Not safe for concurrent use.
 class CountedAllocations
 {
 public:
-    /// Blocks taken since the program began.
+    /// Returns the number of allocations since the program began.
     static std::size_t Taken();
-    /// Blocks that are in use now.
+    /// Returns the number of allocations that have not been freed.
     static std::size_t InUse();
 
-    /// Lets `count` more allocations succeed; from then on std::bad_alloc is thrown, until Recover() is called.
+    /// Lets `count` more allocations succeed. After that std::bad_alloc is thrown until Recover() is called.
     static void FailAfter(std::size_t count);
     static void Recover();
 };

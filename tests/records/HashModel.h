@@ -18,7 +18,7 @@
 namespace Support
 {
 
-/// The content hash as plainly as it can be written: the digests of all fields in a list, folded at the end.
+/// A plain model of the content hash: collects the digests of all fields in a list and combines them at the end.
 class HashModel
 {
 public:
@@ -45,7 +45,7 @@ public:
 
     HashModel& Text(const std::string& text) { return Bytes(text.data(), text.size()); }
 
-    /// The 16 stored floats and the type.
+    /// Adds the 16 stored floats and the type.
     HashModel& Placement(const Importing::Transform& transform)
     {
         const Importing::Transform::StoredForm& form = transform.GetStoredForm();
@@ -67,11 +67,11 @@ private:
     std::vector<std::uint32_t> digests_;
 };
 
-/// A way to change a record, with a name.
+/// A named change of a record.
 template <typename Record>
 using Change = std::pair<std::string, std::function<void(Record&)>>;
 
-/// Each change must invalidate the cached hash and lead to another one; the hashes of all must be different.
+/// Expects that each change invalidates the cached hash and changes the hash, and that all hashes are different.
 template <typename Record>
 void ExpectHashed(const Record& original, const std::vector<Change<Record>>& changes)
 {
@@ -82,15 +82,15 @@ void ExpectHashed(const Record& original, const std::vector<Change<Record>>& cha
         const std::uint32_t before = record.GetHash();
         EXPECT_TRUE(record.GetIsHashCodeValid()) << name;
         change(record);
-        EXPECT_FALSE(record.GetIsHashCodeValid()) << name << " leaves the hash valid";
+        EXPECT_FALSE(record.GetIsHashCodeValid()) << name << " does not invalidate the hash";
         EXPECT_NE(record.GetHash(), before) << name << " is not hashed";
         for (const std::uint32_t other : hashes)
-            EXPECT_NE(record.GetHash(), other) << name << " hashes like another change";
+            EXPECT_NE(record.GetHash(), other) << name << " has the hash of another change";
         hashes.push_back(record.GetHash());
     }
 }
 
-/// Each change must invalidate the cached hash and lead to the same one again.
+/// Expects that each change invalidates the cached hash and results in the same hash.
 template <typename Record>
 void ExpectSameHash(const Record& original, const std::vector<Change<Record>>& changes)
 {
@@ -99,12 +99,12 @@ void ExpectSameHash(const Record& original, const std::vector<Change<Record>>& c
         Record record = original;
         const std::uint32_t before = record.GetHash();
         change(record);
-        EXPECT_FALSE(record.GetIsHashCodeValid()) << name << " leaves the hash valid";
+        EXPECT_FALSE(record.GetIsHashCodeValid()) << name << " does not invalidate the hash";
         EXPECT_EQ(record.GetHash(), before) << name;
     }
 }
 
-/// A copy must have the state of the hash of its original, both by construction and by assignment.
+/// Expects that copies have the hash state of the original, by construction and by assignment.
 template <typename Record>
 void ExpectCopiesCarryTheHash(Record& record)
 {

@@ -14,7 +14,7 @@ using Importing::HashObject;
 
 std::string calls;
 
-/// Its content is one number, and its hash is that number.
+/// A record whose content is one number, which is also its hash.
 class Record : public HashObject
 {
 public:
@@ -74,7 +74,7 @@ TEST_F(HashObjectTest, ChangeIsReflectedByTheNextGetHash)
     EXPECT_EQ(record.GetHash(), 8U);
 }
 
-TEST_F(HashObjectTest, ContentThatFoldsToZeroIsComputedEveryTime)
+TEST_F(HashObjectTest, ContentThatHashesToZeroIsComputedEveryTime)
 {
     Record record(0);
     EXPECT_EQ(record.GetHash(), 0U);
@@ -107,13 +107,13 @@ TEST_F(HashObjectTest, CopyOfAnInvalidHashIsInvalid)
     EXPECT_FALSE(Record(record).GetIsHashCodeValid());
 }
 
-TEST_F(HashObjectTest, MovesCarryTheHashAndLeaveNone)
+TEST_F(HashObjectTest, MovesTransferTheHash)
 {
     Record record(7);
     record.GetHash();
     Record moved(std::move(record));
     EXPECT_EQ(moved.GetStoredHash(), 7U);
-    // Its content is no longer that of the hash.
+    // The hash is no longer that of the content.
     EXPECT_EQ(record.GetStoredHash(), 0U);  // NOLINT(bugprone-use-after-move)
     Record assigned(9);
     assigned.GetHash();
@@ -122,7 +122,7 @@ TEST_F(HashObjectTest, MovesCarryTheHashAndLeaveNone)
     EXPECT_EQ(moved.GetStoredHash(), 0U);  // NOLINT(bugprone-use-after-move)
 }
 
-TEST_F(HashObjectTest, ComparisonFetchesTheOthersHashFirst)
+TEST_F(HashObjectTest, ComparisonReadsTheHashOfTheOtherFirst)
 {
     Record left(7, "Left");
     Record right(7, "Right");
@@ -139,7 +139,7 @@ TEST_F(HashObjectTest, ComparisonLeavesBothHashesValid)
     EXPECT_TRUE(right.GetIsHashCodeValid());
 }
 
-TEST_F(HashObjectTest, EqualHashesAreEqualContent)
+TEST_F(HashObjectTest, RecordsWithEqualHashesAreEqual)
 {
     Record left(7, "Left");
     Record right(7, "Right");
@@ -151,7 +151,7 @@ TEST_F(HashObjectTest, EqualHashesAreEqualContent)
     EXPECT_TRUE(left == left);
 }
 
-/// Says itself whether its hash stands.
+/// A record that overrides whether its hash is valid.
 class DistrustfulRecord : public Record
 {
 public:
@@ -163,7 +163,7 @@ public:
     }
 };
 
-TEST_F(HashObjectTest, GetHashAsksTheOverrideWhetherTheHashStands)
+TEST_F(HashObjectTest, GetHashCallsTheOverrideOfGetIsHashCodeValid)
 {
     DistrustfulRecord record(7);
     record.GetHash();
@@ -171,14 +171,14 @@ TEST_F(HashObjectTest, GetHashAsksTheOverrideWhetherTheHashStands)
     EXPECT_EQ(calls, "GetIsHashCodeValid CalculeteHash GetIsHashCodeValid CalculeteHash ");
 }
 
-/// Has a hash of its own making.
+/// A record that overrides its hash.
 class FixedRecord : public Record
 {
 public:
     std::uint32_t GetHash() override { return 42; }
 };
 
-TEST_F(HashObjectTest, ComparisonAsksTheOverridesForTheHashes)
+TEST_F(HashObjectTest, ComparisonCallsTheOverridesOfGetHash)
 {
     FixedRecord fixed;
     Record record(42);
@@ -186,7 +186,7 @@ TEST_F(HashObjectTest, ComparisonAsksTheOverridesForTheHashes)
     EXPECT_TRUE(record == fixed);
 }
 
-/// Equals nothing.
+/// A record that is equal to nothing.
 class LonelyRecord : public Record
 {
 public:

@@ -66,7 +66,7 @@ TEST(Joint, SettersStore)
     EXPECT_EQ(joint.GetName(), "wrist");
 }
 
-TEST(Joint, CopiesAndMovesCarryEveryField)
+TEST(Joint, CopiesAndMovesHaveEveryField)
 {
     const Joint original = Filled();
     Joint copy(original);
@@ -78,7 +78,7 @@ TEST(Joint, CopiesAndMovesCarryEveryField)
     ExpectFilled(moved);
 }
 
-TEST(Joint, JointsThatDifferInTheirParentAloneAreEqual)
+TEST(Joint, JointsThatDifferOnlyInTheirParentAreEqual)
 {
     const Joint a = Filled();
     Joint b = Filled();
@@ -118,7 +118,7 @@ TEST(Joint, ZerosOfDifferentSignInAMatrixDiffer)
     EXPECT_TRUE(bind != Joint());
 }
 
-TEST(Joint, NotANumberInAMatrixEqualsItself)
+TEST(Joint, NaNInAMatrixEqualsItself)
 {
     D3DXMATRIX matrix = kIdentity;
     matrix._33 = std::numeric_limits<float>::quiet_NaN();
@@ -127,7 +127,7 @@ TEST(Joint, NotANumberInAMatrixEqualsItself)
     EXPECT_TRUE(joint == Joint(joint));
 }
 
-/// Has a name of its own making.
+/// A joint that overrides its name.
 class NamedJoint : public Joint
 {
 public:
@@ -139,7 +139,7 @@ TEST(Joint, ComparisonReadsTheOtherThroughItsGetters)
     const Joint elbow("elbow");
     const NamedJoint named;
     EXPECT_TRUE(elbow == named);
-    EXPECT_FALSE(named == elbow) << "its own name is the empty one";
+    EXPECT_FALSE(named == elbow) << "its stored name is empty";
 }
 
 }  // namespace

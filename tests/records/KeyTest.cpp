@@ -38,7 +38,7 @@ TEST(Key, MatrixOfADefaultKeyIsTheIdentity)
     EXPECT_TRUE(SameBitsOrNaN(Key().GetMatrix(), D3DXMATRIX(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1)));
 }
 
-TEST(Key, SettersStoreAndCopiesCarryEveryField)
+TEST(Key, SettersStoreAndCopiesHaveEveryField)
 {
     Key original = Filled();
     Key copy(original);
@@ -99,7 +99,7 @@ TEST(Key, ZerosOfDifferentSignAreEqual)
     EXPECT_TRUE(key == Key());
 }
 
-TEST(Key, NotANumberEqualsNothing)
+TEST(Key, NaNEqualsNothing)
 {
     Key key;
     key.SetPosition(D3DXVECTOR3(std::numeric_limits<float>::quiet_NaN(), 0, 0));
@@ -107,7 +107,7 @@ TEST(Key, NotANumberEqualsNothing)
     EXPECT_TRUE(key != Key(key));
 }
 
-TEST(Key, MatrixScalesThenTurnsThenMoves)
+TEST(Key, MatrixScalesThenRotatesThenTranslates)
 {
     Key key;
     const float half = std::sqrt(0.5F);
@@ -118,7 +118,7 @@ TEST(Key, MatrixScalesThenTurnsThenMoves)
     EXPECT_TRUE(Support::NearFloats(key.GetMatrix(), expected, 1e-6F));
 }
 
-TEST(Key, MatrixIsThatOfThePlatformsTransformation)
+TEST(Key, MatrixEqualsThatOfD3DXMatrixTransformation)
 {
     Support::RandomFloats random(1);
     for (int i = 0; i < 200; ++i)

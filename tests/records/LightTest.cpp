@@ -85,7 +85,7 @@ TEST(Light, TypesHaveFixedNumbers)
     EXPECT_EQ(sizeof(Light::LightType), 4U);
 }
 
-TEST(Light, TypeOutsideTheKnownOnesIsStored)
+TEST(Light, TypeOutsideTheEnumerationIsStored)
 {
     Light light;
     light.SetType(static_cast<Light::LightType>(-9));
@@ -98,7 +98,7 @@ TEST(Light, SettersStore)
     ExpectFilled(light);
 }
 
-TEST(Light, CopiesCarryEveryField)
+TEST(Light, CopiesHaveEveryField)
 {
     Light original = Filled();
     Support::ExpectCopiesCarryTheHash(original);
@@ -154,7 +154,7 @@ TEST(Light, HashFoldsTheFieldsInTheirOrder)
     EXPECT_EQ(light.GetHash(), model.Fold());
 }
 
-TEST(Light, SettersTellOfTheChangeThroughTheVirtualTable)
+TEST(Light, SettersInvalidateTheHashThroughTheVirtualTable)
 {
     Support::Watched<Light> light;
     light.SetName("a");

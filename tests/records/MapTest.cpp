@@ -56,7 +56,7 @@ TEST(Map, SettersStore)
     ExpectFilled(map);
 }
 
-TEST(Map, CopiesAndMovesCarryEveryField)
+TEST(Map, CopiesAndMovesHaveEveryField)
 {
     Map original = Filled();
     Support::ExpectCopiesCarryTheHash(original);
@@ -103,7 +103,7 @@ TEST(Map, HashFoldsTheFieldsInTheirOrder)
     EXPECT_EQ(map.GetHash(), model.Fold());
 }
 
-TEST(Map, SettersTellOfTheChangeThroughTheVirtualTable)
+TEST(Map, SettersInvalidateTheHashThroughTheVirtualTable)
 {
     Support::Watched<Map> map;
     map.SetTextureID(1);

@@ -57,7 +57,7 @@ TEST(Material, SettersStore)
     ExpectFilled(material);
 }
 
-TEST(Material, CopiesAndMovesCarryEveryField)
+TEST(Material, CopiesAndMovesHaveEveryField)
 {
     Material original = Filled();
     Support::ExpectCopiesCarryTheHash(original);
@@ -111,7 +111,7 @@ TEST(Material, HashFoldsTheFieldsInTheirOrder)
     EXPECT_EQ(material.GetHash(), model.Fold());
 }
 
-TEST(Material, SettersTellOfTheChangeThroughTheVirtualTable)
+TEST(Material, SettersInvalidateTheHashThroughTheVirtualTable)
 {
     Support::Watched<Material> material;
     material.SetName("a");

@@ -72,7 +72,7 @@ TEST(Node, SettersStore)
     EXPECT_EQ(node.GetLocalTransform().GetType(), Transform::Type::Euler) << "the form is kept";
 }
 
-TEST(Node, CopiesAndMovesCarryEveryField)
+TEST(Node, CopiesAndMovesHaveEveryField)
 {
     Node original = Filled();
     Node copy(original);
@@ -90,7 +90,7 @@ TEST(Node, CopiesAndMovesCarryEveryField)
     ExpectFilled(moveAssigned);
 }
 
-TEST(Node, SwappedNodesHaveChangedPlaces)
+TEST(Node, SwappedNodesHaveExchangedTheirContent)
 {
     Node a = Filled();
     Node b;

@@ -71,7 +71,7 @@ TEST(Surface, SettersStore)
     ExpectFilled(surface);
 }
 
-TEST(Surface, CopiesAndMovesCarryEveryField)
+TEST(Surface, CopiesAndMovesHaveEveryField)
 {
     Surface original = Filled();
     Support::ExpectCopiesCarryTheHash(original);
@@ -120,7 +120,7 @@ TEST(Surface, ChangingAMapsAmountChangesTheHash)
     EXPECT_TRUE(surface.GetIsHashCodeValid());
 }
 
-TEST(Surface, AddedMapIsNoticedWhileItsHashIsNotValid)
+TEST(Surface, AddedMapWithoutAValidHashInvalidatesTheSurface)
 {
     Surface surface = Filled();
     surface.GetHash();
@@ -136,7 +136,7 @@ TEST(Surface, ValidMapsDoNotMakeTheSurfacesHashValid)
     EXPECT_FALSE(surface.GetIsHashCodeValid());
 }
 
-TEST(Surface, HashOfTheSurfaceMakesThoseOfItsMapsValid)
+TEST(Surface, ComputingTheHashComputesThoseOfTheMaps)
 {
     Surface surface = Filled();
     surface.GetHash();
@@ -188,7 +188,7 @@ TEST(Surface, GetMapComparesTypesExactly)
     EXPECT_EQ(surface.GetMap("", 0), 2);
 }
 
-TEST(Surface, SameMaterialAndMapsDoesNotLookAtMeshNameAndOffset)
+TEST(Surface, SameMaterialAndMapsIgnoresMeshNameAndOffset)
 {
     Surface a = Filled();
     Surface b = Filled();
@@ -267,7 +267,7 @@ TEST(Surface, ReleaseKeepsTheCachedHash)
     EXPECT_FALSE(invalid.GetIsHashCodeValid());
 }
 
-TEST(Surface, SettersOfWhatIsHashedTellOfTheChangeThroughTheVirtualTable)
+TEST(Surface, SettersOfHashedFieldsInvalidateTheHashThroughTheVirtualTable)
 {
     Support::Watched<Surface> surface;
     surface.SetGeometryID(1);

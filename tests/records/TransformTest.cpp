@@ -23,7 +23,7 @@ constexpr D3DXVECTOR3 kUntouched(77, 77, 77);
 constexpr float kAttitudeAtPole = 1.57075F;
 constexpr float kPi = std::numbers::pi_v<float>;
 
-/// Opens the two conversions.
+/// Makes the two protected conversions public.
 class Conversions : public Transform
 {
 public:
@@ -72,7 +72,7 @@ Transform OfQuaternion(D3DXVECTOR3 translation, const D3DXQUATERNION& rotation, 
     return transform;
 }
 
-/// A transform whose form is none of the three.
+/// Returns a transform whose type is outside the enumeration.
 Transform OfUnknownForm()
 {
     Transform transform(kCounted);
@@ -116,7 +116,7 @@ TEST(Transform, ConstructedFromAMatrixOrItsFloats)
     EXPECT_TRUE(SameBitsOrNaN(fromFloats.GetMatrix(), kCounted));
 }
 
-TEST(Transform, SettersStoreTheFormAsItComes)
+TEST(Transform, SettersStoreTheGivenForm)
 {
     Transform transform(kCounted);
     D3DXVECTOR3 translation(21, 22, 23);
@@ -135,7 +135,7 @@ TEST(Transform, SettersStoreTheFormAsItComes)
     EXPECT_TRUE(SameBitsOrNaN(transform.GetMatrix(), kCounted));
 }
 
-TEST(Transform, CopiesCarryFloatsAndForm)
+TEST(Transform, CopiesHaveFloatsAndForm)
 {
     const Transform original = OfQuaternion({1, 2, 3}, {4, 5, 6, 7}, {8, 9, 10});
     Transform copy(original);
@@ -148,13 +148,13 @@ TEST(Transform, CopiesCarryFloatsAndForm)
     }
 }
 
-TEST(Transform, EulerWithoutTurnIsAPureTranslation)
+TEST(Transform, EulerFormWithoutRotationIsATranslation)
 {
     Transform transform = OfEuler({5, 6, 7}, {0, 0, 0}, {1, 1, 1});
     EXPECT_TRUE(SameBitsOrNaN(transform.GetMatrix(), D3DXMATRIX(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 6, 7, 1)));
 }
 
-TEST(Transform, MatrixOfAQuaternionScalesThenTurnsThenMoves)
+TEST(Transform, MatrixOfAQuaternionScalesThenRotatesThenTranslates)
 {
     const float half = std::sqrt(0.5F);
     Transform transform = OfQuaternion({10, 20, 30}, {0, 0, half, half}, {2, 3, 4});
@@ -162,7 +162,7 @@ TEST(Transform, MatrixOfAQuaternionScalesThenTurnsThenMoves)
     EXPECT_TRUE(NearFloats(transform.GetMatrix(), expected, 1e-6F));
 }
 
-TEST(Transform, MatrixOfAnglesIsThatOfTheirQuaternion)
+TEST(Transform, MatrixOfAnglesEqualsThatOfTheirQuaternion)
 {
     RandomFloats random(1);
     for (int i = 0; i < 500; ++i)
@@ -176,7 +176,7 @@ TEST(Transform, MatrixOfAnglesIsThatOfTheirQuaternion)
     }
 }
 
-TEST(Transform, HeadingTurnsAboutYAttitudeAboutZBankAboutX)
+TEST(Transform, HeadingRotatesAboutYAttitudeAboutZBankAboutX)
 {
     const float half = std::sqrt(0.5F);
     Conversions conversions;
@@ -244,14 +244,14 @@ TEST(Transform, QuaternionNeedNotBeNormalised)
     }
 }
 
-/// A unit quaternion whose x y + z w is `test`: half of the sine of twice the angle of (z, w).
+/// Returns a unit quaternion whose x y + z w is `test`: half of the sine of twice the angle of (z, w).
 D3DXQUATERNION WithTest(double test)
 {
     const double angle = std::asin(2 * test) / 2;
     return {0, 0, static_cast<float>(std::sin(angle)), static_cast<float>(std::cos(angle))};
 }
 
-TEST(Transform, WithinAThousandthOfAPoleTheAttitudeIsALittleShortOfARightAngle)
+TEST(Transform, NearAPoleTheAttitudeIsSlightlyLessThanARightAngle)
 {
     const Conversions conversions;
     const D3DXVECTOR3 north = conversions.Euler(WithTest(0.4995));
@@ -273,7 +273,7 @@ TEST(Transform, OutsideThePolesTheAttitudeIsComputed)
 TEST(Transform, HeadingAtThePolesIsTwiceTheAngleOfXAndW)
 {
     const Conversions conversions;
-    // With x = y and z = w, x y + z w is half of the sum of squares: straight up.
+    // With x = y and z = w, x y + z w is half of the sum of squares: an attitude of 90 degrees.
     const D3DXVECTOR3 north = conversions.Euler({0.3F, 0.3F, 0.4F, 0.4F});
     EXPECT_NEAR(north.x, 2 * std::atan2(0.3F, 0.4F), 1e-5);
     EXPECT_EQ(north.y, kAttitudeAtPole);
@@ -284,9 +284,9 @@ TEST(Transform, HeadingAtThePolesIsTwiceTheAngleOfXAndW)
     EXPECT_EQ(south.z, 0.0F);
 }
 
-TEST(Transform, ThePoleTestIsMadeInDoublePrecision)
+TEST(Transform, PoleTestIsInDoublePrecision)
 {
-    // Here z lies above 0.499 (z^2 + 1) with the double 0.499, and not with the float, which is a little larger.
+    // Here z is above 0.499 (z^2 + 1) with the double 0.499, but not with the float, which is slightly larger.
     const float z = 0x1.e0988ap-1F;
     ASSERT_FALSE(z > 0.499F * (z * z + 1.0F));
     const Conversions conversions;
@@ -331,7 +331,7 @@ TEST(Transform, AnglesOfAQuaternionFormAreConverted)
     EXPECT_TRUE(SameBitsOrNaN(parts.scale, D3DXVECTOR3(8, 9, 10)));
 }
 
-TEST(Transform, MatrixIsTakenApart)
+TEST(Transform, MatrixIsDecomposed)
 {
     const D3DXMATRIX matrix(0, 2, 0, 0, -3, 0, 0, 0, 0, 0, 4, 0, 5, 6, 7, 1);
     const QuaternionParts parts{Transform(matrix)};
@@ -347,14 +347,14 @@ TEST(Transform, MatrixIsTakenApart)
     EXPECT_TRUE(SameBitsOrNaN(euler.rotation, D3DXVECTOR3(0, kAttitudeAtPole, 0)));
 }
 
-TEST(Transform, MatrixThatCannotBeTakenApartIsNoError)
+TEST(Transform, MatrixThatCannotBeDecomposedIsNotAnError)
 {
     const Transform flat(D3DXMATRIX(0, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4, 0, 9, 0, 0, 1));
     const QuaternionParts parts(flat);
     EXPECT_TRUE(parts.result);
     EXPECT_TRUE(SameBitsOrNaN(parts.scale, D3DXVECTOR3(0, 3, 4)));
     EXPECT_TRUE(SameBitsOrNaN(parts.translation, D3DXVECTOR3(9, 0, 0)));
-    EXPECT_TRUE(SameBitsOrNaN(parts.rotation, D3DXQUATERNION(77, 77, 77, 77))) << "left as it was";
+    EXPECT_TRUE(SameBitsOrNaN(parts.rotation, D3DXQUATERNION(77, 77, 77, 77))) << "not written";
 
     const EulerParts euler(flat);
     EXPECT_TRUE(euler.result);
@@ -362,7 +362,7 @@ TEST(Transform, MatrixThatCannotBeTakenApartIsNoError)
     EXPECT_TRUE(SameBitsOrNaN(euler.rotation, D3DXVECTOR3(0, 0, 0)));
 }
 
-TEST(Transform, UnknownFormYieldsTheStoredFloatsAndWritesNothing)
+TEST(Transform, UnknownFormReturnsTheStoredFloatsAndWritesNothing)
 {
     Transform transform = OfUnknownForm();
     EXPECT_TRUE(SameBitsOrNaN(transform.GetMatrix(), kCounted));
@@ -378,7 +378,7 @@ TEST(Transform, UnknownFormYieldsTheStoredFloatsAndWritesNothing)
     EXPECT_TRUE(SameBitsOrNaN(quaternion.scale, kUntouched));
 }
 
-/// Converts in its own way.
+/// A transform that overrides the conversions.
 class OwnConversions : public Transform
 {
 protected:

@@ -11,7 +11,7 @@
 #include <functional>
 #include <vector>
 
-// What the content hash of a vertex covers, and when it is invalidated.
+// Tests what the content hash of a vertex covers, and when it is invalidated.
 
 namespace
 {
@@ -22,7 +22,7 @@ using Support::HashModel;
 
 constexpr D3DXMATRIX kIdentity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
 
-/// A vertex with that many UV sets, (i, -i) each, and weights (10 + i, i / 4).
+/// Returns a vertex with UV sets (i, -i) and weights (10 + i, i / 4).
 Vertex With(std::uint64_t texCoords, std::uint64_t weights)
 {
     Vertex vertex(1, 2, 3);
@@ -120,16 +120,16 @@ TEST(VertexHash, HashFoldsTheFieldsInTheirOrder)
     }
 }
 
-TEST(VertexHash, HashDoesNotDependOnHowTheVertexWasMade)
+TEST(VertexHash, HashDoesNotDependOnHowTheVertexWasBuilt)
 {
-    // The same content, once grown step by step with weights that came and went, once set at once.
+    // The same content, built step by step with weights that are removed again, and built directly.
     Vertex grown = With(6, 4);
     grown.ClearWeights();
     Vertex plain = With(6, 0);
     EXPECT_EQ(grown.GetHash(), plain.GetHash());
 }
 
-TEST(VertexHash, ChangesAreToldThroughTheVirtualTable)
+TEST(VertexHash, ChangesInvalidateTheHashThroughTheVirtualTable)
 {
     Support::Watched<Vertex> vertex;
     const D3DXMATRIX matrix(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 1, 2, 3, 1);

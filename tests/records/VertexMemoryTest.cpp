@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-// The layout of a vertex, what it takes from the heap, and its copies and moves.
+// Tests the layout of a vertex, its allocations, and its copies and moves.
 
 namespace
 {
@@ -39,10 +39,10 @@ testing::AssertionResult HasContent(Vertex& vertex, std::uint64_t texCoords, std
         isSame = isSame && vertex.GetTexCoord(static_cast<int>(i)) == D3DXVECTOR2(static_cast<float>(i), 7);
     for (std::uint64_t i = 0; i < weights; ++i)
         isSame = isSame && vertex.GetWeight(i) == Vertex::Weight(static_cast<std::uint32_t>(i), 0.5F);
-    return isSame ? testing::AssertionSuccess() : testing::AssertionFailure() << "other values";
+    return isSame ? testing::AssertionSuccess() : testing::AssertionFailure() << "the values differ";
 }
 
-/// Sizes that lie in the vertex itself, at the border, and on the heap.
+/// Sizes that are stored in the vertex itself, at the limit, and on the heap.
 using Sizes = std::pair<std::uint64_t, std::uint64_t>;
 
 class VertexOfSize : public testing::TestWithParam<Sizes>
@@ -64,7 +64,7 @@ INSTANTIATE_TEST_SUITE_P(Sizes, VertexOfSize,
 
 TEST(VertexMemory, VertexHasFiftySixBytesAndAPointer) { EXPECT_EQ(sizeof(Vertex), 56 + sizeof(void*)); }
 
-TEST(VertexMemory, UpToTwoUVSetsTakeNothingFromTheHeap)
+TEST(VertexMemory, UpToTwoUVSetsAllocateNothing)
 {
     const std::size_t before = CountedAllocations::Taken();
     for (std::uint64_t texCoords = 0; texCoords <= 2; ++texCoords)
@@ -84,7 +84,7 @@ TEST(VertexMemory, UpToTwoUVSetsTakeNothingFromTheHeap)
     EXPECT_EQ(after - before, 0U);
 }
 
-TEST_P(VertexOfSize, HoldsOneBlockAtMost)
+TEST_P(VertexOfSize, OwnsAtMostOneAllocation)
 {
     const std::size_t before = CountedAllocations::InUse();
     const Vertex vertex = Made();
@@ -92,7 +92,7 @@ TEST_P(VertexOfSize, HoldsOneBlockAtMost)
     EXPECT_LE(blocks, TexCoords() <= 2 && Weights() == 0 ? 0U : 1U);
 }
 
-TEST_P(VertexOfSize, CopyTakesOneBlockAtMost)
+TEST_P(VertexOfSize, CopyMakesAtMostOneAllocation)
 {
     const Vertex vertex = Made();
     const std::size_t before = CountedAllocations::Taken();
@@ -100,7 +100,7 @@ TEST_P(VertexOfSize, CopyTakesOneBlockAtMost)
     EXPECT_LE(CountedAllocations::Taken() - before, TexCoords() <= 2 && Weights() == 0 ? 0U : 1U);
 }
 
-TEST_P(VertexOfSize, MovesTakeNothing)
+TEST_P(VertexOfSize, MovesAllocateNothing)
 {
     Vertex vertex = Made();
     const std::size_t before = CountedAllocations::Taken();
@@ -111,7 +111,7 @@ TEST_P(VertexOfSize, MovesTakeNothing)
     EXPECT_TRUE(IsAsMade(assigned));
 }
 
-TEST_P(VertexOfSize, WhatWasMovedFromHasNoHash)
+TEST_P(VertexOfSize, MovedFromVertexHasNoValidHash)
 {
     Vertex first = Made();
     Vertex second = Made();
@@ -124,7 +124,7 @@ TEST_P(VertexOfSize, WhatWasMovedFromHasNoHash)
     EXPECT_TRUE(moved.GetIsHashCodeValid());
 }
 
-TEST_P(VertexOfSize, ClearedWeightsLeaveNoMoreThanTheTextureCoordinatesNeed)
+TEST_P(VertexOfSize, ClearingWeightsFreesTheBlockThatTextureCoordinatesDoNotNeed)
 {
     const std::size_t before = CountedAllocations::InUse();
     Vertex vertex = Made();
@@ -138,7 +138,7 @@ TEST_P(VertexOfSize, ClearedWeightsLeaveNoMoreThanTheTextureCoordinatesNeed)
     EXPECT_TRUE(HasContent(copy, TexCoords(), 1));
 }
 
-TEST_P(VertexOfSize, GivesEverythingBack)
+TEST_P(VertexOfSize, FreesAllMemory)
 {
     const std::size_t before = CountedAllocations::InUse();
     {
@@ -204,7 +204,7 @@ TEST_P(VertexOfSize, SelfAssignmentChangesNothing)
     EXPECT_EQ(vertex.GetHash(), hash);
 }
 
-TEST_P(VertexOfSize, SwappedVerticesHaveChangedPlaces)
+TEST_P(VertexOfSize, SwappedVerticesHaveExchangedTheirContent)
 {
     Vertex a = Made();
     Vertex b = With(5, 1);
@@ -216,7 +216,7 @@ TEST_P(VertexOfSize, SwappedVerticesHaveChangedPlaces)
     EXPECT_FALSE(a.GetIsHashCodeValid());
 }
 
-TEST_P(VertexOfSize, CopiesAndMovesCarryTheHash)
+TEST_P(VertexOfSize, CopiesAndMovesHaveTheHash)
 {
     Vertex vertex = Made();
     EXPECT_FALSE(Vertex(vertex).GetIsHashCodeValid());

@@ -23,7 +23,7 @@ using Support::SameBitsOrNaN;
 constexpr D3DXMATRIX kIdentity(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
 constexpr std::uint64_t kLargest = std::numeric_limits<std::uint64_t>::max();
 
-/// A vertex with that many UV sets, (i, -i) each, and weights (10 + i, i / 4).
+/// Returns a vertex with UV sets (i, -i) and weights (10 + i, i / 4).
 Vertex With(std::uint64_t texCoords, std::uint64_t weights)
 {
     Vertex vertex(1, 2, 3);
@@ -62,7 +62,7 @@ TEST(Vertex, ConstructedFromAPosition)
     }
 }
 
-TEST(Vertex, ThreeUVSetsAreExpectedAndMoreAreHeld)
+TEST(Vertex, ThreeUVSetsAreExpectedAndMoreAreStored)
 {
     EXPECT_EQ(Vertex::MAX_NUM_MAP, 3);
     EXPECT_EQ(With(20, 0).GetTexCoordCount(), 20U);
@@ -104,7 +104,7 @@ TEST(Vertex, SetTexCoordBeyondTheEndAddsTheSetsBelow)
     ExpectTexCoord(vertex, 2, 0.25F, 0.75F);
 }
 
-TEST(Vertex, AddedUVSetsAreZeroAlsoWhereOtherValuesStoodBefore)
+TEST(Vertex, AddedUVSetsAreZeroEvenWhereOtherValuesWereStoredBefore)
 {
     for (std::uint64_t last = 0; last < 12; ++last)
     {
@@ -171,7 +171,7 @@ TEST(Vertex, EnormousIndexIsALengthErrorAndChangesNothing)
             try
             {
                 change(vertex);
-                ADD_FAILURE() << name << " throws nothing";
+                ADD_FAILURE() << name << " does not throw";
             }
             catch (const std::length_error& error)
             {
@@ -184,7 +184,7 @@ TEST(Vertex, EnormousIndexIsALengthErrorAndChangesNothing)
     }
 }
 
-TEST(Vertex, TransformTexCoordCarriesOneSet)
+TEST(Vertex, TransformTexCoordTransformsOneSet)
 {
     const D3DXMATRIX matrix(2, 0, 0, 0, 0, 3, 0, 0, 100, 100, 100, 100, 5, 6, 0, 2);
     Vertex vertex = With(2, 0);
@@ -228,7 +228,7 @@ TEST(Vertex, SetWeightBeyondTheEndAddsZerosBelow)
     EXPECT_EQ(vertex.GetWeight(1), Vertex::Weight(8, 0.25F));
 }
 
-TEST(Vertex, SetWeightAfterClearingAddsZerosWhereOtherWeightsStood)
+TEST(Vertex, SetWeightAfterClearingAddsZerosWhereOtherWeightsWereStored)
 {
     Vertex vertex = With(1, 4);
     vertex.ClearWeights();
@@ -238,7 +238,7 @@ TEST(Vertex, SetWeightAfterClearingAddsZerosWhereOtherWeightsStood)
     EXPECT_EQ(vertex.GetWeight(2), Vertex::Weight(7, 0.5F));
 }
 
-TEST(Vertex, AddWeightDoesNotJoinEntriesOfOneJoint)
+TEST(Vertex, AddWeightDoesNotMergeEntriesOfOneJoint)
 {
     Vertex vertex;
     vertex.AddWeight(3, 0.5F);
@@ -248,7 +248,7 @@ TEST(Vertex, AddWeightDoesNotJoinEntriesOfOneJoint)
     EXPECT_EQ(vertex.GetWeight(1), Vertex::Weight(3, 0.5F));
 }
 
-TEST(Vertex, WeightsAreNeitherLimitedNorNormalised)
+TEST(Vertex, WeightsAreNotLimitedAndNotNormalised)
 {
     Vertex vertex = With(1, 0);
     for (std::uint32_t i = 0; i < 1000; ++i)
@@ -273,7 +273,7 @@ TEST(Vertex, ClearWeightsKeepsTheTextureCoordinates)
     }
 }
 
-TEST(Vertex, BothSequencesGrowWithoutDisturbingEachOther)
+TEST(Vertex, BothSequencesGrowIndependently)
 {
     Vertex vertex;
     for (std::uint32_t i = 0; i < 40; ++i)
@@ -290,9 +290,9 @@ TEST(Vertex, BothSequencesGrowWithoutDisturbingEachOther)
 
 // --- Changes of position and normal ------------------------------------------------------------------------------
 
-TEST(Vertex, TransformCarriesTheNormalAsAPoint)
+TEST(Vertex, TransformTransformsTheNormalAsAPoint)
 {
-    // The normal matrix moves and divides: a normal transform would do neither.
+    // The normal matrix translates and divides: a transform for directions would do neither.
     const D3DXMATRIX position(2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 2, 0, 10, 20, 30, 1);
     const D3DXMATRIX normal(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 2, 4, 6, 2);
     Vertex vertex = With(0, 0);
@@ -309,7 +309,7 @@ TEST(Vertex, TransformDividesThePositionByW)
     EXPECT_TRUE(SameBitsOrNaN(vertex.GetPosition(), D3DXVECTOR3(1, 2, 0.75F)));
 }
 
-TEST(Vertex, ScaleLeavesTheNormal)
+TEST(Vertex, ScaleDoesNotChangeTheNormal)
 {
     Vertex vertex = With(0, 0);
     vertex.Scale(-2);
@@ -317,7 +317,7 @@ TEST(Vertex, ScaleLeavesTheNormal)
     EXPECT_TRUE(SameBitsOrNaN(vertex.GetNormal(), D3DXVECTOR3(4, 5, 6)));
 }
 
-TEST(Vertex, SwapYZExchangesYAndZOfBoth)
+TEST(Vertex, SwapYZSwapsYAndZOfPositionAndNormal)
 {
     Vertex vertex = With(0, 0);
     vertex.SwapYZ();
@@ -325,7 +325,7 @@ TEST(Vertex, SwapYZExchangesYAndZOfBoth)
     EXPECT_TRUE(SameBitsOrNaN(vertex.GetNormal(), D3DXVECTOR3(4, 6, 5)));
 }
 
-TEST(Vertex, InverseZNegatesZOfBoth)
+TEST(Vertex, InverseZNegatesZOfPositionAndNormal)
 {
     Vertex vertex = With(0, 0);
     vertex.InverseZ();
@@ -343,7 +343,7 @@ TEST(Vertex, InverseZOfZeroIsMinusZeroAndHashesDifferently)
     EXPECT_NE(vertex.GetHash(), hash);
 }
 
-TEST(Vertex, InverseNormalNegatesTheNormalAlone)
+TEST(Vertex, InverseNormalNegatesOnlyTheNormal)
 {
     Vertex vertex = With(0, 0);
     vertex.InverseNormal();

@@ -39,7 +39,7 @@ TEST(VertexWeights, SettersOfAllSlots)
     }
 }
 
-TEST(VertexWeights, SettersOfOneSlotLeaveTheOthers)
+TEST(VertexWeights, SettersOfOneSlotKeepTheOthers)
 {
     VertexWeights weights = Filled();
     weights.SetJoint(2, 77);
@@ -71,7 +71,7 @@ TEST(VertexWeights, SlotBeyondTheFourthThrows)
     }
 }
 
-TEST(VertexWeights, CopiesCarryAllSlots)
+TEST(VertexWeights, CopiesHaveAllSlots)
 {
     const VertexWeights original = Filled();
     const VertexWeights copy(original);  // NOLINT(performance-unnecessary-copy-initialization)
@@ -109,7 +109,7 @@ TEST(VertexWeights, WeightsAreComparedAsNumbers)
     EXPECT_TRUE(nan != VertexWeights(nan));
 }
 
-/// Has joints and weights of its own making.
+/// Weights that override their getters.
 class FixedWeights : public VertexWeights
 {
 public:

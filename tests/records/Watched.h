@@ -3,7 +3,7 @@
 namespace Support
 {
 
-/// A record that counts how often it is told of a change.
+/// A record that counts how often its hash is invalidated.
 template <typename Record>
 class Watched : public Record
 {

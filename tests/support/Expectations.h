@@ -14,14 +14,14 @@
 namespace Support
 {
 
-/// Expects an exception of this kind and text.
+/// Expects an exception of this type and text.
 template <typename Exception, typename Action>
 void ExpectThrow(Action action, const std::string& text)
 {
     try
     {
         action();
-        ADD_FAILURE() << "nothing was thrown, expected: " << text;
+        ADD_FAILURE() << "no exception was thrown, expected: " << text;
     }
     catch (const Exception& exception)
     {
@@ -29,7 +29,7 @@ void ExpectThrow(Action action, const std::string& text)
     }
 }
 
-/// Expects what a bad index gets, and that the scene stays as it was.
+/// Expects the exception for a bad index, and that the scene does not change.
 template <typename Action>
 void ExpectBadIndex(Importing::SceneContainer& scene, Action action)
 {
@@ -39,7 +39,7 @@ void ExpectBadIndex(Importing::SceneContainer& scene, Action action)
     EXPECT_TRUE(SameScene(scene, before));
 }
 
-/// Expects what a cycle gets, and that the scene stays as it was.
+/// Expects the exception for a cycle, and that the scene does not change.
 template <typename Action>
 void ExpectCycle(Importing::SceneContainer& scene, Action action)
 {
@@ -49,7 +49,7 @@ void ExpectCycle(Importing::SceneContainer& scene, Action action)
     EXPECT_TRUE(SameScene(scene, before));
 }
 
-/// The smallest corner of a mesh's bounds.
+/// Returns the smallest corner of a mesh's bounds.
 inline D3DXVECTOR3 Low(const Importing::Geometry& mesh)
 {
     D3DXVECTOR3 low;
@@ -58,7 +58,7 @@ inline D3DXVECTOR3 Low(const Importing::Geometry& mesh)
     return low;
 }
 
-/// The largest corner of a mesh's bounds.
+/// Returns the largest corner of a mesh's bounds.
 inline D3DXVECTOR3 High(const Importing::Geometry& mesh)
 {
     D3DXVECTOR3 low;
@@ -67,7 +67,8 @@ inline D3DXVECTOR3 High(const Importing::Geometry& mesh)
     return high;
 }
 
-/// Node 0 on top, every further node the only child of the one before it, each one step in x from its parent.
+/// Returns a chain: node 0 at the top, every further node the only child of the one before it and one step in x from
+/// it.
 inline Importing::SceneContainer Chain(std::size_t levels)
 {
     D3DXMATRIX step;

@@ -27,7 +27,7 @@ void AddQuad(Geometry& mesh, std::uint32_t a, std::uint32_t b, std::uint32_t c, 
     mesh.IndexArray.insert(mesh.IndexArray.end(), {a, b, c, a, c, d});
 }
 
-/// One side of a box: corner, then the two edges whose cross product is the outward normal.
+/// One side of a box: a corner and two edges whose cross product is the outward normal.
 void AddSide(Geometry& mesh, const D3DXVECTOR3& corner, const D3DXVECTOR3& u, const D3DXVECTOR3& v,
              const D3DXVECTOR3& normal)
 {

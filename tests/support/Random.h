@@ -5,7 +5,7 @@
 namespace Support
 {
 
-/// Pseudo-random numbers that are the same on every platform: one 64-bit step and mix a number.
+/// Pseudo-random numbers that are the same on every platform, by one 64-bit step and mix for each number.
 class Random
 {
 public:
@@ -20,12 +20,12 @@ public:
         return static_cast<std::uint32_t>(mixed >> 32U);
     }
 
-    /// 0 to count - 1; count must not be 0.
+    /// Returns a number from 0 to count - 1; count must not be 0.
     std::uint32_t Below(std::uint32_t count) { return Next() % count; }
 
     bool OneIn(std::uint32_t count) { return Below(count) == 0; }
 
-    /// From min up to, not including, max; all bits of the mantissa vary.
+    /// Returns a number from min up to, but not including, max. All bits of the mantissa vary.
     float Between(float min, float max) { return min + (max - min) * (static_cast<float>(Next() >> 8U) / 16777216.0F); }
 
 private:

@@ -26,7 +26,7 @@ float SpecialFloat(Random& random)
     return values[random.Below(std::size(values))];
 }
 
-/// Another float that differs in the lowest 8 bits at most.
+/// Returns a float that differs from the given one at most in the lowest 8 bits.
 float Nudged(float value, Random& random)
 {
     return std::bit_cast<float>(std::bit_cast<std::uint32_t>(value) ^ random.Below(256));
@@ -130,7 +130,7 @@ private:
 
     std::uint32_t AnyIndex() { return random_.Below(static_cast<std::uint32_t>(mesh_.VertexArray.size())); }
 
-    /// In a flat mesh most triangles look the same way, so that neighbours are smoothed rather than split.
+    /// Adds the faces. In a flat mesh most triangles face the same way, so that neighbours are smoothed and not split.
     bool LooksDown(std::uint32_t a, std::uint32_t b, std::uint32_t c)
     {
         const D3DXVECTOR3 p0 = mesh_.VertexArray[a].GetPosition();

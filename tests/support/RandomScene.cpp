@@ -63,8 +63,7 @@ Geometry RandomMesh(Dice& dice, const RandomSceneOptions& options)
     const auto side = [&dice] { return static_cast<float>(dice.Between(1, 3)); };
     Geometry mesh = BoxMesh(low, low + D3DXVECTOR3{side(), side(), side()});
     mesh.SetName(RandomName(dice));
-    // One face after another comes first, so that the first triangle differs; with some of its vertices gone a mesh
-    // counts fewer of them.
+    // The faces are rotated in the list, so that the first triangle differs between meshes. Some meshes lose vertices.
     const std::ptrdiff_t face = dice.Below(6);
     std::rotate(mesh.IndexArray.begin(), mesh.IndexArray.begin() + 6 * face, mesh.IndexArray.end());
     if (dice.OneIn(3))
@@ -109,7 +108,7 @@ Map RandomMap(Dice& dice, std::size_t textures)
     if (dice.OneIn(4))
         map.SetUVSetIndex(1);
     if (dice.OneIn(4))
-        map.SetAmount(1.0000001F);  // equal content: the lowest bits do not count
+        map.SetAmount(1.0000001F);  // The content is equal, because the lowest bits are masked.
     return map;
 }
 
@@ -174,7 +173,7 @@ void AddNodes(SceneContainer& scene, Dice& dice, const RandomSceneOptions& optio
             node.SetAnimationID(dice.Index(scene.AnimationLibrary.size()));
         for (int listing = dice.Below(4); listing > 0 && !scene.SurfaceLibrary.empty(); --listing)
         {
-            if (options.secondListings)
+            if (options.secondReferences)
                 node.SurfaceList.push_back(dice.Index(scene.SurfaceLibrary.size()));
             else if (nextSurface < static_cast<int>(scene.SurfaceLibrary.size()))
                 node.SurfaceList.push_back(nextSurface++);
@@ -186,7 +185,7 @@ void AddNodes(SceneContainer& scene, Dice& dice, const RandomSceneOptions& optio
     }
 }
 
-/// Parents come before their children in a shuffled order of the nodes, so there are no cycles.
+/// Makes each node a child of a node before it in a shuffled order, so there are no cycles.
 void LinkNodes(SceneContainer& scene, Dice& dice, const RandomSceneOptions& options)
 {
     const auto count = static_cast<int>(scene.NodeLibrary.size());
@@ -198,14 +197,14 @@ void LinkNodes(SceneContainer& scene, Dice& dice, const RandomSceneOptions& opti
     const auto nodeAt = [&](int place) -> Node& {
         return scene.NodeLibrary[static_cast<std::size_t>(order[static_cast<std::size_t>(place)])];
     };
-    const int reach = dice.OneIn(2) ? 2 : count;  // a short one makes the hierarchy deep
+    const int reach = dice.OneIn(2) ? 2 : count;  // A short reach makes the hierarchy deep.
     for (int place = 1; place < count; ++place)
     {
         const int child = order[static_cast<std::size_t>(place)];
         const auto pickParent = [&] { return place - 1 - dice.Below(std::min(reach, place)); };
         if (!dice.OneIn(8))
             nodeAt(pickParent()).ChildList.push_back(child);
-        if (options.secondListings && dice.OneIn(16))
+        if (options.secondReferences && dice.OneIn(16))
             nodeAt(pickParent()).ChildList.push_back(child);
     }
     if (!dice.OneIn(8))

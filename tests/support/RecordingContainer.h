@@ -13,7 +13,7 @@
 namespace Support
 {
 
-/// Overrides nothing, and so gets every call one by one all the same.
+/// A derived container that overrides nothing, so that operations use their literal forms.
 class DerivedContainer : public Importing::SceneContainer
 {
 public:
@@ -21,16 +21,16 @@ public:
     explicit DerivedContainer(const SceneContainer& scene) : SceneContainer(scene) {}
 };
 
-/// Overrides every operation: writes the call down, then does what the base does.
+/// A derived container that overrides every operation: it records the call and then calls the base class.
 ///
-/// A call is written as "MoveSurfaces(0,2)": indices, numbers, flags and texts are told, matrices and records are not.
+/// A call is recorded as "MoveSurfaces(0,2)", with indices, numbers, flags and texts, but without matrices and records.
 class RecordingContainer : public Importing::SceneContainer
 {
 public:
     RecordingContainer() = default;
     explicit RecordingContainer(const SceneContainer& scene) : SceneContainer(scene) {}
 
-    /// The calls of these operations, in order, parted by a blank.
+    /// Returns the calls of these operations in order, separated by blanks.
     std::string Calls(const std::vector<std::string>& operations) const
     {
         std::string text;

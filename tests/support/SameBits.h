@@ -18,22 +18,22 @@
 namespace Support
 {
 
-/// How two NaNs compare. Which payload and sign the NaN of a sum or a product carries is left to the compiler, which
-/// may exchange the operands; what is only copied keeps its bits.
+/// How two NaNs compare. The payload and sign of a NaN that is computed depend on the compiler, which may swap
+/// operands. A NaN that is only copied keeps its bits.
 enum class NaNs
 {
     ByBits,
     AllAlike
 };
 
-/// Looks for the first difference of two values, field by field, floats by their bits (so +0 differs from -0), and
-/// keeps it as text. Changes nothing, not even a cached hash.
+/// Finds the first difference between two values, field by field, and stores it as text. Floats are compared by their
+/// bits, so +0 differs from -0. Nothing is changed, not even a cached hash.
 class Difference
 {
 public:
     explicit Difference(NaNs nans = NaNs::ByBits) : nans_(nans) {}
 
-    /// Empty when there is none.
+    /// Returns the difference, or an empty text if there is none.
     const std::string& GetText() const { return text_; }
 
     template <typename Value>
@@ -43,8 +43,8 @@ public:
         const auto b = FloatsOf(expected);
         for (std::size_t i = 0; i < a.size(); ++i)
             if (text_.empty() && !Same(a[i], b[i]))
-                text_ = name + (a.size() > 1 ? " float " + std::to_string(i) : "") + ": " + Told(a[i]) +
-                        " where expected " + Told(b[i]);
+                text_ = name + (a.size() > 1 ? " float " + std::to_string(i) : "") + ": " + TextOf(a[i]) +
+                        ", expected " + TextOf(b[i]);
     }
 
     template <typename Value>
@@ -53,11 +53,11 @@ public:
         if (!text_.empty() || actual == expected)
             return;
         std::ostringstream text;
-        text << std::boolalpha << name << ": " << actual << " where expected " << expected;
+        text << std::boolalpha << name << ": " << actual << ", expected " << expected;
         text_ = text.str();
     }
 
-    /// Whether the cached hashes are valid, and what they are where both are.
+    /// Compares whether the cached hashes are valid, and the hashes themselves if both are.
     template <typename Record>
     void Hashes(const std::string& name, Record& actual, Record& expected)
     {
@@ -96,7 +96,7 @@ public:
         Plain(name + " animation", a.GetAnimationID(), b.GetAnimationID());
     }
 
-    /// Every field, the state of the mesh's hash and of each vertex's.
+    /// Compares every field, and the hash states of the mesh and of each vertex.
     void Meshes(const Importing::Geometry& actual, const Importing::Geometry& expected)
     {
         Importing::Geometry& a = Importing::ForReading(actual);
@@ -132,7 +132,7 @@ private:
         return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b);
     }
 
-    static std::string Told(float value)
+    static std::string TextOf(float value)
     {
         std::ostringstream text;
         text << value << " (0x" << std::hex << std::bit_cast<std::uint32_t>(value) << ')';

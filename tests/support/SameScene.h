@@ -19,8 +19,8 @@
 namespace Support
 {
 
-/// Compares two scenes record by record and field by field, floats as bits, the states of cached hashes included, and
-/// keeps the first difference as text. Changes nothing, not even a cached hash.
+/// Compares two scenes record by record and field by field, floats by their bits, including the states of cached
+/// hashes, and stores the first difference as text. Nothing is changed, not even a cached hash.
 class SceneDifference
 {
 public:
@@ -33,7 +33,7 @@ public:
         Field("root node index", a.GetRootNodeIndex(), b.GetRootNodeIndex());
     }
 
-    /// Empty when there is no difference.
+    /// Returns the difference, or an empty text if there is none.
     const std::string& GetText() const { return text_; }
 
 private:
@@ -76,7 +76,7 @@ private:
                 text << '[' << index << ']';
             text << ' ';
         }
-        text << name << ": " << Told(a) << " against " << Told(b);
+        text << name << ": " << TextOf(a) << " against " << TextOf(b);
         text_ = text.str();
     }
 
@@ -93,7 +93,7 @@ private:
     }
 
     template <typename Value>
-    static std::string Told(const Value& value)
+    static std::string TextOf(const Value& value)
     {
         std::ostringstream text;
         if constexpr (std::is_same_v<Value, std::string>)
@@ -257,7 +257,7 @@ private:
     std::string text_;
 };
 
-/// EXPECT_TRUE(SameScene(actual, expected)) tells the first record and field in which they differ.
+/// EXPECT_TRUE(SameScene(actual, expected)) reports the first record and field that differ.
 inline testing::AssertionResult SameScene(const Importing::SceneContainer& actual,
                                           const Importing::SceneContainer& expected)
 {

@@ -20,7 +20,7 @@ namespace
 
 using namespace Importing;
 
-/// Reads a scene's text from left to right.
+/// Parses the text of a scene.
 class SceneReader
 {
 public:
@@ -186,7 +186,7 @@ private:
 
 std::string OrBlank(const std::string& name) { return name.empty() ? "_" : name; }
 
-/// Tells a scene from its root on.
+/// Writes a scene as text, beginning at its root.
 class SceneWriter
 {
 public:
@@ -201,7 +201,7 @@ public:
             text_ << '-';
         for (const bool parentless : {true, false})
             for (int i = 0; IsValidIndex(i, scene_.NodeLibrary.size()); ++i)
-                if (told_.count(i) == 0 && (!parentless || scene_.FindParentNode(i) == -1))
+                if (written_.count(i) == 0 && (!parentless || scene_.FindParentNode(i) == -1))
                 {
                     text_ << " | ";
                     WriteNode(i);
@@ -218,7 +218,7 @@ private:
             return;
         }
         Node& node = ForReading(At(scene_.NodeLibrary, index));
-        const bool isNew = told_.insert(index).second;
+        const bool isNew = written_.insert(index).second;
         text_ << (isNew ? "" : "&") << OrBlank(node.GetName());
         if (!isNew)
             return;
@@ -260,7 +260,7 @@ private:
 
     const SceneContainer& scene_;
     std::ostringstream text_;
-    std::set<int> told_;
+    std::set<int> written_;
 };
 
 template <typename Record>

@@ -9,36 +9,36 @@
 namespace Support
 {
 
-/// A scene in one line, so that a test shows at a glance what goes in and what comes out.
+/// Returns the scene that one line of text describes, so that a test shows its input and its result.
 ///
 ///   "Root( P@1,0,0( Q[box lid=box:red]{eye}<sun> ) S* ) | Orphan( &Q )"
 ///
-/// Nodes are numbered in the order in which they stand; the first one is the root, the scene's text being empty when
-/// there is none. "|" parts what has no parent. Behind a node's name stand, in any order:
+/// Nodes are numbered in the order of the text, and the first one is the root. An empty text has no root. "|" separates
+/// nodes without parent. The name of a node is followed by, in any order:
 ///
 ///   @x,y,z       its translation
-///   *            it is animated (by an animation of one default key, its own)
+///   *            the node is animated (by its own animation of one default key)
 ///   [a b=m:c]    its surfaces; b uses mesh m and material c. Without "=" a surface uses a mesh of its own name,
-///                without ":" no material. A surface, mesh or material that was named before is the same one.
+///                without ":" no material. A name that occurs again means the same surface, mesh or material.
 ///   {a} <a>      its cameras, its lights
-///   ( A B )      its children; &A lists an earlier node once more
+///   ( A B )      its children; &A references an earlier node again
 ///
 /// Every mesh is UnitBox().
-/// @throws std::invalid_argument when the text cannot be read.
+/// @throws std::invalid_argument when the text has a syntax error.
 Importing::SceneContainer Scene(const std::string& text);
 
-/// The root with all that lies below it, then whatever has no parent. Names, animation marks and lists are told,
-/// places, meshes and materials are not. "-" stands for a root that designates no node, "_" for an empty name, "?" for
-/// a bad index, &A for a node that was told already.
+/// Returns a scene as text: the root with everything below it, then all other nodes without parent. The text contains
+/// names, animation marks and lists, but no transforms, meshes and materials. "-" means a root that is not a valid
+/// index, "_" an empty name, "?" a bad index, and &A a node that the text already contains.
 std::string ToText(const Importing::SceneContainer& scene);
 
-/// Eight vertices, twelve triangles that look outwards; every normal points away from the box's centre.
+/// Returns a box of eight vertices and twelve triangles that face outwards. Every normal points away from the centre.
 Importing::Geometry BoxMesh(const D3DXVECTOR3& min, const D3DXVECTOR3& max);
 
-/// From (1, 1, 1) to (2, 2, 2): above 0, so that its bounds are the corners'.
+/// Returns the box from (1, 1, 1) to (2, 2, 2). It is above 0, so that its bounds are those of its corners.
 Importing::Geometry UnitBox();
 
-/// The first record of that name.
+/// Each function returns the first record with that name.
 /// @throws std::invalid_argument when there is none.
 /// @{
 int NodeIndex(const Importing::SceneContainer& scene, const std::string& name);

@@ -1,4 +1,4 @@
-// An importer as a library of its own, which a host loads: it is handed a channel, fills and processes its scene.
+// An importer in a separate library that a host loads. It gets a channel, and fills and processes its scene.
 
 #include <importing/plugin/SceneContainer.h>
 
@@ -15,7 +15,7 @@ using Importing::Transform;
 
 constexpr int kBoxes = 3;
 
-/// The cube from 0 to 1.
+/// Returns the cube from 0 to 1.
 Geometry Box()
 {
     Geometry mesh;
@@ -52,7 +52,7 @@ void Fill(SceneContainer& scene)
     }
 }
 
-/// One node with one surface must be left, which holds all the boxes.
+/// Returns whether one node with one surface remains, which contains all boxes.
 bool IsFlat(SceneContainer& scene, std::size_t vertices)
 {
     if (scene.NodeLibrary.size() != 1 || scene.NodeLibrary.front().SurfaceList.size() != 1)
@@ -68,7 +68,7 @@ bool IsFlat(SceneContainer& scene, std::size_t vertices)
 
 }  // namespace
 
-/// @return 0; else the number of the step that went wrong.
+/// @return 0; or the number of the step that failed.
 extern "C" __declspec(dllexport) int ImportBoxes(Vyk_Channel* channel)
 {
     auto* scene = dynamic_cast<SceneContainer*>(channel);

@@ -15,11 +15,11 @@
 namespace
 {
 
-/// What the platform's function makes of the bytes, its output read as a little-endian number.
+/// Returns the output of the platform's function as a little-endian number.
 std::uint32_t PlatformDigest(std::vector<unsigned char> bytes)
 {
     const auto size = static_cast<DWORD>(bytes.size());
-    bytes.push_back(0);  // HashData refuses a null pointer, also without bytes
+    bytes.push_back(0);  // HashData refuses a null pointer, even without bytes.
     std::uint32_t output = 0;
     HashData(bytes.data(), size, reinterpret_cast<BYTE*>(&output), sizeof(output));
     return output;
@@ -36,7 +36,7 @@ TEST(PlatformDigest, BytesAreDigestedByThePlatform)
     }
 }
 
-TEST(PlatformDigest, NumbersAreDigestedAsTheirFourBytes)
+TEST(PlatformDigest, NumbersAreDigestedAsFourBytes)
 {
     Support::Random random(2);
     for (int i = 0; i < 1000; ++i)

@@ -13,8 +13,8 @@
 
 #include <windows.h>
 
-// Every math function of our own against the platform's function of the same name, bit by bit. Where the platform's
-// library is missing there is nothing to compare with: the tests say so and pass.
+// Compares every math function of this library with the platform's function of the same name, bit by bit. Where the
+// platform's library is missing, the tests print a message and pass.
 
 namespace
 {
@@ -25,7 +25,7 @@ using Support::SameBitsOrNaN;
 
 constexpr int kInputs = 120000;
 
-/// The platform's function of this name; null, with a message, where the library is missing.
+/// Returns the platform's function of this name, or null after a message if the library is missing.
 template <typename Function>
 Function* PlatformFunction(const char* name)
 {
@@ -42,13 +42,13 @@ Function* PlatformFunction(const char* name)
 
 #define PLATFORM_FUNCTION(name) PlatformFunction<std::remove_pointer_t<decltype(&(name))>>(#name)
 
-/// Inputs of several kinds: each kind takes the functions through other branches.
+/// Inputs of several kinds, which cover different branches of the functions.
 class Inputs
 {
 public:
     explicit Inputs(std::uint64_t seed) : random_(seed) {}
 
-    /// Picks what the numbers up to the next call are like.
+    /// Chooses the kind of numbers until the next call.
     void NextKind() { kind_ = random_.Below(4); }
 
     float Number()
@@ -98,7 +98,7 @@ public:
         return matrix;
     }
 
-    /// Mostly rotations, some turned by nearly half a turn, some with rows of a wrong length.
+    /// Returns mostly rotations, some by nearly 180 degrees, some with rows of a wrong length.
     D3DXMATRIX Rotation()
     {
         if (random_.OneIn(3))
@@ -187,7 +187,7 @@ TEST(PlatformMath, MatrixDeterminant)
     }
 }
 
-/// Two functions that make a matrix of three numbers.
+/// Compares two functions that make a matrix from three numbers.
 void CompareFromThreeNumbers(D3DXMATRIX* (*ours)(D3DXMATRIX*, float, float, float),
                              D3DXMATRIX* (*theirs)(D3DXMATRIX*, float, float, float))
 {
@@ -270,7 +270,7 @@ TEST(PlatformMath, QuaternionRotationMatrix)
     }
 }
 
-/// Two functions that carry a vector by a matrix, also in place.
+/// Compares two functions that transform a vector by a matrix, also in place.
 template <typename Vector, typename Function>
 void CompareTransforms(Vector (Inputs::*next)(), Function* ours, Function* theirs)
 {

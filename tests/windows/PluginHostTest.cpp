@@ -12,12 +12,12 @@
 
 #include <windows.h>
 
-// The plug-in as the host on Windows meets it: a file that is loaded by name, with two plain entry points.
+// Tests the plug-in as a host on Windows uses it: a file that is loaded by name, with two plain entry points.
 
 namespace
 {
 
-/// A library that is loaded by name, from beside the program.
+/// A library that is loaded by name from the folder of the program.
 class Library
 {
 public:
@@ -30,7 +30,7 @@ public:
     Library& operator=(const Library&) = delete;
     ~Library() { FreeLibrary(handle_); }
 
-    /// The function of this plain name; null when there is none.
+    /// Returns the function with this plain name, or null.
     template <typename Function>
     Function* Find(const char* name) const
     {
@@ -72,9 +72,9 @@ TEST_F(PluginHost, ChannelTypeRecordHasEveryByteOfTheHostsLayout)
     EXPECT_EQ(actual, expected);
 }
 
-TEST_F(PluginHost, RecordIsTheSameEveryTime) { EXPECT_EQ(getType_(), getType_()); }
+TEST_F(PluginHost, RecordIsTheSameAtEveryCall) { EXPECT_EQ(getType_(), getType_()); }
 
-TEST_F(PluginHost, ChannelIsCalledThroughTheHostsTable)
+TEST_F(PluginHost, ChannelIsCalledThroughTheVirtualTableOfTheHost)
 {
     const std::unique_ptr<Vyk_Channel> channel(initDLL_());
     ASSERT_NE(channel, nullptr);

@@ -24,14 +24,15 @@ std::size_t HeapInUse()
 void MakeScene(int nodes, bool ownMeshes, const char* file)
 {
     const std::size_t before = HeapInUse();
-    Importing::SceneContainer scene;
+    Sceneprep::Model model;
+    Importing::SceneContainer& scene = *model.scene;
     FillTown(scene, nodes);
     if (ownMeshes)
         scene.ResolveGeomInstances();
     std::cout << HeapInUse() - before << '\n';
 
     Sceneprep::Progress silent(std::cerr, false);
-    Sceneprep::ExportModel(scene, {}, file, silent);
+    Sceneprep::ExportModel(model, file, silent);
 }
 
 }  // namespace

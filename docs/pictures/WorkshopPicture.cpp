@@ -53,8 +53,9 @@ Image DrawWorkshop(const std::filesystem::path& sceneFile, std::ostream& counts)
 {
     std::ostringstream unheard;
     Sceneprep::Progress progress(unheard, false);
-    SceneContainer scene;
-    Sceneprep::ImportModel(sceneFile, scene, progress);
+    Sceneprep::Model model;
+    Sceneprep::ImportModel(sceneFile, model, progress);
+    SceneContainer& scene = *model.scene;
     scene.ResolveGeomInstances();
 
     const Pipeline::SceneStats before = Pipeline::CountScene(scene);

@@ -40,26 +40,26 @@ void Inspect(const Options& options, std::ostream& out, Progress& progress)
     const InspectOptions& inspect = options.inspect;
     CheckReadable(inspect.input);
     const PluginLibrary plugin = LoadPlugin(options);
-    const std::unique_ptr<Importing::SceneContainer> scene = plugin.CreateScene();
+    Model model;
+    model.scene = plugin.CreateScene();
+    Importing::SceneContainer& scene = *model.scene;
     WorkState::Enter(WorkState::Phase::Reading, inspect.input);
-    ImportedModel model;
-    RunStep("Import", progress, [&] { model = ImportModel(inspect.input, *scene, progress); });
-    const WorldMeasure world = Measure(*scene);
-    for (const std::vector<std::string>& notes : {model.notes, NotesOnTriangles(world)})
-    {
-        for (const std::string& note : notes)
-            progress.Note(note);
-    }
+    RunStep("Import", progress, [&] { ImportModel(inspect.input, model, progress); });
+    const WorldMeasure world = Measure(scene);
+    for (const std::string& note : NotesOnTriangles(world))
+        model.notes.Add(note);
+    for (const Note& note : model.notes.All())
+        progress.Note(note.text);
     progress.Clear();
 
     if (inspect.json)
     {
-        out << InspectionJson(inspect.input, *scene, world, inspect.tree);
+        out << InspectionJson(inspect.input, scene, world, inspect.tree);
         return;
     }
-    out << StatsTable(CountScene(*scene)) << WorldTable({world});
+    out << StatsTable(CountScene(scene)) << WorldTable({world});
     if (inspect.tree)
-        out << '\n' << TreeText(*scene);
+        out << '\n' << TreeText(scene);
 }
 
 int Dispatch(const Options& options, std::ostream& out, std::ostream& errors, Progress& progress)

@@ -48,18 +48,19 @@ void CheckFiles(const PrepareOptions& options)
         throw ToolError("this sceneprep was built without the page for --report; use --json, or build it with npm");
 }
 
-void Tell(const std::vector<std::string>& notes, Progress& progress, PrepareReport& report)
+/// Shows notes and adds them to the report.
+void Show(Notes notes, Progress& progress, PrepareReport& report)
 {
-    for (const std::string& note : notes)
-        progress.Note(note);
-    report.notes.insert(report.notes.end(), notes.begin(), notes.end());
+    for (const Note& note : notes.All())
+        progress.Note(note.text);
+    report.notes.Append(std::move(notes));
 }
 
-void TellProblems(const std::vector<std::string>& problems, Progress& progress, std::ostream& errors)
+void PrintProblems(const std::vector<SkippedInput>& skipped, Progress& progress, std::ostream& errors)
 {
     progress.Clear();
-    for (const std::string& problem : problems)
-        errors << ErrorLine(problem);
+    for (const SkippedInput& input : skipped)
+        errors << ErrorLine(input.problem);
 }
 
 SceneFigures MeasureInStep(const char* name, Importing::SceneContainer& scene, Progress& progress,
@@ -89,25 +90,27 @@ void WriteReports(const PrepareOptions& options, const PrepareReport& report, co
                    [&](std::ostream& file) { Report::WritePage(file, report, pictures.before, pictures.after); });
 }
 
-PrepareReport BeginReport(const PrepareOptions& options, const LoadedInputs& loaded)
+PrepareReport BeginReport(const PrepareOptions& options, const Inputs& inputs)
 {
     PrepareReport report;
-    report.inputs = loaded.inputs;
-    report.leftOut = loaded.leftOut;
+    report.inputs = inputs.read;
+    report.leftOut = options.leftOut;
+    for (const SkippedInput& input : inputs.skipped)
+        report.leftOut.push_back(input.file);
     report.output = options.output;
-    report.steps = loaded.steps;
+    report.steps = inputs.steps;
     return report;
 }
 
-void Process(const PrepareOptions& options, LoadedInputs& loaded, Progress& progress, PrepareReport& report,
-             Pictures& pictures)
+void Process(const PrepareOptions& options, Model& model, Progress& progress, PrepareReport& report, Pictures& pictures)
 {
-    Importing::SceneContainer& scene = *loaded.scene;
+    Importing::SceneContainer& scene = *model.scene;
     report.before = MeasureInStep("Measure", scene, progress, report);
-    Tell(loaded.notes, progress, report);
-    Tell(NotesOnTriangles(report.before.world), progress, report);
+    for (const std::string& note : NotesOnTriangles(report.before.world))
+        model.notes.Add(note);
+    Show(std::move(model.notes), progress, report);
 
-    WorkState::Enter(WorkState::Phase::Preparing, loaded.inputs.front());
+    WorkState::Enter(WorkState::Phase::Preparing, model.file);
     if (!options.reportFile.empty())
         pictures.before = Report::TakePicture(scene, report.before.world);
     std::vector<StepResult> results = MakePipeline(options.steps).Run(scene, progress);
@@ -119,17 +122,16 @@ void Process(const PrepareOptions& options, LoadedInputs& loaded, Progress& prog
         pictures.after = Report::TakePicture(scene, report.after.world);
 }
 
-void Export(const PrepareOptions& options, LoadedInputs& loaded, Progress& progress, PrepareReport& report)
+void Export(const PrepareOptions& options, Model& model, Progress& progress, PrepareReport& report)
 {
     WorkState::Enter(WorkState::Phase::Writing, options.output);
-    RebaseReferences(*loaded.scene, loaded.inputs.front(), options.output, loaded.textures);
-    std::vector<std::string> notes;
+    RebaseReferences(*model.scene, model.file, options.output, model.textures);
+    Notes notes;
     report.steps.push_back(RunStep("Export", progress, [&] {
         ReturnFreedMemory();
-        notes = ExportModel(*loaded.scene, loaded.textures, options.output, progress,
-                            {options.jsonFile, options.reportFile});
+        notes = ExportModel(model, options.output, progress, {.others = {options.jsonFile, options.reportFile}});
     }));
-    Tell(notes, progress, report);
+    Show(std::move(notes), progress, report);
 }
 
 }  // namespace
@@ -138,25 +140,24 @@ int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ost
             Progress& progress)
 {
     CheckFiles(options);
-    LoadedInputs loaded = LoadInputs(options.inputs, options.keepGoing, plugin, progress);
-    loaded.leftOut.insert(loaded.leftOut.begin(), options.leftOut.begin(), options.leftOut.end());
-    if (loaded.inputs.empty())
+    Inputs inputs = LoadInputs(options.inputs, options.keepGoing, plugin, progress);
+    if (inputs.read.empty())
     {
-        TellProblems(loaded.problems, progress, errors);
-        throw ToolError("no input is left; name one that can be read");
+        PrintProblems(inputs.skipped, progress, errors);
+        throw ToolError("none of the inputs could be read");
     }
 
-    PrepareReport report = BeginReport(options, loaded);
+    PrepareReport report = BeginReport(options, inputs);
     Pictures pictures;
-    Process(options, loaded, progress, report, pictures);
+    Process(options, inputs.model, progress, report, pictures);
     const bool isRefused = options.strict && !report.differences.empty();
     if (!isRefused)
-        Export(options, loaded, progress, report);
+        Export(options, inputs.model, progress, report);
 
     WriteReports(options, report, pictures);
     progress.Clear();
     out << ReportText(report);
-    TellProblems(loaded.problems, progress, errors);
+    PrintProblems(inputs.skipped, progress, errors);
     if (isRefused)
         throw ToolError(fmt::format("{} would show another world ({}); leave steps out, or --strict",
                                     options.output.string(), fmt::join(report.differences, ", ")));

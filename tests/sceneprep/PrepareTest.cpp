@@ -166,7 +166,7 @@ TEST_F(PrepareTest, WhenNoInputIsLeftEachHasItsLine)
 {
     options_.inputs = {folder_.Write("a.glb", "no glTF"), folder_.Write("b.glb", "no glTF")};
     options_.keepGoing = true;
-    EXPECT_EQ(RunError(), "no input is left; name one that can be read");
+    EXPECT_EQ(RunError(), "none of the inputs could be read");
     EXPECT_THAT(errors_.str(), testing::MatchesRegex("sceneprep: cannot read [^\n]*a.glb[^\n]*\nsceneprep: cannot read "
                                                      "[^\n]*b.glb[^\n]*\n"));
     EXPECT_FALSE(std::filesystem::exists(options_.output));

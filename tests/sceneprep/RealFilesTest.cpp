@@ -5,6 +5,7 @@
 #include <pipeline/scene/Skeletons.h>
 #include <pipeline/steps/Facing.h>
 #include <pipeline/steps/PrepareSteps.h>
+#include <sceneprep/Models.h>
 #include <sceneprep/TestFiles.h>
 #include <sceneprep/assimp/Formats.h>
 #include <sceneprep/export/ExportModel.h>
@@ -89,9 +90,9 @@ class RealFilesTest : public testing::TestWithParam<path>
 protected:
     SceneContainer Import(const path& file)
     {
-        SceneContainer scene;
-        ImportModel(file, scene, progress_);
-        return scene;
+        Model model;
+        ImportModel(file, model, progress_);
+        return std::move(*model.scene);
     }
 
     void Run(SceneContainer& scene, const StepOptions& options) { MakePipeline(options).Run(scene, progress_); }
@@ -109,17 +110,19 @@ protected:
     void ExpectSameAfterExport(SceneContainer& scene, const std::string& name)
     {
         SCOPED_TRACE(name);
-        ExportModel(scene, {}, folder_ / name, progress_);
+        Model model = ModelOf(scene);
+        ExportModel(model, folder_ / name, progress_);
         SceneContainer back = Import(folder_ / name);
         ExpectSameWorld(Measure(back), Measure(scene));
     }
 
     /// Files that the model library writes and does not read are searched for their triangles.
-    void ExpectHeldByFile(SceneContainer& scene, const Textures& textures, const WriteFormat& format)
+    void ExpectHeldByFile(Model& model, const WriteFormat& format)
     {
+        SceneContainer& scene = *model.scene;
         SCOPED_TRACE(format.extension);
         const path file = folder_ / ("out." + format.extension);
-        ExportModel(scene, textures, file, progress_);
+        ExportModel(model, file, progress_);
         if (format.extension == "x3d")
             folder_.Write("out.x3d", WithoutTextures(ReadText(file)));
         if (format.extension == "stp")
@@ -214,10 +217,10 @@ TEST_P(RealFilesTest, ExportAndImportKeepTheWorld)
 
 TEST_P(RealFilesTest, EveryFormatHoldsTheWorld)
 {
-    SceneContainer scene;
-    const Textures textures = ImportModel(GetParam(), scene, progress_).textures;
+    Model model;
+    ImportModel(GetParam(), model, progress_);
     for (const WriteFormat& format : ListWriteFormats())
-        ExpectHeldByFile(scene, textures, format);
+        ExpectHeldByFile(model, format);
 }
 
 TEST_P(RealFilesTest, ExportAndImportKeepThePreparedWorld)
@@ -234,13 +237,10 @@ TEST_P(RealFilesTest, ExportAndImportKeepThePreparedWorld)
 
 TEST_P(RealFilesTest, TwoOfAKindAreTwiceTheWorld)
 {
-    SceneContainer scene = Import(GetParam());
-    SceneContainer other = Import(GetParam());
-    const WorldMeasure before = Measure(scene);
-    Textures textures;
-    Textures otherTextures;
-    AppendModel({scene, textures, GetParam()}, {other, otherTextures, GetParam()});
-    const WorldMeasure after = Measure(scene);
+    Model model = ModelOf(Import(GetParam()));
+    const WorldMeasure before = Measure(*model.scene);
+    AppendModel(model, ModelOf(Import(GetParam())));
+    const WorldMeasure after = Measure(*model.scene);
     EXPECT_EQ(after.triangles, 2 * before.triangles);
     EXPECT_EQ(after.min, before.min);
     EXPECT_EQ(after.max, before.max);

@@ -87,15 +87,17 @@ void CheckFolderOf(const fs::path& file)
         throw ToolError(fmt::format("cannot write {}: {}; choose another name", file.string(), error.message()));
 }
 
-std::vector<std::string> ExportModel(Importing::SceneContainer& scene, const Textures& textures, const fs::path& file,
-                                     Progress& progress, const std::vector<fs::path>& others)
+Notes ExportModel(Model& model, const fs::path& file, Progress& progress, const ExportOptions& options)
 {
     CheckWritable(file);
     const WriteFormat format = FormatOf(file);
     const fs::path absolute = fs::absolute(file);
     const TemporaryFolder temporary(absolute.parent_path());
-    std::vector<std::string> notes = Write(scene, textures, format, temporary.Path() / absolute.filename(), progress);
-    MoveIntoPlace(temporary.Path(), absolute, others);
+    Notes notes;
+    for (std::string& text :
+         Write(*model.scene, model.textures, format, temporary.Path() / absolute.filename(), progress))
+        notes.Add(std::move(text));
+    MoveIntoPlace(temporary.Path(), absolute, options.others);
     return notes;
 }
 

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <importing/plugin/SceneContainer.h>
-#include <sceneprep/model/Textures.h>
+#include <sceneprep/model/Model.h>
 #include <sceneprep/run/Progress.h>
 
 #include <filesystem>
-#include <string>
 #include <vector>
 
 namespace Sceneprep
@@ -18,18 +16,22 @@ void CheckWritable(const std::filesystem::path& file);
 /// @throws ToolError when there is no folder for the file, or it is a folder itself.
 void CheckFolderOf(const std::filesystem::path& file);
 
-/// Writes a scene to a model file; the name's ending says the format.
+struct ExportOptions
+{
+    std::vector<std::filesystem::path> others = {};  ///< further files of this run, which no companion may replace
+    bool externalTextures = false;  ///< refer to the original texture files instead of copies or embedded images
+};
+
+/// Writes a model to a file; the extension selects the format.
 ///
 /// The file, and what some formats put beside it, is written to a temporary folder next to it and moved into place
 /// once it is whole and on the disk, the file itself last; what was there is replaced, beside the file only where the
 /// file was there too.
 ///
-/// @param others  further files of this run, which nothing beside the file may take the place of
-/// @return what the format cannot hold, one line each.
+/// @return what the format cannot hold.
 /// @throws ToolError when the ending stands for no format, or the file cannot be written. Then nothing has changed,
 ///         unless moving into place failed.
-std::vector<std::string> ExportModel(Importing::SceneContainer& scene, const Textures& textures,
-                                     const std::filesystem::path& file, Progress& progress,
-                                     const std::vector<std::filesystem::path>& others = {});
+Notes ExportModel(Model& model, const std::filesystem::path& file, Progress& progress,
+                  const ExportOptions& options = {});
 
 }  // namespace Sceneprep

@@ -21,9 +21,9 @@ std::string Distinct(const Textures& textures, const std::string& reference, std
     return reference.starts_with('*') ? "./" + reference : reference;
 }
 
-void MakeReferencesDistinct(const LoadedModel& model)
+void MakeReferencesDistinct(Model& model)
 {
-    for (std::string& entry : model.scene.TextureLibrary)
+    for (std::string& entry : model.scene->TextureLibrary)
     {
         const std::string before = SpellingOf(model.textures, entry);
         const std::string spelling = Distinct(model.textures, before, 0);
@@ -36,10 +36,10 @@ void MakeReferencesDistinct(const LoadedModel& model)
 
 /// Takes the names of pictures away that a file outside or another picture has too: a name would lead to the wrong one.
 /// Every reference to a picture is a number by now.
-void DropSharedNames(const LoadedModel& model)
+void DropSharedNames(Model& model)
 {
     std::map<std::string, int> uses;
-    for (const std::string& entry : model.scene.TextureLibrary)
+    for (const std::string& entry : model.scene->TextureLibrary)
         ++uses[FileNameOf(SpellingOf(model.textures, entry))];
     for (const EmbeddedTexture& picture : model.textures.embedded)
         ++uses[FileNameOf(picture.fileName)];
@@ -52,22 +52,23 @@ void DropSharedNames(const LoadedModel& model)
 
 }  // namespace
 
-void AppendModel(const LoadedModel& first, const LoadedModel& other)
+void AppendModel(Model& first, Model other)
 {
     MakeReferencesDistinct(first);
     const std::size_t pictures = first.textures.embedded.size();
-    for (std::string& entry : other.scene.TextureLibrary)
+    for (std::string& entry : other.scene->TextureLibrary)
     {
         const std::string reference = Distinct(other.textures, SpellingOf(other.textures, entry), pictures);
         const std::string spelling =
             reference.starts_with('*') ? reference : RebasedReference(reference, other.file, first.file);
-        const int index = first.scene.AddTextureToLibrary(spelling, true);
-        entry = Importing::At(first.scene.TextureLibrary, index);
+        const int index = first.scene->AddTextureToLibrary(spelling, true);
+        entry = Importing::At(first.scene->TextureLibrary, index);
         first.textures.spelling.emplace(entry, spelling);
     }
     for (EmbeddedTexture& picture : other.textures.embedded)
         first.textures.embedded.push_back(std::move(picture));
-    first.scene.AppendSC(&other.scene);
+    first.notes.Append(std::move(other.notes));
+    first.scene->AppendSC(other.scene.get());
     DropSharedNames(first);
 }
 

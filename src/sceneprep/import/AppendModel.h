@@ -1,28 +1,17 @@
 #pragma once
 
-#include <importing/plugin/SceneContainer.h>
-#include <sceneprep/model/Textures.h>
-
-#include <filesystem>
+#include <sceneprep/model/Model.h>
 
 namespace Sceneprep
 {
 
-/// A scene as it came from a file.
-struct LoadedModel
-{
-    Importing::SceneContainer& scene;
-    Textures& textures;
-    std::filesystem::path file;
-};
-
 /// Appends one model to another by SceneContainer::AppendSC(), its textures included.
 ///
-/// References to pictures that lie in the files become numbers, those of the other file counted on from those of the
-/// first. Pictures of one name lose it, and so do those that have the name of a texture file. Texture files that the
-/// other names relative to its own folder are named relative to the first one's folder.
+/// Embedded images are renumbered, those of the other file after those of the first, and referenced by index. Images
+/// lose a name that another image or a texture file has too. References of the other model that are relative to its own
+/// folder become relative to the folder of the first one.
 ///
-/// Both texture libraries are rewritten on the way. The spare node that the appending leaves is not removed.
-void AppendModel(const LoadedModel& first, const LoadedModel& other);
+/// Both texture libraries are rewritten. The spare node that SceneContainer::AppendSC() leaves is not removed.
+void AppendModel(Model& first, Model other);
 
 }  // namespace Sceneprep

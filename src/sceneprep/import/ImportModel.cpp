@@ -67,8 +67,8 @@ std::size_t FillGeometry(const aiMesh& mesh, Geometry& geometry)
 class SceneImporter
 {
 public:
-    SceneImporter(ModelSource& file, SceneContainer& scene, ImportedModel& model, const PartListener& listener)
-        : file_(file), source_(file.Scene()), scene_(scene), materials_(source_, scene, model.textures),
+    SceneImporter(ModelSource& file, Model& model, const PartListener& listener)
+        : file_(file), source_(file.Scene()), scene_(*model.scene), materials_(source_, scene_, model.textures),
           geometryOf_(source_.mNumMeshes, -1), counter_(listener, source_.mNumMeshes)
     {}
 
@@ -187,32 +187,34 @@ std::vector<std::string> NotesOnMeshes(const aiScene& source)
     return notes;
 }
 
-}  // namespace
-
-ImportedModel ImportModel(const std::filesystem::path& file, SceneContainer& scene, Progress& progress)
+void AddNotes(std::vector<std::string> texts, Notes& notes)
 {
-    return ImportModel(ModelSource(file, progress), scene);
+    for (std::string& text : texts)
+        notes.Add(std::move(text));
 }
 
-ImportedModel ImportModel(ModelSource file, SceneContainer& scene, const PartListener& listener)
+}  // namespace
+
+void ImportModel(const std::filesystem::path& file, Model& model, Progress& progress)
+{
+    ImportModel(ModelSource(file, progress), model);
+}
+
+void ImportModel(ModelSource file, Model& model, const PartListener& listener)
 {
     const aiScene& source = file.Scene();
-    ImportedModel model;
-    model.notes = NotesOnMeshes(source);  // before meshes are released
-    scene.SetName(file.File().stem().string());
-    SceneImporter importedScene(file, scene, model, listener);
+    SceneContainer& scene = *model.scene;
+    model.file = file.File();
+    AddNotes(NotesOnMeshes(source), model.notes);  // before meshes are released
+    scene.SetName(model.file.stem().string());
+    SceneImporter importedScene(file, model, listener);
     const NodeNames nodes = importedScene.ImportNodes();
-    for (std::string& note : ImportCameras(source, nodes, scene))
-        model.notes.push_back(std::move(note));
+    AddNotes(ImportCameras(source, nodes, scene), model.notes);
     ImportLights(source, nodes, scene);
     model.textures.embedded = ImportEmbeddedTextures(source);
-    for (std::string& note : importedScene.NotesOnMaterials())
-        model.notes.push_back(std::move(note));
-    for (std::string& note : ImportAnimations(source, nodes, scene))
-        model.notes.push_back(std::move(note));
-    for (std::string& note : importedScene.ImportSkinsOfMeshes())
-        model.notes.push_back(std::move(note));
-    return model;
+    AddNotes(importedScene.NotesOnMaterials(), model.notes);
+    AddNotes(ImportAnimations(source, nodes, scene), model.notes);
+    AddNotes(importedScene.ImportSkinsOfMeshes(), model.notes);
 }
 
 }  // namespace Sceneprep

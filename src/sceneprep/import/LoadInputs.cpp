@@ -25,33 +25,33 @@ namespace
 
 namespace fs = std::filesystem;
 
-/// One model file, read and not yet part of the scene.
-struct ReadInput
+/// One model file that is not yet part of the whole.
+struct Input
 {
-    std::unique_ptr<Importing::SceneContainer> scene;
-    ImportedModel model;
+    Model model;
     std::vector<StepResult> steps;
 };
 
-ReadInput Read(const fs::path& file, const PluginLibrary& plugin, Progress& progress)
+Input Read(const fs::path& file, const PluginLibrary& plugin, Progress& progress)
 {
     WorkState::Enter(WorkState::Phase::Reading, file);
-    ReadInput input{.scene = plugin.CreateScene(), .model = {}, .steps = {}};
+    Input input;
+    input.model.scene = plugin.CreateScene();
     std::optional<ModelSource> source;
     input.steps.push_back(
         RunStep("Read " + file.filename().string(), progress, [&] { source.emplace(file, progress); }));
     input.steps.push_back(RunStep("Import " + file.filename().string(), progress, [&] {
-        input.model = ImportModel(std::move(*source), *input.scene, [&](double part) { progress.Update(part); });
+        ImportModel(std::move(*source), input.model, [&](double part) { progress.Update(part); });
         source.reset();
         ReturnFreedMemory();
     }));
     return input;
 }
 
-/// As Read(), whatever goes wrong.
-/// @return none when the file cannot be read; `problem` says why then.
-std::optional<ReadInput> TryToRead(const fs::path& file, const PluginLibrary& plugin, Progress& progress,
-                                   std::string& problem)
+/// Reads a file and catches every error.
+/// @return none if the file cannot be read; `problem` is the reason then.
+std::optional<Input> TryToRead(const fs::path& file, const PluginLibrary& plugin, Progress& progress,
+                               std::string& problem)
 {
     try
     {
@@ -72,50 +72,38 @@ std::optional<ReadInput> TryToRead(const fs::path& file, const PluginLibrary& pl
     return std::nullopt;
 }
 
-/// Makes the input the scene, or a part of it.
-void Add(const fs::path& file, ReadInput input, Progress& progress, LoadedInputs& loaded)
+/// Makes an input the model, or appends it to the model.
+void Add(const fs::path& file, Input input, Progress& progress, Inputs& inputs)
 {
     WorkState::Enter(WorkState::Phase::Preparing, file);
-    std::move(input.steps.begin(), input.steps.end(), std::back_inserter(loaded.steps));
-    loaded.notes.insert(loaded.notes.end(), input.model.notes.begin(), input.model.notes.end());
-    if (loaded.inputs.empty())
-    {
-        loaded.scene = std::move(input.scene);
-        loaded.textures = std::move(input.model.textures);
-    }
+    std::move(input.steps.begin(), input.steps.end(), std::back_inserter(inputs.steps));
+    if (inputs.read.empty())
+        inputs.model = std::move(input.model);
     else
-    {
-        const LoadedModel first{*loaded.scene, loaded.textures, loaded.inputs.front()};
-        const LoadedModel other{*input.scene, input.model.textures, file};
-        loaded.steps.push_back(
-            RunStep("Append " + file.filename().string(), progress, [&] { AppendModel(first, other); }));
-    }
-    loaded.inputs.push_back(file);
+        inputs.steps.push_back(RunStep("Append " + file.filename().string(), progress,
+                                       [&] { AppendModel(inputs.model, std::move(input.model)); }));
+    inputs.read.push_back(file);
 }
 
 }  // namespace
 
-LoadedInputs LoadInputs(const std::vector<fs::path>& inputs, bool keepGoing, const PluginLibrary& plugin,
-                        Progress& progress)
+Inputs LoadInputs(const std::vector<fs::path>& files, bool keepGoing, const PluginLibrary& plugin, Progress& progress)
 {
-    LoadedInputs loaded;
-    for (const fs::path& file : inputs)
+    Inputs inputs;
+    for (const fs::path& file : files)
     {
         std::string problem;
-        std::optional<ReadInput> input =
+        std::optional<Input> input =
             keepGoing ? TryToRead(file, plugin, progress, problem) : Read(file, plugin, progress);
+        // An error from here on ends the work, since it leaves half a model.
         if (input)
-        {
-            // What fails from here on leaves half a scene: it ends the work.
-            Add(file, std::move(*input), progress, loaded);
-            continue;
-        }
-        loaded.leftOut.push_back(file);
-        loaded.problems.push_back(problem);
+            Add(file, std::move(*input), progress, inputs);
+        else
+            inputs.skipped.push_back({file, problem});
     }
-    if (loaded.inputs.size() > 1)
-        DropUnreachableNodes(*loaded.scene);  // appending leaves a spare node each time
-    return loaded;
+    if (inputs.read.size() > 1)
+        DropUnreachableNodes(*inputs.model.scene);  // each AppendSC() leaves a spare node
+    return inputs;
 }
 
 }  // namespace Sceneprep

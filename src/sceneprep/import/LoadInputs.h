@@ -1,35 +1,37 @@
 #pragma once
 
-#include <importing/plugin/SceneContainer.h>
 #include <pipeline/steps/StepSequence.h>
-#include <sceneprep/model/Textures.h>
+#include <sceneprep/model/Model.h>
 #include <sceneprep/run/PluginLibrary.h>
 #include <sceneprep/run/Progress.h>
 
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <vector>
 
 namespace Sceneprep
 {
 
-/// Model files as one scene.
-struct LoadedInputs
+/// An input that could not be read.
+struct SkippedInput
 {
-    std::unique_ptr<Importing::SceneContainer> scene;  ///< null when all inputs were left out
-    Textures textures;
-    std::vector<Pipeline::StepResult> steps;
-    std::vector<std::string> notes;              ///< what was left out of the models
-    std::vector<std::filesystem::path> inputs;   ///< that were read
-    std::vector<std::filesystem::path> leftOut;  ///< that could not be read
-    std::vector<std::string> problems;           ///< why, one line each
+    std::filesystem::path file;
+    std::string problem;  ///< one line
 };
 
-/// Reads the inputs in order and appends all others to the first. With keepGoing an input that cannot be read,
-/// whatever the reason, is left out; also when none remains.
-/// @throws ToolError without keepGoing when an input cannot be read.
-LoadedInputs LoadInputs(const std::vector<std::filesystem::path>& inputs, bool keepGoing, const PluginLibrary& plugin,
-                        Progress& progress);
+/// The inputs as one model.
+struct Inputs
+{
+    Model model;  ///< empty if no input could be read
+    std::vector<Pipeline::StepResult> steps;
+    std::vector<std::filesystem::path> read;
+    std::vector<SkippedInput> skipped;
+};
+
+/// Reads the inputs in order and appends all others to the first. With keepGoing, inputs that cannot be read for any
+/// reason are skipped, even if none remains.
+/// @throws ToolError without keepGoing, if an input cannot be read.
+Inputs LoadInputs(const std::vector<std::filesystem::path>& files, bool keepGoing, const PluginLibrary& plugin,
+                  Progress& progress);
 
 }  // namespace Sceneprep

@@ -12,15 +12,16 @@
 namespace Sceneprep
 {
 
-/// A model on its way through the program: imported, appended to, prepared, exported.
+/// A model on its way through the program: imported, appended to, prepared, exported. Empty at first.
 struct Model
 {
-    std::unique_ptr<Importing::SceneContainer> scene;
-    Textures textures;
-    Pipeline::SceneSupplement supplement;  ///< its keys lead into `carried`
-    Carried carried;
-    std::filesystem::path file;  ///< where it came from; references to other files are relative to its folder
-    Notes notes;
+    std::unique_ptr<Importing::SceneContainer> scene = std::make_unique<Importing::SceneContainer>();
+    Textures textures = {};
+    Pipeline::SceneSupplement supplement = {};  ///< its keys are indices into lists of `carried`
+    Carried carried = {};
+    std::filesystem::path file =
+        {};            ///< the file it was read from; references to other files are relative to its folder
+    Notes notes = {};  ///< about reading the file
 };
 
 }  // namespace Sceneprep

@@ -43,6 +43,14 @@ Json StepAsJson(const StepResult& step)
     return {{"name", step.name}, {"milliseconds", step.milliseconds}, {"changes", changes}, {"messages", messages}};
 }
 
+std::vector<std::string> TextsOf(const Notes& notes)
+{
+    std::vector<std::string> texts;
+    for (const Note& note : notes.All())
+        texts.push_back(note.text);
+    return texts;
+}
+
 std::string Verdict(const std::vector<std::string>& differences)
 {
     if (differences.empty())
@@ -76,7 +84,7 @@ std::string ReportJson(const PrepareReport& report)
                  {"before", FiguresAsJson(report.before)},
                  {"after", FiguresAsJson(report.after)},
                  {"steps", Json::array()},
-                 {"notes", report.notes},
+                 {"notes", TextsOf(report.notes)},
                  {"differences", report.differences}};
     for (const StepResult& step : report.steps)
         json["steps"].push_back(StepAsJson(step));

@@ -3,6 +3,7 @@
 #include <pipeline/scene/SceneStats.h>
 #include <pipeline/scene/WorldMeasure.h>
 #include <pipeline/steps/StepSequence.h>
+#include <sceneprep/run/Notes.h>
 
 #include <filesystem>
 #include <string>
@@ -29,7 +30,7 @@ struct PrepareReport
     SceneFigures before;
     SceneFigures after;
     std::vector<Pipeline::StepResult> steps;
-    std::vector<std::string> notes;
+    Notes notes;
     std::vector<std::string> differences;  ///< between the worlds before and after; empty: they are the same
 };
 

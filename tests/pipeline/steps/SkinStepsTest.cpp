@@ -99,10 +99,12 @@ protected:
 
     SceneContainer WrittenAndRead(SceneContainer& scene, const std::string& name)
     {
-        SceneContainer back;
-        ExportModel(scene, {}, folder_ / name, progress_);
+        Model model;
+        *model.scene = scene;
+        ExportModel(model, folder_ / name, progress_);
+        Model back;
         ImportModel(folder_ / name, back, progress_);
-        return back;
+        return *back.scene;
     }
 
     RandomSkins random_;

@@ -5,6 +5,7 @@
 #include <pipeline/ExpectSameWorld.h>
 #include <pipeline/scene/SceneStats.h>
 #include <sceneprep/FileSizeLimit.h>
+#include <sceneprep/Models.h>
 #include <sceneprep/TestFiles.h>
 #include <sceneprep/assimp/Formats.h>
 #include <sceneprep/import/ImportModel.h>
@@ -26,24 +27,25 @@ using testing::HasSubstr;
 class ExportModelTest : public testing::Test
 {
 protected:
-    std::vector<std::string> Export(SceneContainer& scene, const std::string& name)
+    std::vector<std::string> Export(const SceneContainer& scene, const std::string& name)
     {
-        return ExportModel(scene, {}, folder_ / name, progress_);
+        Model model = ModelOf(scene);
+        return TextsOf(ExportModel(model, folder_ / name, progress_));
     }
 
     SceneContainer Reimport(const std::string& name)
     {
-        SceneContainer scene;
-        ImportModel(folder_ / name, scene, progress_);
-        return scene;
+        Model model;
+        ImportModel(folder_ / name, model, progress_);
+        return *model.scene;
     }
 
     std::string ExportError(const std::filesystem::path& file)
     {
         try
         {
-            SceneContainer scene = Support::Scene("Root[a]");
-            ExportModel(scene, {}, file, progress_);
+            Model model = ModelOf(Support::Scene("Root[a]"));
+            ExportModel(model, file, progress_);
         }
         catch (const ToolError& error)
         {
@@ -180,9 +182,9 @@ TEST_F(ExportModelTest, MeshesThatShareNoVertexCanBeWrittenToo)
 
 TEST_F(ExportModelTest, NormalsUVsAndMaterialsComeBack)
 {
-    SceneContainer scene;
-    ImportModel(WriteSmallObj(folder_), scene, progress_);
-    Export(scene, "out.glb");
+    Model model;
+    ImportModel(WriteSmallObj(folder_), model, progress_);
+    Export(*model.scene, "out.glb");
     SceneContainer back = Reimport("out.glb");
     ASSERT_EQ(CountScene(back).materials, 2U);
     EXPECT_EQ(back.MaterialLibrary[0].GetName(), "Red");
@@ -263,12 +265,12 @@ TEST_F(ExportModelTest, PicturesOfTheInputLieBesideFilesThatHoldNone)
     map.SetType("diffuse");
     map.SetTextureID(scene.AddTextureToLibrary("*0", true));
     scene.SurfaceLibrary[0].MapList.push_back(map);
-    Textures textures;
-    textures.embedded = {{.formatHint = "png", .content = {0x89, 'P', 'N', 'G', 1}}};
-    ExportModel(scene, textures, folder_ / "out.obj", progress_);
+    Model model = ModelOf(scene);
+    model.textures.embedded = {{.formatHint = "png", .content = {0x89, 'P', 'N', 'G', 1}}};
+    ExportModel(model, folder_ / "out.obj", progress_);
     EXPECT_THAT(ReadText(folder_ / "out.mtl"), HasSubstr("map_Kd out-picture0.png\n"));
     EXPECT_EQ(std::filesystem::file_size(folder_ / "out-picture0.png"), 5U);
-    ExportModel(scene, textures, folder_ / "solid.stl", progress_);
+    ExportModel(model, folder_ / "solid.stl", progress_);
     EXPECT_EQ(folder_.CountEntries(), 4U);  // one more: the format has no textures
 }
 

@@ -6,6 +6,8 @@
 #include <sceneprep/model/TextureReferences.h>
 #include <support/SceneText.h>
 
+#include <utility>
+
 namespace
 {
 
@@ -15,157 +17,156 @@ using Importing::SceneContainer;
 using Support::Scene;
 using Support::ToText;
 
-/// A scene of one surface with one texture, as it was spelled.
-struct Model
+/// Returns a model of the scene.
+Model ModelFrom(const char* file, const std::string& text)
 {
-    explicit Model(const std::string& text) : scene(Scene(text)) {}
+    Model model;
+    *model.scene = Scene(text);
+    model.file = file;
+    return model;
+}
 
-    void AddTexture(const std::string& spelling)
-    {
-        const int index = scene.AddTextureToLibrary(spelling, true);
-        Importing::Map map;
-        map.SetTextureID(index);
-        scene.SurfaceLibrary[0].MapList.push_back(map);
-        textures.spelling.emplace(scene.TextureLibrary[static_cast<std::size_t>(index)], spelling);
-    }
+/// Adds a map with a texture to the first surface.
+void AddTexture(Model& model, const std::string& spelling)
+{
+    const int index = model.scene->AddTextureToLibrary(spelling, true);
+    Importing::Map map;
+    map.SetTextureID(index);
+    model.scene->SurfaceLibrary[0].MapList.push_back(map);
+    model.textures.spelling.emplace(model.scene->TextureLibrary[static_cast<std::size_t>(index)], spelling);
+}
 
-    LoadedModel At(const char* file) { return {scene, textures, file}; }
+std::string TextureOf(const Model& model, std::size_t surface, std::size_t map)
+{
+    return model.scene->TextureLibrary.at(
+        static_cast<std::size_t>(model.scene->SurfaceLibrary.at(surface).MapList.at(map).GetTextureID()));
+}
 
-    std::string TextureOf(std::size_t surface, std::size_t map)
-    {
-        return scene.TextureLibrary.at(
-            static_cast<std::size_t>(scene.SurfaceLibrary.at(surface).MapList.at(map).GetTextureID()));
-    }
-
-    const EmbeddedTexture* PictureOf(std::size_t surface, std::size_t map)
-    {
-        return FindEmbedded(textures, SpellingOf(textures, TextureOf(surface, map)));
-    }
-
-    SceneContainer scene;
-    Textures textures;
-};
+const EmbeddedTexture* ImageOf(const Model& model, std::size_t surface, std::size_t map)
+{
+    return FindEmbedded(model.textures, SpellingOf(model.textures, TextureOf(model, surface, map)));
+}
 
 TEST(AppendModel, SkinsKeepTheirJointsAndMovements)
 {
-    Model first("House*[a]");
-    Model other("Figure( Hip@1,0,0* Body[b] )");
-    Importing::Joint& joint = other.scene.GeometryLibrary[0].JointArray.emplace_back(std::string("Hip"));
+    Model first = ModelFrom("a.obj", "House*[a]");
+    Model other = ModelFrom("b.obj", "Figure( Hip@1,0,0* Body[b] )");
+    Importing::Joint& joint = other.scene->GeometryLibrary[0].JointArray.emplace_back(std::string("Hip"));
     joint.SetLocalTM(Support::Translation(1, 0, 0));
     joint.SetAnimationID(0);
-    other.scene.GeometryLibrary[0].VertexArray[0].AddWeight(0, 1);
-    AppendModel(first.At("a.obj"), other.At("b.obj"));
-    Importing::Geometry& body = Support::MeshOf(first.scene, "b");
+    other.scene->GeometryLibrary[0].VertexArray[0].AddWeight(0, 1);
+    AppendModel(first, std::move(other));
+    Importing::Geometry& body = Support::MeshOf(*first.scene, "b");
     ASSERT_EQ(body.JointArray.size(), 1U);
-    EXPECT_EQ(body.JointArray[0].GetAnimationID(), Support::NodeNamed(first.scene, "Hip").GetAnimationID());
+    EXPECT_EQ(body.JointArray[0].GetAnimationID(), Support::NodeNamed(*first.scene, "Hip").GetAnimationID());
     EXPECT_EQ(body.VertexArray[0].GetWeightsCount(), 1U);
-    const std::vector<bool> isJoint = FindJointNodes(first.scene, WalkFromRoot(first.scene));
-    EXPECT_TRUE(isJoint.at(static_cast<std::size_t>(Support::NodeIndex(first.scene, "Hip"))));
+    const std::vector<bool> isJoint = FindJointNodes(*first.scene, WalkFromRoot(*first.scene));
+    EXPECT_TRUE(isJoint.at(static_cast<std::size_t>(Support::NodeIndex(*first.scene, "Hip"))));
 }
 
 TEST(AppendModel, JoinsTheHierarchies)
 {
-    Model first("House[a]");
-    Model other("Tree@5,0,0[b]");
-    AppendModel(first.At("house.obj"), other.At("tree.obj"));
-    EXPECT_EQ(ToText(first.scene), "Root( House[a] Tree[b] ) | _");
-    EXPECT_EQ(Measure(first.scene).max[0], 7);
+    Model first = ModelFrom("house.obj", "House[a]");
+    Model other = ModelFrom("tree.obj", "Tree@5,0,0[b]");
+    AppendModel(first, std::move(other));
+    EXPECT_EQ(ToText(*first.scene), "Root( House[a] Tree[b] ) | _");
+    EXPECT_EQ(Measure(*first.scene).max[0], 7);
 }
 
 TEST(AppendModel, PicturesInTheFileAreCountedOn)
 {
-    Model first("A[a]");
-    first.AddTexture("*0");
+    Model first = ModelFrom("a.glb", "A[a]");
+    AddTexture(first, "*0");
     first.textures.embedded = {{.fileName = "first"}};
-    Model other("B[b]");
-    other.AddTexture("*1");
-    other.AddTexture("*0");
+    Model other = ModelFrom("b.glb", "B[b]");
+    AddTexture(other, "*1");
+    AddTexture(other, "*0");
     other.textures.embedded = {{.fileName = "second"}, {.fileName = "third"}};
-    AppendModel(first.At("a.glb"), other.At("b.glb"));
-    EXPECT_EQ(first.TextureOf(0, 0), "*0");
-    EXPECT_EQ(first.TextureOf(1, 0), "*2");
-    EXPECT_EQ(first.TextureOf(1, 1), "*1");
+    AppendModel(first, std::move(other));
+    EXPECT_EQ(TextureOf(first, 0, 0), "*0");
+    EXPECT_EQ(TextureOf(first, 1, 0), "*2");
+    EXPECT_EQ(TextureOf(first, 1, 1), "*1");
     ASSERT_EQ(first.textures.embedded.size(), 3U);
     EXPECT_EQ(first.textures.embedded[1].fileName, "second");
 }
 
 TEST(AppendModel, FilesOfOneFolderAreShared)
 {
-    Model first("A[a]");
-    first.AddTexture("Wood.PNG");
-    Model other("B[b]");
-    other.AddTexture("wood.png");
-    AppendModel(first.At("in/a.obj"), other.At("in/b.obj"));
-    EXPECT_EQ(first.scene.TextureLibrary, (std::vector<std::string>{"wood.png"}));
-    EXPECT_EQ(first.TextureOf(1, 0), "wood.png");
+    Model first = ModelFrom("in/a.obj", "A[a]");
+    AddTexture(first, "Wood.PNG");
+    Model other = ModelFrom("in/b.obj", "B[b]");
+    AddTexture(other, "wood.png");
+    AppendModel(first, std::move(other));
+    EXPECT_EQ(first.scene->TextureLibrary, (std::vector<std::string>{"wood.png"}));
+    EXPECT_EQ(TextureOf(first, 1, 0), "wood.png");
 }
 
 TEST(AppendModel, FilesOfAnotherFolderAreNamedFromTheFirstOne)
 {
-    Model first("A[a]");
-    first.AddTexture("Wood.png");
-    Model other("B[b]");
-    other.AddTexture("Pictures/Wood.png");
-    other.AddTexture("/Absolute/Stone.png");
-    other.AddTexture("https://example.org/Sky.png");
-    AppendModel(first.At("models/house/a.obj"), other.At("models/trees/b.obj"));
-    EXPECT_EQ(first.TextureOf(1, 0), "../trees/pictures/wood.png");
+    Model first = ModelFrom("models/house/a.obj", "A[a]");
+    AddTexture(first, "Wood.png");
+    Model other = ModelFrom("models/trees/b.obj", "B[b]");
+    AddTexture(other, "Pictures/Wood.png");
+    AddTexture(other, "/Absolute/Stone.png");
+    AddTexture(other, "https://example.org/Sky.png");
+    AppendModel(first, std::move(other));
+    EXPECT_EQ(TextureOf(first, 1, 0), "../trees/pictures/wood.png");
     EXPECT_EQ(first.textures.spelling.at("../trees/pictures/wood.png"), "../trees/Pictures/Wood.png");
-    EXPECT_EQ(first.TextureOf(1, 1), "/absolute/stone.png");
-    EXPECT_EQ(first.TextureOf(1, 2), "https://example.org/sky.png");
+    EXPECT_EQ(TextureOf(first, 1, 1), "/absolute/stone.png");
+    EXPECT_EQ(TextureOf(first, 1, 2), "https://example.org/sky.png");
 }
 
 TEST(AppendModel, PicturesOfOneNameStayApart)
 {
-    Model first("A[a]");
-    first.AddTexture("maps/Texture.png");
+    Model first = ModelFrom("a.fbx", "A[a]");
+    AddTexture(first, "maps/Texture.png");
     first.textures.embedded = {{.fileName = "Texture.png", .content = {1}}};
-    Model other("B[b]");
-    other.AddTexture("Texture.png");
+    Model other = ModelFrom("b.fbx", "B[b]");
+    AddTexture(other, "Texture.png");
     other.textures.embedded = {{.fileName = "other.png"}, {.fileName = "C:\\Texture.png", .content = {2}}};
-    AppendModel(first.At("a.fbx"), other.At("b.fbx"));
-    EXPECT_EQ(first.TextureOf(0, 0), "*0");
-    EXPECT_EQ(first.TextureOf(1, 0), "*2");
-    EXPECT_EQ(first.PictureOf(0, 0)->content, std::vector<unsigned char>{1});
-    EXPECT_EQ(first.PictureOf(1, 0)->content, std::vector<unsigned char>{2});
+    AppendModel(first, std::move(other));
+    EXPECT_EQ(TextureOf(first, 0, 0), "*0");
+    EXPECT_EQ(TextureOf(first, 1, 0), "*2");
+    EXPECT_EQ(ImageOf(first, 0, 0)->content, std::vector<unsigned char>{1});
+    EXPECT_EQ(ImageOf(first, 1, 0)->content, std::vector<unsigned char>{2});
     EXPECT_EQ(first.textures.embedded[0].fileName, "");
     EXPECT_EQ(first.textures.embedded[1].fileName, "other.png");
 }
 
 TEST(AppendModel, AFileIsNoPictureOfItsName)
 {
-    Model first("A[a]");
-    first.AddTexture("Texture.png");
+    Model first = ModelFrom("a.fbx", "A[a]");
+    AddTexture(first, "Texture.png");
     first.textures.embedded = {{.fileName = "Texture.png"}};
-    Model second("B[b]");
-    second.AddTexture("Texture.png");
-    Model third("C[c]");
-    third.AddTexture("Texture.png");
+    Model second = ModelFrom("b.fbx", "B[b]");
+    AddTexture(second, "Texture.png");
+    Model third = ModelFrom("c.fbx", "C[c]");
+    AddTexture(third, "Texture.png");
     third.textures.embedded = {{.fileName = "Texture.png", .content = {3}}};
-    AppendModel(first.At("a.fbx"), second.At("b.fbx"));
-    AppendModel(first.At("a.fbx"), third.At("c.fbx"));
-    EXPECT_EQ(first.PictureOf(0, 0), first.textures.embedded.data());
-    EXPECT_EQ(first.TextureOf(1, 0), "texture.png");
-    EXPECT_EQ(first.PictureOf(1, 0), nullptr);
-    EXPECT_EQ(first.PictureOf(2, 0), &first.textures.embedded[1]);
+    AppendModel(first, std::move(second));
+    AppendModel(first, std::move(third));
+    EXPECT_EQ(ImageOf(first, 0, 0), first.textures.embedded.data());
+    EXPECT_EQ(TextureOf(first, 1, 0), "texture.png");
+    EXPECT_EQ(ImageOf(first, 1, 0), nullptr);
+    EXPECT_EQ(ImageOf(first, 2, 0), &first.textures.embedded[1]);
 }
 
 TEST(AppendModel, AStarWithoutAPictureIsAFileName)
 {
-    Model first("A[a]");
-    first.AddTexture("*1");
+    Model first = ModelFrom("a.glb", "A[a]");
+    AddTexture(first, "*1");
     first.textures.embedded = {{.fileName = "first"}};
-    Model other("B[b]");
-    other.AddTexture("*");
-    other.AddTexture("*1A");
-    other.AddTexture("*0");
-    AppendModel(first.At("a.glb"), other.At("b.glb"));
-    AppendModel(first.At("a.glb"), Model("C[c]").At("c.glb"));
-    EXPECT_EQ(first.TextureOf(0, 0), "./*1");
-    EXPECT_EQ(first.TextureOf(1, 0), "./*");
-    EXPECT_EQ(first.TextureOf(1, 1), "./*1a");
+    Model other = ModelFrom("b.glb", "B[b]");
+    AddTexture(other, "*");
+    AddTexture(other, "*1A");
+    AddTexture(other, "*0");
+    AppendModel(first, std::move(other));
+    AppendModel(first, ModelFrom("c.glb", "C[c]"));
+    EXPECT_EQ(TextureOf(first, 0, 0), "./*1");
+    EXPECT_EQ(TextureOf(first, 1, 0), "./*");
+    EXPECT_EQ(TextureOf(first, 1, 1), "./*1a");
     EXPECT_EQ(first.textures.spelling.at("./*1a"), "./*1A");
-    EXPECT_EQ(first.PictureOf(1, 2), nullptr);
+    EXPECT_EQ(ImageOf(first, 1, 2), nullptr);
 }
 
 }  // namespace

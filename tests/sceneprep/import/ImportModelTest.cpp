@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <pipeline/SkinnedShape.h>
 #include <pipeline/scene/SceneStats.h>
+#include <sceneprep/Models.h>
 #include <sceneprep/SkinnedFiles.h>
 #include <sceneprep/assimp/CameraFrame.h>
 #include <sceneprep/export/ExportModel.h>
@@ -25,11 +26,23 @@ using testing::HasSubstr;
 class ImportModelTest : public testing::Test
 {
 protected:
-    ImportedModel Import(const std::filesystem::path& file)
+    /// Returns the model apart from its scene, which becomes scene_.
+    Model Import(const std::filesystem::path& file)
     {
         std::ostringstream out;
         Progress progress(out, false);
-        return ImportModel(file, scene_, progress);
+        Model model;
+        ImportModel(file, model, progress);
+        scene_ = std::move(*model.scene);
+        return model;
+    }
+
+    std::vector<std::string> Export(const std::string& name)
+    {
+        std::ostringstream out;
+        Progress progress(out, false);
+        Model model = ModelOf(scene_);
+        return TextsOf(ExportModel(model, folder_ / name, progress));
     }
 
     std::string ImportError(const std::filesystem::path& file)
@@ -72,7 +85,7 @@ std::string SharedMeshGltf()
 
 TEST_F(ImportModelTest, TrianglesNormalsAndUVsOfASmallModel)
 {
-    const ImportedModel model = Import(WriteSmallObj(folder_));
+    const Model model = Import(WriteSmallObj(folder_));
     EXPECT_EQ(scene_.GetName(), "small");
     EXPECT_EQ(scene_.GetRootNodeIndex(), 0);
     EXPECT_EQ(CountScene(scene_).triangles, 3U);
@@ -90,14 +103,15 @@ TEST_F(ImportModelTest, TrianglesNormalsAndUVsOfASmallModel)
 
 TEST_F(ImportModelTest, PointsAndLinesAreDroppedAndTold)
 {
-    const ImportedModel model = Import(WriteSmallObj(folder_));
+    const Model model = Import(WriteSmallObj(folder_));
     EXPECT_TRUE(Support::NodeNamed(scene_, "Wire").SurfaceList.empty());
-    EXPECT_EQ(model.notes, (std::vector<std::string>{"only triangles are kept: points and lines are left out (1)"}));
+    EXPECT_EQ(TextsOf(model.notes),
+              (std::vector<std::string>{"only triangles are kept: points and lines are left out (1)"}));
 }
 
 TEST_F(ImportModelTest, SurfacesGetTheirMaterialsAndMaps)
 {
-    const ImportedModel model = Import(WriteSmallObj(folder_));
+    const Model model = Import(WriteSmallObj(folder_));
     Importing::Surface& square = Support::SurfaceNamed(scene_, SurfaceOf("Square"));
     Importing::Material& red = scene_.MaterialLibrary.at(static_cast<std::size_t>(square.GetMaterialID()));
     EXPECT_EQ(red.GetName(), "Red");
@@ -158,14 +172,14 @@ void ExpectHipAndLeg(SceneContainer& scene)
 TEST_F(ImportModelTest, SkinsOfGltf)
 {
     // The format's own material is a metal.
-    EXPECT_THAT(Import(WriteSkinnedGltf(folder_)).notes,
+    EXPECT_THAT(TextsOf(Import(WriteSkinnedGltf(folder_)).notes),
                 testing::ElementsAre("metallic materials become non-metal (1)"));
     ExpectHipAndLeg(scene_);
 }
 
 TEST_F(ImportModelTest, SkinsOfCollada)
 {
-    EXPECT_THAT(Import(WriteSkinnedCollada(folder_)).notes, testing::IsEmpty());
+    EXPECT_THAT(TextsOf(Import(WriteSkinnedCollada(folder_)).notes), testing::IsEmpty());
     scene_.GeometryLibrary.at(0).SetName("Skin");  // the name of a skin's mesh gets lost
     ExpectHipAndLeg(scene_);
 }
@@ -173,10 +187,7 @@ TEST_F(ImportModelTest, SkinsOfCollada)
 TEST_F(ImportModelTest, SkinsComeBackFromGltf)
 {
     Import(WriteSkinnedGltf(folder_));
-    std::ostringstream out;
-    Progress progress(out, false);
-    EXPECT_THAT(ExportModel(scene_, {}, folder_ / "out.glb", progress), testing::IsEmpty());
-    scene_ = SceneContainer();
+    EXPECT_THAT(Export("out.glb"), testing::IsEmpty());
     Import(folder_ / "out.glb");
     ExpectHipAndLeg(scene_);
     EXPECT_EQ(Support::ToText(scene_), "Top( Hip( Leg ) Body[Skin] )");
@@ -235,8 +246,8 @@ void ExpectCamerasAndLight(SceneContainer& scene)
 
 TEST_F(ImportModelTest, CamerasAndLightsOfGltf)
 {
-    const ImportedModel model = Import(folder_.Write("seen.gltf", CamerasAndLightGltf()));
-    EXPECT_EQ(model.notes, (std::vector<std::string>{"orthographic cameras are left out (1)"}));
+    const Model model = Import(folder_.Write("seen.gltf", CamerasAndLightGltf()));
+    EXPECT_EQ(TextsOf(model.notes), (std::vector<std::string>{"orthographic cameras are left out (1)"}));
     ExpectCamerasAndLight(scene_);
 }
 
@@ -245,10 +256,7 @@ TEST_F(ImportModelTest, CamerasAndLightsOfGltfComeBackHoweverOftenTheyAreWritten
     Import(folder_.Write("seen.gltf", CamerasAndLightGltf()));
     for (const char* name : {"once.glb", "twice.glb", "thrice.glb"})
     {
-        std::ostringstream out;
-        Progress progress(out, false);
-        ExportModel(scene_, {}, folder_ / name, progress);
-        scene_ = SceneContainer();
+        Export(name);
         Import(folder_ / name);
         ExpectCamerasAndLight(scene_);
     }
@@ -256,7 +264,7 @@ TEST_F(ImportModelTest, CamerasAndLightsOfGltfComeBackHoweverOftenTheyAreWritten
 
 TEST_F(ImportModelTest, WhatTheSceneCannotHoldIsTold)
 {
-    const ImportedModel model = Import(folder_.Write("rich.gltf", R"({"asset":{"version":"2.0"},"scene":0,
+    const Model model = Import(folder_.Write("rich.gltf", R"({"asset":{"version":"2.0"},"scene":0,
 "scenes":[{"nodes":[0]}],"nodes":[{"name":"Top","mesh":0}],
 "extensionsUsed":["KHR_materials_clearcoat","KHR_materials_unlit"],
 "meshes":[{"name":"Tri","primitives":[{"attributes":{"POSITION":0,"TEXCOORD_0":1},"targets":[{"POSITION":0}],"material":0}]}],
@@ -272,7 +280,7 @@ TEST_F(ImportModelTest, WhatTheSceneCannotHoldIsTold)
 {"bufferView":0,"componentType":5126,"count":3,"type":"SCALAR"}],
 "bufferViews":[{"buffer":0,"byteLength":36},{"buffer":0,"byteOffset":36,"byteLength":12}],
 "buffers":[{"byteLength":48,"uri":"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAAAACAvwAAAAAAAIA/"}]})"));
-    EXPECT_THAT(model.notes,
+    EXPECT_THAT(TextsOf(model.notes),
                 testing::ElementsAre("morph targets are left out (meshes with targets: 1)",
                                      "textures that end or are mirrored at their edges are repeated (layers: 1)",
                                      "double-sided materials become one-sided (1)",

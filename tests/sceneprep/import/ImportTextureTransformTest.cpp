@@ -43,11 +43,12 @@ std::string GltfWith(const Transform& transform)
 D3DXMATRIX MatrixIn(const std::string& gltf)
 {
     const SceneprepTests::TemporaryFolder folder;
-    Importing::SceneContainer scene;
     std::ostringstream out;
     Progress progress(out, false);
-    const ImportedModel model = ImportModel(folder.Write("a.gltf", gltf), scene, progress);
-    EXPECT_TRUE(model.notes.empty()) << model.notes.front();
+    Model model;
+    ImportModel(folder.Write("a.gltf", gltf), model, progress);
+    Importing::SceneContainer& scene = *model.scene;
+    EXPECT_TRUE(model.notes.Empty()) << model.notes.All().front().text;
     EXPECT_EQ(scene.SurfaceLibrary.at(0).MapList.size(), 1U);
     return scene.SurfaceLibrary.at(0).MapList.at(0).GetMatrix();
 }

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sceneprep/Models.h>
 #include <sceneprep/TestFiles.h>
 #include <sceneprep/run/Error.h>
 #include <sceneprep/run/WorkState.h>
@@ -23,10 +24,26 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
+std::vector<std::filesystem::path> FilesOf(const std::vector<SkippedInput>& skipped)
+{
+    std::vector<std::filesystem::path> files;
+    for (const SkippedInput& input : skipped)
+        files.push_back(input.file);
+    return files;
+}
+
+std::vector<std::string> ProblemsOf(const std::vector<SkippedInput>& skipped)
+{
+    std::vector<std::string> problems;
+    for (const SkippedInput& input : skipped)
+        problems.push_back(input.problem);
+    return problems;
+}
+
 class LoadInputsTest : public testing::Test
 {
 protected:
-    LoadedInputs Load(const PrepareOptions& options)
+    Inputs Load(const PrepareOptions& options)
     {
         return LoadInputs(options.inputs, options.keepGoing, plugin_, progress_);
     }
@@ -41,25 +58,25 @@ protected:
 
 TEST_F(LoadInputsTest, OneInputIsTheSceneAsItIs)
 {
-    const LoadedInputs loaded = Load({.inputs = {WriteSmallObj(folder_)}});
-    EXPECT_EQ(Support::ToText(*loaded.scene).substr(0, 9), "small.obj");
+    const Inputs loaded = Load({.inputs = {WriteSmallObj(folder_)}});
+    EXPECT_EQ(Support::ToText(*loaded.model.scene).substr(0, 9), "small.obj");
     ASSERT_EQ(loaded.steps.size(), 2U);
     EXPECT_EQ(loaded.steps[0].name, "Read small.obj");
     EXPECT_EQ(loaded.steps[1].name, "Import small.obj");
-    EXPECT_THAT(loaded.notes, ElementsAre(HasSubstr("points and lines")));
-    EXPECT_THAT(loaded.leftOut, IsEmpty());
+    EXPECT_THAT(TextsOf(loaded.model.notes), ElementsAre(HasSubstr("points and lines")));
+    EXPECT_TRUE(loaded.skipped.empty());
 }
 
 TEST_F(LoadInputsTest, FurtherInputsAreAppendedWithoutSpareNodes)
 {
     const auto small = WriteSmallObj(folder_);
-    const LoadedInputs loaded = Load({.inputs = {small, small, small}});
-    EXPECT_EQ(loaded.scene->NodeLibrary.size(), 3U * 4 + 1);
-    EXPECT_EQ(loaded.scene->SurfaceLibrary.size(), 6U);
-    EXPECT_EQ(loaded.scene->MaterialLibrary.size(), 2U);
-    EXPECT_EQ(Support::NodeNamed(*loaded.scene, "Root").ChildList.size(), 3U);
+    const Inputs loaded = Load({.inputs = {small, small, small}});
+    EXPECT_EQ(loaded.model.scene->NodeLibrary.size(), 3U * 4 + 1);
+    EXPECT_EQ(loaded.model.scene->SurfaceLibrary.size(), 6U);
+    EXPECT_EQ(loaded.model.scene->MaterialLibrary.size(), 2U);
+    EXPECT_EQ(Support::NodeNamed(*loaded.model.scene, "Root").ChildList.size(), 3U);
     EXPECT_EQ(loaded.steps[4].name, "Append small.obj");
-    EXPECT_THAT(loaded.inputs, ElementsAre(small, small, small));
+    EXPECT_THAT(loaded.read, ElementsAre(small, small, small));
 }
 
 TEST_F(LoadInputsTest, AnInputThatCannotBeReadEndsTheWork)
@@ -71,18 +88,19 @@ TEST_F(LoadInputsTest, OrIsLeftOut)
 {
     const auto small = WriteSmallObj(folder_);
     const auto broken = Broken();
-    const LoadedInputs loaded = Load({.inputs = {broken, small, folder_ / "none.obj"}, .keepGoing = true});
-    EXPECT_THAT(loaded.inputs, ElementsAre(small));
-    EXPECT_THAT(loaded.leftOut, ElementsAre(broken, folder_ / "none.obj"));
-    EXPECT_THAT(loaded.problems, ElementsAre(HasSubstr("broken.obj.glb"), HasSubstr("there is no such file")));
+    const Inputs loaded = Load({.inputs = {broken, small, folder_ / "none.obj"}, .keepGoing = true});
+    EXPECT_THAT(loaded.read, ElementsAre(small));
+    EXPECT_THAT(FilesOf(loaded.skipped), ElementsAre(broken, folder_ / "none.obj"));
+    EXPECT_THAT(ProblemsOf(loaded.skipped),
+                ElementsAre(HasSubstr("broken.obj.glb"), HasSubstr("there is no such file")));
 }
 
 TEST_F(LoadInputsTest, AllMayBeLeftOut)
 {
-    const LoadedInputs loaded = Load({.inputs = {Broken(), folder_ / "none.obj"}, .keepGoing = true});
-    EXPECT_EQ(loaded.scene, nullptr);
-    EXPECT_THAT(loaded.inputs, IsEmpty());
-    EXPECT_EQ(loaded.problems.size(), 2U);
+    const Inputs loaded = Load({.inputs = {Broken(), folder_ / "none.obj"}, .keepGoing = true});
+    EXPECT_TRUE(loaded.model.scene->NodeLibrary.empty());
+    EXPECT_THAT(loaded.read, IsEmpty());
+    EXPECT_EQ(loaded.skipped.size(), 2U);
 }
 
 /// A stream buffer that fails in one way when the progress of one file is told, in the middle of reading it.
@@ -110,8 +128,8 @@ struct OddFailure : std::exception
 };
 
 template <typename Failure>
-LoadedInputs LoadWithFailure(const std::vector<std::filesystem::path>& inputs, const std::string& word,
-                             const PluginLibrary& plugin)
+Inputs LoadWithFailure(const std::vector<std::filesystem::path>& inputs, const std::string& word,
+                       const PluginLibrary& plugin)
 {
     FailingAt<Failure> buffer(word);
     std::ostream out(&buffer);
@@ -125,14 +143,16 @@ TEST_F(LoadInputsTest, WhateverGoesWrongWithAnInputItIsLeftOut)
     const auto small = WriteSmallObj(folder_);
     const auto bad = folder_.Write("bad.obj", ReadText(small));
     WorkState::Reset();
-    const LoadedInputs poor = LoadWithFailure<std::bad_alloc>({small, bad}, "bad.obj", plugin_);
-    EXPECT_THAT(poor.inputs, ElementsAre(small));
-    EXPECT_THAT(poor.problems, ElementsAre("reading " + bad.string() +
-                                           " needs more memory than it may have; raise --memory-limit or use a "
-                                           "smaller model"));
-    const LoadedInputs odd = LoadWithFailure<OddFailure>({small, bad}, "bad.obj", plugin_);
-    EXPECT_THAT(odd.leftOut, ElementsAre(bad));
-    EXPECT_THAT(odd.problems, ElementsAre("reading " + bad.string() + " went wrong (odd failure); check the model"));
+    const Inputs poor = LoadWithFailure<std::bad_alloc>({small, bad}, "bad.obj", plugin_);
+    EXPECT_THAT(poor.read, ElementsAre(small));
+    EXPECT_THAT(ProblemsOf(poor.skipped),
+                ElementsAre("reading " + bad.string() +
+                            " needs more memory than it may have; raise --memory-limit or use a "
+                            "smaller model"));
+    const Inputs odd = LoadWithFailure<OddFailure>({small, bad}, "bad.obj", plugin_);
+    EXPECT_THAT(FilesOf(odd.skipped), ElementsAre(bad));
+    EXPECT_THAT(ProblemsOf(odd.skipped),
+                ElementsAre("reading " + bad.string() + " went wrong (odd failure); check the model"));
 }
 
 TEST_F(LoadInputsTest, WhatGoesWrongWhileAppendingEndsTheWork)

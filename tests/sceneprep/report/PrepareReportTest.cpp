@@ -22,7 +22,7 @@ PrepareReport MakeReport()
     report.output = "out.glb";
     report.before = report.after = FiguresOf(scene);
     report.steps = {{"Weld", 1.5, {{"said", 2, 9}}, {{"vertices removed", 7}}}};
-    report.notes = {"a note"};
+    report.notes.Add("a note");
     return report;
 }
 

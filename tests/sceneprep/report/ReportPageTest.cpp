@@ -72,7 +72,7 @@ TEST(ReportPage, NamesCannotEndTheirElement)
 {
     const std::string name = "</script><script>alert(1)</script><!--";
     PrepareReport report;
-    report.notes = {name};
+    report.notes.Add(name);
     Picture picture = SmallPicture();
     picture.nodeNames = {name};
     const std::string page = PageOf(report, picture, picture);

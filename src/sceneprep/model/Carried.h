@@ -45,8 +45,12 @@ struct CarriedMaterial
     /// For materials that came from another format: what the container's material cannot express, as a merge patch for
     /// the object that is written for it.
     Json patch = Json::object();
-    int material = -1;                ///< index into Carried::materials; -1 for the default material of the format
+    /// Index into Carried::materials; -1 for the default material of the format; kNotCarried for a material of the
+    /// container that did not come from a glTF file.
+    int material = kNotCarried;
     Json primitive = Json::object();  ///< extras and extensions of the primitives, as variants
+
+    static constexpr int kNotCarried = -2;
 };
 
 /// A primitive that is written as it came: morph targets, points, lines. Strips and loops keep their mode.
@@ -116,11 +120,12 @@ struct CarriedClip
 
 struct Carried
 {
-    Json asset = Json::object();       ///< copyright, extras: what describes the content
-    Json scene = Json::object();       ///< name, extras and extensions of the scene that was read
-    Json extensions = Json::object();  ///< of the document, without the lists below
-    Json extras = {};                  ///< of the document
-    bool hasMadeRoot = false;          ///< the root node was added because the file's scene has none or several
+    Json asset = Json::object();             ///< copyright, extras: what describes the content
+    Json scene = Json::object();             ///< name, extras and extensions of the scene that was read
+    Json extensions = Json::object();        ///< of the document, without the lists below
+    Json extras = {};                        ///< of the document
+    std::vector<std::string> required = {};  ///< extensionsRequired; those that are still used stay required
+    bool hasMadeRoot = false;                ///< the root node was added because the file's scene has none or several
 
     std::vector<Json> materials, textures, samplers, cameras, lights, meshes;
     std::vector<CarriedImage> images;

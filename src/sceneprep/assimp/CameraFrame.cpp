@@ -23,7 +23,7 @@ D3DXVECTOR3 Unit(const D3DXVECTOR3& v)
     return *D3DXVec3Normalize(&unit, &v);
 }
 
-/// The axis that leans least towards the direction.
+/// Returns an axis that is not nearly parallel to the direction.
 D3DXVECTOR3 SomethingAcross(const D3DXVECTOR3& direction)
 {
     return std::fabs(direction.y) < 0.9F ? D3DXVECTOR3(0, 1, 0) : D3DXVECTOR3(1, 0, 0);

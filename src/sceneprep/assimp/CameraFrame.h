@@ -5,8 +5,8 @@
 namespace Sceneprep
 {
 
-/// How cameras and lights stand in their node, by three vectors. As an offset matrix: an unmoved camera stands at the
-/// origin, looks along +z and has +y upwards.
+/// Position and orientation of a camera or light in its node, as three vectors. The identity as offset matrix means: at
+/// the origin, looking along +z, with +y up.
 struct CameraFrame
 {
     D3DXVECTOR3 position;
@@ -14,15 +14,15 @@ struct CameraFrame
     D3DXVECTOR3 up;
 };
 
-/// @return the matrix that carries the unmoved camera into the frame; a rotation and a translation. Where forward and
-///         up span no plane, some other upward direction is taken; without a forward direction there is no rotation.
+/// Computes the offset matrix of a frame: a rotation and a translation. If forward and up are parallel, another up
+/// direction is used; if forward is the zero vector, the matrix has no rotation.
 D3DXMATRIX OffsetFromFrame(const CameraFrame& frame);
 
-/// @return position, unit forward and unit up direction of a camera that the matrix has carried.
+/// Returns position, unit forward and unit up direction of a camera with this offset matrix.
 CameraFrame FrameFromOffset(const D3DXMATRIX& offset);
 
-/// The field of view across the other side of a picture, in radians, by the tangents of the half angles.
-/// @param ratio  length of the asked side divided by the given one
+/// Converts the field of view along one side of the image into that along the other side, in radians.
+/// @param ratio  length of the other side divided by the length of the given side
 float OtherFieldOfView(float radians, float ratio);
 
 }  // namespace Sceneprep

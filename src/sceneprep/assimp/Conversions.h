@@ -1,8 +1,8 @@
 #pragma once
 
 /// @file
-/// Between the model library's value types and the platform's. The model library works with column vectors, so
-/// matrices are transposed on the way.
+/// Conversions between the value types of Assimp and those of the container. Assimp uses column vectors, so matrices
+/// are transposed.
 
 #include <assimp/color4.h>
 #include <assimp/matrix4x4.h>
@@ -29,8 +29,7 @@ inline D3DXVECTOR3 ToVector(const aiVector3D& v) { return {v.x, v.y, v.z}; }
 
 inline aiVector3D FromVector(const D3DXVECTOR3& v) { return {v.x, v.y, v.z}; }
 
-/// The rotation that takes column vectors to column vectors is, as a quaternion, the same for row vectors: only the
-/// way in which the platform's matrix is laid out differs.
+/// A quaternion stands for the same rotation with row vectors as with column vectors, so it is copied as it is.
 inline D3DXQUATERNION ToQuaternion(const aiQuaternion& q) { return {q.x, q.y, q.z, q.w}; }
 
 inline aiQuaternion FromQuaternion(const D3DXQUATERNION& q) { return {q.w, q.x, q.y, q.z}; }

@@ -18,14 +18,14 @@ namespace Sceneprep
 namespace
 {
 
-/// Which of several formats of one ending is meant.
+/// Selects one of several formats that share a file extension.
 constexpr std::array<std::string_view, 5> kPreferredIds = {"fbxa", "gltf2", "glb2", "plyb", "stlb"};
 
 constexpr std::string_view kUnusableExtension = "pbrt";
 
 using enum Content;
 
-/// What files lack as the model library writes them, by ending.
+/// Content that is missing from files written by Assimp, by file extension.
 const std::map<std::string_view, std::vector<Content>> kLacks = {
     {"3ds", {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs}},
     {"3mf", {Cameras, Lights, Movements, Skins, Textures, UVs}},
@@ -42,8 +42,8 @@ const std::map<std::string_view, std::vector<Content>> kLacks = {
     {"x3d", {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs}},
 };
 
-/// Letters that end a name too early, or the line in OBJ, by ending.
-const std::map<std::string_view, const char*> kUnwritableLetters = {
+/// Characters that end a name too early (in OBJ: that continue the line), by file extension.
+const std::map<std::string_view, const char*> kUnwritableCharacters = {
     {"3mf", "\""}, {"fbx", "\""}, {"json", "'"}, {"obj", "\\"}, {"x3d", "'"},
 };
 
@@ -101,8 +101,8 @@ bool WriteFormat::IsGltf() const { return IsOneOf(extension, {"gltf", "glb"}); }
 
 std::string WriteFormat::UnwritableLetters() const
 {
-    const auto found = kUnwritableLetters.find(extension);
-    return found == kUnwritableLetters.end() ? "" : found->second;
+    const auto found = kUnwritableCharacters.find(extension);
+    return found == kUnwritableCharacters.end() ? "" : found->second;
 }
 
 bool WriteFormat::HoldsPictures() const { return IsOneOf(extension, {"assbin", "assxml", "fbx", "glb", "json"}); }

@@ -9,60 +9,60 @@
 namespace Sceneprep
 {
 
-/// What a scene may hold beside triangles and their places.
+/// Kinds of scene content other than triangles and node transforms.
 enum class Content
 {
     Cameras,
     Lights,
-    Movements,
+    Movements,  ///< animations
     Skins,
     Materials,
     Textures,
-    TexturePlacements,  ///< map matrices
+    TexturePlacements,  ///< texture transforms (map matrices)
     UVs,
-    FurtherUVs  ///< sets beyond the first
+    FurtherUVs  ///< UV sets after the first
 };
 
-/// A format that models can be written in.
+/// A file format that models can be written in.
 struct WriteFormat
 {
-    std::string id;           ///< the exporter's name for it
+    std::string id;           ///< Assimp's id of the exporter
     std::string extension;    ///< lower case, without the dot
-    std::string description;  ///< for people
+    std::string description;  ///< shown by `sceneprep formats`
 
-    /// True where world matrices are worked into the meshes: the format has no hierarchy, or the model library writes
-    /// or reads it wrongly.
+    /// True if world matrices are baked into the meshes: the format has no hierarchy, or Assimp writes or reads the
+    /// hierarchy wrongly.
     bool IsFlat() const;
-    /// False where the exporter drops it. What goes with something that is dropped counts as held: texture placements
-    /// where there are no textures.
+    /// False if the exporter drops the content. Content that depends on dropped content counts as held: texture
+    /// transforms in a format without textures.
     bool Holds(Content content) const;
-    /// True where the model library writes what stands below the root, and not the root itself.
+    /// True if Assimp writes the children of the root node and drops the root itself.
     bool LosesRoot() const;
-    /// False where nodes are placed by scale, rotation and translation, so that they cannot shear.
+    /// False if nodes have scale, rotation and translation instead of a matrix, so that shear is lost.
     bool HoldsShear() const;
-    /// True where z points up in every file.
+    /// True if z points up in every file of the format.
     bool IsZUp() const;
-    /// How many vertices, and how many triangles, a mesh of this format may have.
+    /// Returns how many vertices, and how many triangles, a mesh of this format may have.
     std::size_t LargestMesh() const;
     bool IsGltf() const;
-    /// Letters that break a file when a name holds them, for its exporter writes names as they are.
+    /// Returns the characters that must not be in names, because the exporter does not escape them and the file breaks.
     std::string UnwritableLetters() const;
     bool IsObj() const;
     bool Is3mf() const;
-    /// True where pictures lie in the model file itself.
+    /// True if images are embedded in the model file.
     bool HoldsPictures() const;
 };
 
-/// @return the format that the ending of the file's name stands for, in either case of letters; none when there is no
-///         such format. Where several formats share an ending, .gltf and .glb mean glTF 2.0, .ply and .stl the binary
-///         form, .fbx the textual one, since the model library cannot read what it writes in the other.
+/// Finds the format by the file's extension, ignoring case; none if the extension is unknown. Where several formats
+/// share an extension, .gltf and .glb mean glTF 2.0, .ply and .stl the binary form, .fbx the text form, because Assimp
+/// cannot read the binary form that it writes.
 std::optional<WriteFormat> FindWriteFormat(const std::filesystem::path& file);
 
-/// @return one format for each ending that can be written, sorted by ending. Not among them is .pbrt: the model library
-///         writes it into the working folder, if at all.
+/// Returns one format for each extension that can be written, sorted by extension. Deliberate: .pbrt is missing,
+/// because Assimp writes it into the working directory or not at all.
 std::vector<WriteFormat> ListWriteFormats();
 
-/// @return the endings that can be read, without the dot, sorted.
+/// Returns the file extensions that can be read, without the dot, sorted.
 std::vector<std::string> ListReadExtensions();
 
 }  // namespace Sceneprep

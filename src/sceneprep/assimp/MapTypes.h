@@ -9,15 +9,15 @@
 namespace Sceneprep
 {
 
-/// One word of the vocabulary of map types.
+/// A map type, and the texture type of Assimp that it corresponds to.
 struct MapType
 {
     const char* name;       ///< Map::GetType()
-    aiTextureType texture;  ///< what the model library calls it
+    aiTextureType texture;  ///< Assimp's texture type
 };
 
-/// The vocabulary in which importing names the kinds of layers: lower case, words parted by a hyphen. "diffuse" stands
-/// also for the base colour of physically based materials.
+/// The map types that the importers use: lower case, words separated by hyphens. "diffuse" is also used for the base
+/// colour of physically based materials.
 inline constexpr std::array<MapType, 20> kMapTypes = {{{"diffuse", aiTextureType_DIFFUSE},
                                                        {"base-color", aiTextureType_BASE_COLOR},
                                                        {"specular", aiTextureType_SPECULAR},
@@ -39,7 +39,7 @@ inline constexpr std::array<MapType, 20> kMapTypes = {{{"diffuse", aiTextureType
                                                        {"clearcoat", aiTextureType_CLEARCOAT},
                                                        {"transmission", aiTextureType_TRANSMISSION}}};
 
-/// @return the model library's kind of texture; none for a word outside the vocabulary.
+/// Returns Assimp's texture type; none if the map type is not in kMapTypes.
 std::optional<aiTextureType> FindTextureType(const std::string& mapType);
 
 }  // namespace Sceneprep

@@ -6,13 +6,13 @@
 namespace Sceneprep
 {
 
-/// Hands on how far the model library has come.
+/// Forwards Assimp's progress to a Progress.
 class ModelProgress : public Assimp::ProgressHandler
 {
 public:
     explicit ModelProgress(Progress& progress) : progress_(progress) {}
 
-    /// A negative part is "no idea".
+    /// Assimp reports a negative value when it does not know its progress.
     bool Update(float part) override
     {
         if (part >= 0)

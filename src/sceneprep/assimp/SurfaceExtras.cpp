@@ -27,7 +27,7 @@ std::optional<int> ToInt(double value)
     return fits && std::trunc(value) == value ? std::optional(static_cast<int>(value)) : std::nullopt;
 }
 
-/// Readers keep a number in whichever type it fits.
+/// Importers store a number in different types, depending on its value.
 std::optional<int> NumberIn(const aiMetadataEntry& entry)
 {
     switch (entry.mType)

@@ -6,12 +6,13 @@
 namespace Sceneprep
 {
 
-/// What a surface carries beyond mesh and material travels as extras of the node that shows it, in formats that have
-/// such: the offset, a number, where it is not 0; the name where it is not the mesh's name already.
+/// Collision offset and name of a surface are stored as extras of the node that shows the surface, in formats that have
+/// extras. The offset, a number, is stored if it is not 0, the name if it differs from the mesh's name.
 inline constexpr const char* kCollisionOffsetExtra = "collisionOffset";
 inline constexpr const char* kSurfaceNameExtra = "surfaceName";
 
-/// Takes the surface's values from the node's extras; what is not there, or is no such value, stays.
+/// Sets the surface's collision offset and name from the node's extras. Extras that are missing or of another type are
+/// ignored.
 void ApplyExtras(const aiNode& node, Importing::Surface& surface);
 
 }  // namespace Sceneprep

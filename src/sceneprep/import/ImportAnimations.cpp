@@ -16,7 +16,7 @@ namespace Sceneprep
 namespace
 {
 
-/// For files that do not say how long a tick is.
+/// Used for files that do not state the length of a tick.
 constexpr double kUsualTicksPerSecond = 25;
 
 aiVector3D Between(const aiVector3D& a, const aiVector3D& b, float part) { return a + (b - a) * part; }
@@ -28,7 +28,7 @@ aiQuaternion Between(const aiQuaternion& a, const aiQuaternion& b, float part)
     return result.Normalize();
 }
 
-/// The value of one channel at a time; before its first and behind its last key it stands still.
+/// Returns the value of one channel at a time: the first key's value before it, the last key's value after it.
 template <typename SourceKey, typename Value>
 Value ValueAt(const SourceKey* keys, unsigned count, double time, const Value& withoutKeys)
 {
@@ -67,7 +67,7 @@ bool BeginsEarly(const aiNodeAnim& channel)
            BeginEarly(channel.mScalingKeys, channel.mNumScalingKeys);
 }
 
-/// Time begins at 0: what lies before comes down to where the movement has got to then.
+/// Collects the key times of a channel, in ascending order. Keys before time 0 are replaced by one key at time 0.
 std::vector<double> MergedTimes(const aiNodeAnim& channel)
 {
     std::vector<double> times;
@@ -106,23 +106,23 @@ std::vector<Importing::Key> ConvertChannel(const aiNodeAnim& channel, double tic
     return keys;
 }
 
-struct LeftOut
+struct Dropped
 {
-    std::size_t movements = 0;
+    std::size_t channels = 0;
     std::size_t starts = 0;
     std::size_t morphs = 0;
 };
 
-std::vector<std::string> NotesOn(const LeftOut& leftOut)
+std::vector<std::string> NotesOn(const Dropped& dropped)
 {
     std::vector<std::string> notes;
-    if (leftOut.movements > 0)
+    if (dropped.channels > 0)
         notes.push_back(
-            fmt::format("a node keeps one animation: further movements are left out ({})", leftOut.movements));
-    if (leftOut.starts > 0)
-        notes.push_back(fmt::format("what animations hold before time 0 is left out (nodes: {})", leftOut.starts));
-    if (leftOut.morphs > 0)
-        notes.push_back(fmt::format("movements of morph targets are left out ({})", leftOut.morphs));
+            fmt::format("channels of nodes that an earlier animation moves are dropped ({})", dropped.channels));
+    if (dropped.starts > 0)
+        notes.push_back(fmt::format("animation keys before time 0 are dropped (nodes: {})", dropped.starts));
+    if (dropped.morphs > 0)
+        notes.push_back(fmt::format("animation channels of morph targets are dropped ({})", dropped.morphs));
     return notes;
 }
 
@@ -131,12 +131,12 @@ std::vector<std::string> NotesOn(const LeftOut& leftOut)
 std::vector<std::string> ImportAnimations(const aiScene& source, const NodeNames& nodes,
                                           Importing::SceneContainer& scene)
 {
-    LeftOut leftOut;
+    Dropped dropped;
     for (unsigned a = 0; a < source.mNumAnimations; ++a)
     {
         const aiAnimation& animation = *source.mAnimations[a];
         const double ticksPerSecond = animation.mTicksPerSecond > 0 ? animation.mTicksPerSecond : kUsualTicksPerSecond;
-        leftOut.morphs += animation.mNumMeshChannels + animation.mNumMorphMeshChannels;
+        dropped.morphs += animation.mNumMeshChannels + animation.mNumMorphMeshChannels;
         for (unsigned c = 0; c < animation.mNumChannels; ++c)
         {
             const aiNodeAnim& channel = *animation.mChannels[c];
@@ -146,16 +146,16 @@ std::vector<std::string> ImportAnimations(const aiScene& source, const NodeNames
             Importing::Node& node = Importing::At(scene.NodeLibrary, found->second);
             if (node.GetAnimationID() >= 0)
             {
-                ++leftOut.movements;
+                ++dropped.channels;
                 continue;
             }
             std::vector<Importing::Key> keys = ConvertChannel(channel, ticksPerSecond);
-            leftOut.starts += BeginsEarly(channel) ? 1 : 0;
+            dropped.starts += BeginsEarly(channel) ? 1 : 0;
             if (!keys.empty())
                 node.SetAnimationID(scene.AddAnimationToLibrary(std::move(keys), true));
         }
     }
-    return NotesOn(leftOut);
+    return NotesOn(dropped);
 }
 
 }  // namespace Sceneprep

@@ -10,10 +10,10 @@
 namespace Sceneprep
 {
 
-/// Brings the animations of nodes into the scene: keys at every time at which position, rotation or scale has one, the
-/// other two interpolated. A node that several animations move keeps the first one. Time begins at 0: of what lies
-/// before, the place at 0 is kept. Morph targets do not move.
-/// @return what is left out, one line each.
+/// Adds the animations of nodes to the scene. A node gets a key at every time at which its position, rotation or scale
+/// has one; the other two are interpolated. If several animations move a node, the first one is kept. Keys before time
+/// 0 are replaced by one key at time 0. Channels of morph targets are dropped.
+/// @return one note for each kind of dropped content
 std::vector<std::string> ImportAnimations(const aiScene& source, const NodeNames& nodes,
                                           Importing::SceneContainer& scene);
 

@@ -23,7 +23,7 @@ namespace
 using Importing::At;
 using Importing::SceneContainer;
 
-/// Beside the distances that were multiplied, this much comes from rounding.
+/// Tolerance for rounding errors, relative to the distances that went into a matrix.
 constexpr float kRounding = 1e-4F;
 
 D3DXMATRIX Identity()
@@ -78,7 +78,8 @@ public:
     }
 
 private:
-    /// The nearest joint at or above a node, -1 for none, and the node's placement in its frame or in the mesh's.
+    /// The nearest joint at or above a node (-1 for none), and the node's transform relative to that joint or, without
+    /// a joint, relative to the mesh.
     struct Link
     {
         int joint;
@@ -117,7 +118,8 @@ private:
         }
     }
 
-    /// Keys count from the frame of the node's parent, so that becomes a joint where no other stands there.
+    /// Keys are relative to the parent of the node, so the parent becomes a joint unless a joint with the same
+    /// transform exists.
     void AddFrames()
     {
         for (const int node : nodes_)
@@ -130,7 +132,7 @@ private:
         }
     }
 
-    /// @return the joint that is the frame, -1 for the mesh.
+    /// Returns the joint with the node's transform, -1 for the mesh.
     int FindOrAddFrame(int node)
     {
         const auto inMesh = seenByMesh_.find(node);
@@ -143,7 +145,8 @@ private:
         return static_cast<int>(nodes_.size() + frames_.size()) - 1;
     }
 
-    /// Finds a bone at a place: a file that was made of joints holds the frames that they needed as bones.
+    /// Finds a bone with this transform that is not animated. Files written from joints have their extra frames as
+    /// bones.
     int FindStillBone(const Link& place)
     {
         for (std::size_t j = 0; j < bones_.size(); ++j)
@@ -158,7 +161,7 @@ private:
         return -1;
     }
 
-    /// What stands at or above the mesh, up to where its ancestors are joints, is placed as the mesh sees it.
+    /// Computes the transforms of the mesh's node and its ancestors relative to the mesh, up to the first joint.
     void PlaceMesh()
     {
         D3DXMATRIX mesh = Identity();
@@ -182,15 +185,15 @@ private:
 
     Link LinkOf(int node)
     {
-        std::vector<int> way;
+        std::vector<int> ancestors;
         for (; links_.count(node) == 0 && !IsJoint(node); node = At(parents_, node))
-            way.push_back(node);
+            ancestors.push_back(node);
         Link link = IsJoint(node) ? Link{jointOf_.at(node), Identity()} : links_.at(node);
-        for (auto walked = way.rbegin(); walked != way.rend(); ++walked)
+        for (auto ancestor = ancestors.rbegin(); ancestor != ancestors.rend(); ++ancestor)
         {
-            link.frame = Product(LocalOf(*walked), link.frame);
+            link.frame = Product(LocalOf(*ancestor), link.frame);
             distance_ = std::max(distance_, LargestCoordinate(link.frame));
-            links_.emplace(*walked, link);
+            links_.emplace(*ancestor, link);
         }
         return link;
     }
@@ -222,7 +225,7 @@ private:
         return joint;
     }
 
-    /// A frame that moves is above the mesh and moves that, too.
+    /// A frame has no animation: an animated frame is an ancestor of the mesh and moves the mesh as well.
     Importing::Joint MakeFrame(int node)
     {
         const Link link = LinkOf(node);
@@ -238,9 +241,9 @@ private:
     NodePath path_;                             // of the mesh's node
     std::vector<int> nodes_;                    // by joint: its node
     std::unordered_map<int, int> jointOf_;      // by node
-    std::vector<int> frames_;                   // nodes of the joints behind those
+    std::vector<int> frames_;                   // nodes of the joints after those
     std::unordered_map<int, int> frameOf_;      // joint by node
-    std::unordered_map<int, Link> seenByMesh_;  // by node at or above the mesh's, without regard to joints
+    std::unordered_map<int, Link> seenByMesh_;  // by node at or above the mesh's node, ignoring joints
     std::unordered_map<int, Link> links_;       // by node, -1 for the world
     float distance_ = 0;
     bool isPlaced_ = true;

@@ -8,31 +8,32 @@
 namespace Sceneprep
 {
 
-/// A bone of a mesh in a file, and the node that it is.
+/// A bone of a mesh in a file, and its node in the scene.
 struct Bone
 {
     std::string name;
     D3DXMATRIX bindPoseInverse;
-    int node = -1;  ///< -1 when the hierarchy holds none
+    int node = -1;  ///< -1 if the hierarchy has no such node
 };
 
-/// The joints of a mesh as one of its nodes sees them.
+/// The joints of a mesh, relative to one of the nodes that show it.
 struct MeshJoints
 {
     std::vector<Importing::Joint> joints;
-    bool isPlaced = true;  ///< false when the mesh's node flattens, so that nothing can be placed in its frame
+    bool isPlaced =
+        true;  ///< false if the world matrix of the mesh's node is singular, so that joints cannot be placed
 };
 
 /// Makes joints of bones, in the order of the bones.
 ///
-/// A joint's parent is the nearest bone among the ancestors of its node, its local matrix the placement in the
-/// parent's frame or, for a root, in that of the node that shows the mesh; its animation is the node's. A bone without
-/// a node stands where it stood when the mesh was bound.
+/// The parent of a joint is the nearest bone among the ancestors of its node. Its local matrix is relative to the
+/// parent or, for a root joint, to the node that shows the mesh; its animation is that of the node. A bone without a
+/// node gets the transform of its bind pose.
 ///
-/// Keys place a node in its parent's frame, and a node between two bones may move. So that joints move as their nodes
-/// do, further joints without weights follow the bones where they are needed: animated nodes between bones, or above
-/// the uppermost ones and not above the mesh; then the parents of animated nodes that stand elsewhere than the next
-/// joint, or the mesh, each for those animated nodes alone.
+/// Keys are relative to the parent of the node, and nodes between two bones may be animated. For the joints to move as
+/// their nodes do, joints without weights are added after the bones where needed: first animated nodes between bones,
+/// or above the topmost bones but not above the mesh; then parents of animated nodes whose transform differs from that
+/// of the next joint or of the mesh. Such a parent is used by those animated nodes only.
 ///
 /// @param parents  [nodes] index of the parent, -1 for the root
 MeshJoints MakeJoints(Importing::SceneContainer& scene, const std::vector<int>& parents, const std::vector<Bone>& bones,

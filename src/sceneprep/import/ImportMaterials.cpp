@@ -69,7 +69,7 @@ bool IsRepeated(const aiMaterial& source, aiTextureType type, unsigned layer)
     return u == aiTextureMapMode_Wrap && v == aiTextureMapMode_Wrap;
 }
 
-/// Physically based formats name one texture twice, as base colour and as diffuse colour.
+/// Assimp lists the base colour texture of physically based materials twice: as base colour and as diffuse colour.
 bool RepeatsDiffuse(std::vector<Map>& maps, Map& map)
 {
     return map.GetType() == "base-color" && std::any_of(maps.begin(), maps.end(), [&map](Map& other) {
@@ -115,7 +115,7 @@ std::vector<Map> MaterialImporter::ImportMaps(const aiMaterial& source)
             ai_real amount = 1;
             if (source.GetTexture(type.texture, i, &file, nullptr, &uvSet, &amount) != aiReturn_SUCCESS)
                 continue;
-            // Plain paths from here on; glTF alone encodes them.
+            // Only glTF percent-encodes paths; the container holds plain paths.
             const std::string path = IsFromGltf(source_) ? DecodeUri(file.C_Str()) : file.C_Str();
             Map map;
             map.SetTextureID(scene_.AddTextureToLibrary(path, true));
@@ -141,17 +141,16 @@ void MaterialImporter::ApplyTransform(const aiMaterial& source, aiTextureType ty
     if (IsFromGltf(source_))
         map.SetMatrix(GltfTextureMatrix(*transform));
     else
-        ++transformsLeftOut_;
+        ++droppedTransforms_;
 }
 
 std::vector<std::string> MaterialImporter::Notes() const
 {
     std::vector<std::string> notes;
-    if (transformsLeftOut_ > 0)
-        notes.push_back(fmt::format("texture transforms are left out (layers: {})", transformsLeftOut_));
+    if (droppedTransforms_ > 0)
+        notes.push_back(fmt::format("texture transforms are dropped (layers: {})", droppedTransforms_));
     if (notRepeated_ > 0)
-        notes.push_back(
-            fmt::format("textures that end or are mirrored at their edges are repeated (layers: {})", notRepeated_));
+        notes.push_back(fmt::format("wrap modes of textures become repeat (layers: {})", notRepeated_));
     for (std::string& note : losses_.Notes())
         notes.push_back(std::move(note));
     return notes;
@@ -162,17 +161,17 @@ std::vector<EmbeddedTexture> ImportEmbeddedTextures(const aiScene& source)
     std::vector<EmbeddedTexture> textures;
     for (unsigned i = 0; i < source.mNumTextures; ++i)
     {
-        const aiTexture& picture = *source.mTextures[i];
-        const auto* first = reinterpret_cast<const unsigned char*>(picture.pcData);
-        EmbeddedTexture texture{.fileName = picture.mFilename.C_Str(), .formatHint = picture.achFormatHint};
-        if (picture.mHeight == 0)
+        const aiTexture& image = *source.mTextures[i];
+        const auto* first = reinterpret_cast<const unsigned char*>(image.pcData);
+        EmbeddedTexture texture{.fileName = image.mFilename.C_Str(), .formatHint = image.achFormatHint};
+        if (image.mHeight == 0)
         {
-            texture.content.assign(first, first + picture.mWidth);
+            texture.content.assign(first, first + image.mWidth);
         }
         else
         {
             texture.formatHint = "png";
-            texture.content = EncodePng(first, picture.mWidth, picture.mHeight);
+            texture.content = EncodePng(first, image.mWidth, image.mHeight);
         }
         textures.push_back(std::move(texture));
     }

@@ -13,19 +13,19 @@
 namespace Sceneprep
 {
 
-/// Brings materials and texture layers into a scene as meshes ask for them; what no mesh uses stays out.
+/// Adds materials and texture layers to a scene when a mesh uses them; unused materials are skipped.
 ///
-/// Materials and textures of equal content are joined. A material's opacity carries its whole transparency; the alpha
+/// Materials with equal content become one, as do textures. The transparency of a material is in its opacity; the alpha
 /// of its diffuse colour is 1.
 class MaterialImporter
 {
 public:
     MaterialImporter(const aiScene& source, Importing::SceneContainer& scene, Textures& textures);
 
-    /// Gives the surface the material and the layers of a material of the file.
+    /// Sets material and maps of the surface to those of a material of the file. Does nothing if the index is invalid.
     void Apply(unsigned sourceMaterial, Importing::Surface& surface);
 
-    /// @return what the scene cannot hold of the materials so far, one line each.
+    /// Returns one note for each kind of content that was dropped from the materials so far.
     std::vector<std::string> Notes() const;
 
 private:
@@ -37,19 +37,19 @@ private:
 
     Imported Import(const aiMaterial& material);
     std::vector<Importing::Map> ImportMaps(const aiMaterial& material);
-    /// Carries the layer's coordinates as the file does, or counts that this is left out.
+    /// Sets the texture transform of the map, or counts it as dropped.
     void ApplyTransform(const aiMaterial& material, aiTextureType type, unsigned layer, Importing::Map& map);
 
     const aiScene& source_;
     Importing::SceneContainer& scene_;
     Textures& textures_;
     std::map<unsigned, Imported> imported_;
-    std::size_t transformsLeftOut_ = 0;
+    std::size_t droppedTransforms_ = 0;
     std::size_t notRepeated_ = 0;
     MaterialLosses losses_;
 };
 
-/// Keeps the pictures that lie in the file.
+/// Returns the images that are embedded in the file. Raw pixels are encoded as PNG.
 std::vector<EmbeddedTexture> ImportEmbeddedTextures(const aiScene& source);
 
 }  // namespace Sceneprep

@@ -51,19 +51,19 @@ void FillTriangles(const aiMesh& mesh, Geometry& geometry)
     }
 }
 
-/// @return how many weights are left out.
+/// Returns how many weights are dropped.
 std::size_t FillGeometry(const aiMesh& mesh, Geometry& geometry)
 {
     geometry.SetName(mesh.mName.C_Str());
     FillVertices(mesh, geometry);
-    const std::size_t leftOut = ImportWeights(mesh, geometry);
+    const std::size_t dropped = ImportWeights(mesh, geometry);
     FillTriangles(mesh, geometry);
     if (!mesh.HasNormals())
-        geometry.ComputeNormals();  // splits vertices, which takes weights along
-    return leftOut;
+        geometry.ComputeNormals();  // copies weights to the vertices that it splits
+    return dropped;
 }
 
-/// Carries one file's nodes and meshes over into a scene.
+/// Converts the nodes and meshes of one file into a scene.
 class SceneImporter
 {
 public:
@@ -95,13 +95,13 @@ public:
 
     std::vector<std::string> NotesOnMaterials() const { return materials_.Notes(); }
 
-    /// To be called when nodes have their animations.
+    /// Must be called after the animations of nodes were imported.
     std::vector<std::string> ImportSkinsOfMeshes()
     {
         std::vector<std::string> notes = ImportSkins(skinned_, scene_);
-        if (weightsLeftOut_ > 0)
-            notes.push_back(
-                fmt::format("weights that are no numbers or name no vertex are left out ({})", weightsLeftOut_));
+        if (droppedWeights_ > 0)
+            notes.push_back(fmt::format(
+                "skin weights that are not finite or refer to a missing vertex are dropped ({})", droppedWeights_));
         return notes;
     }
 
@@ -146,7 +146,7 @@ private:
         if (first < 0)
         {
             first = scene_.CreateNewGeometryInLibrary();
-            weightsLeftOut_ += FillGeometry(*source_.mMeshes[mesh], At(scene_.GeometryLibrary, first));
+            droppedWeights_ += FillGeometry(*source_.mMeshes[mesh], At(scene_.GeometryLibrary, first));
             file_.Release(mesh);
             counter_.Add(1);
         }
@@ -157,9 +157,9 @@ private:
     const aiScene& source_;
     SceneContainer& scene_;
     MaterialImporter materials_;
-    std::vector<int> geometryOf_;  // by mesh of the file: the geometry made of it, or -1
+    std::vector<int> geometryOf_;  // by mesh of the file: its geometry, or -1
     std::vector<SkinnedSurface> skinned_;
-    std::size_t weightsLeftOut_ = 0;
+    std::size_t droppedWeights_ = 0;
     PartCounter counter_;
 };
 
@@ -179,11 +179,11 @@ std::vector<std::string> NotesOnMeshes(const aiScene& source)
 
     std::vector<std::string> notes;
     if (pointsAndLines > 0)
-        notes.push_back(fmt::format("only triangles are kept: points and lines are left out ({})", pointsAndLines));
+        notes.push_back(fmt::format("points and lines are dropped ({})", pointsAndLines));
     if (colored > 0)
-        notes.push_back(fmt::format("vertex colours are left out (meshes with colours: {})", colored));
+        notes.push_back(fmt::format("vertex colours are dropped (meshes: {})", colored));
     if (morphed > 0)
-        notes.push_back(fmt::format("morph targets are left out (meshes with targets: {})", morphed));
+        notes.push_back(fmt::format("morph targets are dropped (meshes: {})", morphed));
     return notes;
 }
 

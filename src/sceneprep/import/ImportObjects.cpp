@@ -30,7 +30,7 @@ Importing::Transform OffsetOf(const aiVector3D& position, const aiVector3D& forw
     return Importing::Transform(OffsetFromFrame({ToVector(position), ToVector(forward), ToVector(up)}));
 }
 
-/// In radians.
+/// Horizontal and vertical field of view, in radians.
 struct FieldsOfView
 {
     float x;
@@ -43,7 +43,7 @@ FieldsOfView FieldsOf(const aiCamera& source)
     return {x, source.mAspect > 0 ? OtherFieldOfView(x, 1 / source.mAspect) : x};
 }
 
-/// The model library hands the vertical field of view, times the aspect, on as the horizontal one.
+/// For glTF, Assimp returns the vertical field of view times the aspect ratio as the horizontal field of view.
 FieldsOfView GltfFieldsOf(const aiCamera& source)
 {
     const float aspect = source.mAspect > 0 ? source.mAspect : 1;
@@ -51,14 +51,14 @@ FieldsOfView GltfFieldsOf(const aiCamera& source)
     return {OtherFieldOfView(y, aspect), y};
 }
 
-/// Some readers give the width of what is seen, others no field of view.
+/// Some importers of Assimp set an orthographic width, others a field of view of 0.
 bool IsOrthographic(const aiCamera& source) { return source.mOrthographicWidth > 0 || source.mHorizontalFOV == 0; }
 
 Camera ConvertCamera(const aiCamera& source, bool isFromGltf)
 {
     Camera camera;
     camera.SetName(source.mName.C_Str());
-    // In glTF a camera stands where its node stands; the model library gives that place once more.
+    // A glTF camera has no transform of its own; Assimp sets its position to that of the node, which would count twice.
     const aiVector3D position = isFromGltf ? aiVector3D() : source.mPosition;
     camera.SetOffsetMatrix(OffsetOf(position, source.mLookAt, source.mUp));
     const FieldsOfView fields = isFromGltf ? GltfFieldsOf(source) : FieldsOf(source);
@@ -121,7 +121,7 @@ std::vector<std::string> ImportCameras(const aiScene& source, const NodeNames& n
     }
     if (orthographic == 0)
         return {};
-    return {fmt::format("orthographic cameras are left out ({})", orthographic)};
+    return {fmt::format("orthographic cameras are dropped ({})", orthographic)};
 }
 
 void ImportLights(const aiScene& source, const NodeNames& nodes, Importing::SceneContainer& scene)

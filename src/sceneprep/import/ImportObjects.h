@@ -10,17 +10,18 @@
 namespace Sceneprep
 {
 
-/// From a node's name to its index in the node library; of several nodes with one name the first.
+/// Maps the name of a node to its index in the node library; the first one if several nodes have the name.
 using NodeNames = std::map<std::string, int>;
 
-/// Brings the cameras into the scene; the node of a camera's name lists it, or else the root. Fields of view in
-/// degrees; one follows from the other by the aspect, and is the same where the file has none. Orthographic cameras
-/// have none: they are left out.
+/// Adds the cameras to the scene. A camera is listed by the node with its name or, without such a node, by the root.
+/// Fields of view are in degrees; the vertical one is computed from the horizontal one and the aspect ratio, and equals
+/// it if the file has no aspect ratio. Orthographic cameras have no field of view and are dropped.
 ///
-/// @return what is left out, one line each.
+/// @return one note for each kind of dropped content
 std::vector<std::string> ImportCameras(const aiScene& source, const NodeNames& nodes, Importing::SceneContainer& scene);
 
-/// Brings the lights into the scene, likewise. Cone angles are kept for spot lights alone.
+/// Adds the lights to the scene. A light is listed by the node with its name or, without such a node, by the root. Cone
+/// angles are kept for spot lights only.
 void ImportLights(const aiScene& source, const NodeNames& nodes, Importing::SceneContainer& scene);
 
 }  // namespace Sceneprep

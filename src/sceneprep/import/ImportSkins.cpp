@@ -36,7 +36,7 @@ bool AreSame(const std::vector<Joint>& a, const std::vector<Joint>& b)
                       [](const Joint& x, const Joint& y) { return x == y && x.GetParentID() == y.GetParentID(); });
 }
 
-/// Brings the skins of one file into a scene.
+/// Converts the skins of one file into joints of a scene.
 class SkinImporter
 {
 public:
@@ -63,12 +63,12 @@ public:
             if (number > 0)
                 notes.push_back(fmt::format("{} ({})", text, number));
         };
-        count(lost_, "bones without a node stand where the mesh was bound to them");
-        count(shared_, "bones that share their name with other nodes are taken for the likeliest of them");
+        count(lost_, "bones without a node keep the transform of their bind pose");
+        count(shared_, "bones whose name several nodes have use the most likely of them");
         count(moved_,
-              "skinned meshes at nodes that move hang from nodes of their own: a skin follows its joints alone");
-        count(unstill_, "skinned meshes below their own bones move with them twice");
-        count(flattened_, "skinned meshes at nodes that flatten have their joints in the wrong place");
+              "skinned meshes at animated nodes are moved to nodes without animation, as only joints move a skin");
+        count(unstill_, "skinned meshes below their own animated bones are moved twice");
+        count(flattened_, "skinned meshes at nodes with a singular matrix have wrong joint transforms");
         return notes;
     }
 
@@ -100,7 +100,7 @@ private:
         return bones;
     }
 
-    /// Files know bones by name, and several nodes may have it.
+    /// Bones refer to nodes by name, and several nodes may have that name.
     int NodeCalled(const std::string& name, const BoneNodes& bones)
     {
         const auto found = nodesCalled_.find(name);
@@ -119,7 +119,8 @@ private:
         return best;
     }
 
-    /// Bones stand among bones, carry no surfaces, and are near to the mesh: the first of these that tells decides.
+    /// Ranks the candidates for a bone, the least first: nodes next to other bones, nodes without surfaces, nodes near
+    /// the mesh in the hierarchy; in this order.
     std::tuple<bool, bool, std::size_t> Unlikeness(int node, const BoneNodes& bones)
     {
         const Importing::Node& record = At(scene_.NodeLibrary, node);
@@ -132,10 +133,11 @@ private:
 
     bool Moves(int node) const { return At(scene_.NodeLibrary, node).GetAnimationID() >= 0; }
 
-    /// @return the node that lists the surface from now on.
+    /// Moves the surface to a node that is not animated if the skin would be moved twice.
+    /// @return the node that references the surface afterwards
     int KeepStill(const SkinnedSurface& skinned, const std::vector<Bone>& bones)
     {
-        std::size_t common = 0;  // where on the path all joints hang from
+        std::size_t common = 0;  // position on the path of the common ancestor of all joints
         for (const Bone& bone : bones)
         {
             if (bone.node >= 0)
@@ -160,16 +162,16 @@ private:
         return known->second;
     }
 
-    /// Stands where the node stands, below an ancestor of it.
+    /// Adds a node with the transform of the given node as a child of one of its ancestors.
     int AddStillNode(int node, int ancestor)
     {
         Importing::Node still;
         still.SetName(At(scene_.NodeLibrary, node).GetName() + " (skin)");
-        D3DXMATRIX place;
-        D3DXMatrixIdentity(&place);
+        D3DXMATRIX transform;
+        D3DXMatrixIdentity(&transform);
         for (; node != ancestor; node = At(parents_, node))
-            place = Product(place, At(scene_.NodeLibrary, node).GetLocalTransform().GetMatrix());
-        still.SetLocalTransform(Importing::Transform(place));
+            transform = Product(transform, At(scene_.NodeLibrary, node).GetLocalTransform().GetMatrix());
+        still.SetLocalTransform(Importing::Transform(transform));
         const int index = static_cast<int>(scene_.NodeLibrary.size());
         scene_.NodeLibrary.push_back(std::move(still));
         At(scene_.NodeLibrary, ancestor).ChildList.push_back(index);
@@ -177,7 +179,7 @@ private:
         return index;
     }
 
-    /// The first geometry of the mesh that has these joints, or a copy of one that gets them.
+    /// Uses a geometry of the mesh that has these joints, or sets the joints of a new copy.
     void SetGeometry(const SkinnedSurface& skinned, const std::vector<Joint>& joints)
     {
         Importing::Surface& surface = At(scene_.SurfaceLibrary, skinned.surface);
@@ -204,8 +206,8 @@ private:
     SceneContainer& scene_;
     std::vector<int> parents_;
     std::unordered_map<std::string, std::vector<int>> nodesCalled_;
-    std::optional<NodePath> path_;                   // of the node at hand
-    std::map<std::pair<int, int>, int> stillNodes_;  // by node that moves and ancestor
+    std::optional<NodePath> path_;                   // of the current node
+    std::map<std::pair<int, int>, int> stillNodes_;  // by animated node and ancestor
     std::unordered_map<const aiMesh*, std::vector<int>> geometriesOf_;
     std::size_t lost_ = 0;
     std::size_t shared_ = 0;
@@ -218,7 +220,7 @@ private:
 
 std::size_t ImportWeights(const aiMesh& mesh, Geometry& geometry)
 {
-    std::size_t leftOut = 0;
+    std::size_t dropped = 0;
     for (unsigned b = 0; b < mesh.mNumBones; ++b)
     {
         const aiBone& bone = *mesh.mBones[b];
@@ -226,12 +228,12 @@ std::size_t ImportWeights(const aiMesh& mesh, Geometry& geometry)
         {
             const aiVertexWeight& weight = bone.mWeights[w];
             if (weight.mVertexId >= geometry.VertexArray.size() || !std::isfinite(weight.mWeight))
-                ++leftOut;
+                ++dropped;
             else if (weight.mWeight != 0)
                 geometry.VertexArray[weight.mVertexId].AddWeight(b, weight.mWeight);
         }
     }
-    return leftOut;
+    return dropped;
 }
 
 std::vector<std::string> ImportSkins(const std::vector<SkinnedSurface>& skinned, SceneContainer& scene)

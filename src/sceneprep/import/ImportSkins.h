@@ -10,28 +10,27 @@
 namespace Sceneprep
 {
 
-/// A surface that shows a mesh with bones.
+/// A surface whose mesh has bones.
 struct SkinnedSurface
 {
     const aiMesh* mesh;
     int surface;
-    int node;  ///< that lists it
+    int node;  ///< that references the surface
 };
 
-/// Gives the vertices of a geometry the weights of a mesh, bone by bone: the index of a joint is that of the bone.
-/// Weights of 0 say nothing and are not kept; the others are neither joined nor made to add up to 1.
-/// @return how many weights are left out, because they are no finite numbers or name no vertex.
+/// Adds the weights of a mesh to the vertices of a geometry, bone by bone: the joint index is the index of the bone.
+/// Weights of 0 are skipped; the others are neither merged nor normalised.
+/// @return how many weights are dropped because they are not finite or refer to a missing vertex
 std::size_t ImportWeights(const aiMesh& mesh, Importing::Geometry& geometry);
 
-/// Makes joints of the bones of meshes. Nodes and their animations must have been brought into the scene.
+/// Makes joints of the bones of meshes. Nodes and their animations must be in the scene already.
 ///
-/// A bone is the node of its name; of several one that stands among other bones, that carries no surface, that is near
-/// to the mesh in the hierarchy. Joints are placed in the
-/// frame of the node that shows the mesh, so surfaces that see them at other places get a geometry of their own. A
-/// skin follows its joints alone: where its node moves and they do not, it is listed by a new node that stands still.
-/// The nodes of bones stay in the hierarchy.
+/// A bone is the node with its name. If several nodes have the name, nodes next to other bones, without surfaces and
+/// near the mesh in the hierarchy are preferred. Joints are relative to the node that shows the mesh, so surfaces with
+/// other joint transforms get a copy of the geometry. Only joints move a skin: if its node is animated and the joints
+/// do not move with it, a new node without animation references the surface. The nodes of bones stay in the hierarchy.
 ///
-/// @return what cannot be held as the file has it, one line each.
+/// @return one note for each kind of content that differs from the file
 std::vector<std::string> ImportSkins(const std::vector<SkinnedSurface>& skinned, Importing::SceneContainer& scene);
 
 }  // namespace Sceneprep

@@ -30,12 +30,13 @@ D3DXMATRIX GltfTextureMatrix(const aiUVTransform& transform)
     const float scaleV = transform.mScaling.y;
     const float c = std::cos(-transform.mRotation);
     const float s = std::sin(-transform.mRotation);
-    // The model library replaces the file's offset by that of a turn about the picture's middle. Undone in its own
-    // order of evaluation, so that an offset of 0 is 0 again.
+    // Assimp replaces the file's offset by that of a rotation about the centre of the image. This restores the offset
+    // in Assimp's order of evaluation, so that an offset of 0 is exactly 0 again.
     const float offsetU = transform.mTranslation.x - 0.5F * scaleU * (-c + s + 1);
     const float offsetV = 0.5F * scaleV * (s + c - 1) + 1 - scaleV - transform.mTranslation.y;
 
-    // With v downwards: u' = sU c u + sV s v + oU, v' = -sU s u + sV c v + oV. With v = 1 - v on both sides:
+    // With v pointing down: u' = sU c u + sV s v + oU, v' = -sU s u + sV c v + oV. Substituting 1 - v for v and v'
+    // gives:
     D3DXMATRIX matrix;
     D3DXMatrixIdentity(&matrix);
     matrix._11 = scaleU * c;

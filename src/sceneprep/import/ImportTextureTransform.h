@@ -8,12 +8,11 @@
 namespace Sceneprep
 {
 
-/// @return how a layer's texture coordinates are carried; none where the file does not say or says: not at all.
+/// Returns the texture transform of a layer; none if the file has none or it is the identity.
 std::optional<aiUVTransform> FindTextureTransform(const aiMaterial& source, aiTextureType type, unsigned layer);
 
-/// Of glTF alone: the transforms of other formats have no form that all readers agree on.
-/// @param transform  of a layer that comes from glTF
-/// @return the matrix of the layer: row vectors, v counted upwards.
+/// Computes the map matrix of a layer that comes from glTF: row vectors, v pointing up. Other formats are not
+/// supported, because Assimp's importers do not agree on what their transforms mean.
 D3DXMATRIX GltfTextureMatrix(const aiUVTransform& transform);
 
 }  // namespace Sceneprep

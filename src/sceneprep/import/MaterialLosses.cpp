@@ -12,7 +12,7 @@ namespace Sceneprep
 namespace
 {
 
-/// One way in which a material is more than the scene can hold.
+/// A material feature that the scene container cannot hold.
 struct Loss
 {
     bool (*isIn)(const aiMaterial&);
@@ -27,7 +27,7 @@ bool HasAlphaMode(const aiMaterial& material, std::string_view expected)
 
 bool IsCutOut(const aiMaterial& material) { return HasAlphaMode(material, "MASK"); }
 
-/// Readers keep the mark as a truth value, an integer or a float.
+/// Assimp's importers store the flag as a bool, an integer or a float.
 bool IsDoubleSided(const aiMaterial& material)
 {
     const aiMaterialProperty* mark = nullptr;
@@ -42,7 +42,7 @@ float FactorOr(const aiMaterial& material, const char* key, unsigned type, unsig
     return material.Get(key, type, index, factor) == aiReturn_SUCCESS ? factor : otherwise;
 }
 
-/// A texture of colours blends by its own alpha, where nothing else makes the material transparent.
+/// True if only the alpha of the colour texture makes the material transparent.
 bool IsTransparentByTexture(const aiMaterial& material)
 {
     const bool hasTexture =
@@ -67,12 +67,12 @@ bool HasFurtherLayers(const aiMaterial& material)
 }
 
 constexpr std::array<Loss, MaterialLosses::kKinds> kLosses = {
-    {{IsCutOut, "alpha cut-outs are left out (materials: {})"},
-     {IsDoubleSided, "double-sided materials become one-sided ({})"},
-     {IsTransparentByTexture, "transparency that textures alone have is left out (materials: {})"},
-     {IsMetallic, "metallic materials become non-metal ({})"},
+    {{IsCutOut, "alpha cut-outs are dropped (materials: {})"},
+     {IsDoubleSided, "double-sided materials become single-sided ({})"},
+     {IsTransparentByTexture, "transparency from textures is dropped (materials: {})"},
+     {IsMetallic, "metallic materials become non-metallic ({})"},
      {IsUnlit, "unlit materials become lit ({})"},
-     {HasFurtherLayers, "sheen, clear coat and transmission are left out (materials: {})"}}};
+     {HasFurtherLayers, "sheen, clear coat and transmission are dropped (materials: {})"}}};
 
 }  // namespace
 

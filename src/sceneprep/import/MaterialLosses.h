@@ -10,13 +10,13 @@
 namespace Sceneprep
 {
 
-/// Counts the materials that are more than a scene can hold.
+/// Counts materials with features that the scene container cannot hold.
 class MaterialLosses
 {
 public:
     void Count(const aiMaterial& material);
 
-    /// @return what gets lost, one line each.
+    /// Returns one note for each kind of lost feature.
     std::vector<std::string> Notes() const;
 
     static constexpr std::size_t kKinds = 6;

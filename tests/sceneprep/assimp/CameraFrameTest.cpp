@@ -16,7 +16,7 @@ void ExpectNear(const D3DXVECTOR3& actual, const D3DXVECTOR3& expected)
     EXPECT_NEAR(actual.z, expected.z, 1e-6F);
 }
 
-TEST(CameraFrame, TheUnmovedCameraLooksAlongZWithYUpwards)
+TEST(CameraFrame, TheIdentityLooksAlongZWithYUp)
 {
     const CameraFrame frame = FrameFromOffset({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1});
     EXPECT_EQ(frame.position, D3DXVECTOR3(0, 0, 0));
@@ -24,7 +24,7 @@ TEST(CameraFrame, TheUnmovedCameraLooksAlongZWithYUpwards)
     EXPECT_EQ(frame.up, D3DXVECTOR3(0, 1, 0));
 }
 
-TEST(CameraFrame, ComesBackFromItsMatrix)
+TEST(CameraFrame, OffsetMatrixRoundTrips)
 {
     const CameraFrame frame = FrameFromOffset(OffsetFromFrame({{1, 2, 3}, {0, 0, -5}, {3, 0, 0}}));
     ExpectNear(frame.position, {1, 2, 3});
@@ -32,20 +32,20 @@ TEST(CameraFrame, ComesBackFromItsMatrix)
     ExpectNear(frame.up, {1, 0, 0});
 }
 
-TEST(CameraFrame, GivesARotationWithoutMirroring)
+TEST(CameraFrame, OffsetMatrixIsNotMirrored)
 {
     const D3DXMATRIX offset = OffsetFromFrame({{0, 0, 0}, {1, 1, 0}, {0, 0, 1}});
     EXPECT_NEAR(D3DXMatrixDeterminant(&offset), 1, 1e-6F);
 }
 
-TEST(CameraFrame, FindsSomeUpwardDirectionWhereTheGivenOneRunsAlongTheView)
+TEST(CameraFrame, ReplacesAnUpDirectionThatIsParallelToForward)
 {
     const CameraFrame frame = FrameFromOffset(OffsetFromFrame({{0, 0, 0}, {0, -1, 0}, {0, 1, 0}}));
     ExpectNear(frame.forward, {0, -1, 0});
     EXPECT_NEAR(frame.up.y, 0, 1e-6F);
 }
 
-TEST(CameraFrame, DoesNotTurnWithoutADirection)
+TEST(CameraFrame, AZeroForwardDirectionGivesNoRotation)
 {
     const D3DXMATRIX offset = OffsetFromFrame({{4, 5, 6}, {0, 0, 0}, {0, 0, 0}});
     EXPECT_EQ(offset._11, 1);
@@ -54,14 +54,14 @@ TEST(CameraFrame, DoesNotTurnWithoutADirection)
     EXPECT_EQ(offset._42, 5);
 }
 
-TEST(CameraFrame, DropsScaleFromDirections)
+TEST(CameraFrame, NormalizesDirections)
 {
     const CameraFrame frame = FrameFromOffset({2, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4, 0, 0, 0, 0, 1});
     ExpectNear(frame.forward, {0, 0, 1});
     ExpectNear(frame.up, {0, 1, 0});
 }
 
-TEST(CameraFrame, FieldOfViewFollowsTheTangents)
+TEST(CameraFrame, FieldOfViewScalesByTangents)
 {
     const float right = static_cast<float>(std::numbers::pi / 2);
     EXPECT_NEAR(OtherFieldOfView(right, 1), right, 1e-6F);

@@ -22,7 +22,7 @@ TEST(Formats, GltfAndGlbMeanVersionTwo)
     EXPECT_EQ(IdOf("a.glb"), "glb2");
 }
 
-TEST(Formats, OtherEndings)
+TEST(Formats, SelectsTheFormatByExtension)
 {
     EXPECT_EQ(IdOf("a.obj"), "obj");
     EXPECT_EQ(IdOf("a.dae"), "collada");
@@ -31,9 +31,9 @@ TEST(Formats, OtherEndings)
     EXPECT_EQ(IdOf("a.stl"), "stlb");
 }
 
-TEST(Formats, EndingsCountInEitherCase) { EXPECT_EQ(IdOf("folder.x/A.GLB"), "glb2"); }
+TEST(Formats, IgnoresTheCaseOfExtensions) { EXPECT_EQ(IdOf("folder.x/A.GLB"), "glb2"); }
 
-TEST(Formats, UnknownEndingsAreNone)
+TEST(Formats, UnknownExtensionsHaveNoFormat)
 {
     EXPECT_EQ(IdOf("a.zzz"), "none");
     EXPECT_EQ(IdOf("glb"), "none");
@@ -41,7 +41,7 @@ TEST(Formats, UnknownEndingsAreNone)
     EXPECT_EQ(IdOf(""), "none");
 }
 
-TEST(Formats, SayWhatTheyHold)
+TEST(Formats, ReportWhichContentTheyHold)
 {
     EXPECT_TRUE(FindWriteFormat("a.dae")->Holds(Content::Cameras));
     EXPECT_TRUE(FindWriteFormat("a.glb")->Holds(Content::TexturePlacements));
@@ -60,7 +60,7 @@ TEST(Formats, SayWhatTheyHold)
     EXPECT_FALSE(FindWriteFormat("a.gltf")->HoldsPictures());
 }
 
-TEST(Formats, ListsEveryEndingOnceInOrder)
+TEST(Formats, ListsEveryWritableExtensionOnceSorted)
 {
     std::vector<std::string> endings;
     for (const WriteFormat& format : ListWriteFormats())
@@ -70,7 +70,7 @@ TEST(Formats, ListsEveryEndingOnceInOrder)
     EXPECT_THAT(endings, testing::IsSupersetOf({"dae", "fbx", "glb", "gltf", "obj", "ply", "stl"}));
 }
 
-TEST(Formats, ListsWhatCanBeReadWithoutDots)
+TEST(Formats, ListsReadableExtensionsWithoutDots)
 {
     EXPECT_THAT(ListReadExtensions(), testing::IsSupersetOf({"dae", "fbx", "glb", "gltf", "obj", "ply"}));
 }

@@ -9,7 +9,7 @@ namespace
 
 using namespace Sceneprep;
 
-TEST(MapTypes, EveryWordLeadsBackToItsTexture)
+TEST(MapTypes, EveryMapTypeHasItsTextureType)
 {
     std::set<aiTextureType> textures;
     for (const MapType& type : kMapTypes)
@@ -19,7 +19,7 @@ TEST(MapTypes, EveryWordLeadsBackToItsTexture)
     }
 }
 
-TEST(MapTypes, WordsAreComparedExactly)
+TEST(MapTypes, NamesAreComparedExactly)
 {
     EXPECT_EQ(FindTextureType("normal"), aiTextureType_NORMALS);
     EXPECT_EQ(FindTextureType("Normal"), std::nullopt);

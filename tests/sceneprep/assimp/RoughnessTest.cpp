@@ -9,25 +9,25 @@ namespace
 
 using namespace Sceneprep;
 
-TEST(Roughness, NoPowerIsWhollyRough)
+TEST(Roughness, APowerOfZeroOrLessIsARoughnessOfOne)
 {
     EXPECT_EQ(RoughnessOf(0), 1);
     EXPECT_EQ(PowerOf(1), 0);
 }
 
-TEST(Roughness, APowerOfThirtyIsHalfRough)
+TEST(Roughness, APowerOfThirtyIsARoughnessOfOneHalf)
 {
     EXPECT_FLOAT_EQ(RoughnessOf(30), 0.5F);
     EXPECT_FLOAT_EQ(PowerOf(0.5F), 30);
 }
 
-TEST(Roughness, GoesThereAndBack)
+TEST(Roughness, RoundTrips)
 {
     for (const float roughness : {0.05F, 0.1F, 0.37F, 0.9F, 1.0F})
         EXPECT_NEAR(RoughnessOf(PowerOf(roughness)), roughness, 1e-6F);
 }
 
-TEST(Roughness, ValuesOutsideCountAsTheNearest)
+TEST(Roughness, ClampsValuesOutsideTheRange)
 {
     EXPECT_EQ(RoughnessOf(-5), 1);
     EXPECT_EQ(RoughnessOf(std::numeric_limits<float>::quiet_NaN()), 1);

@@ -8,7 +8,7 @@ namespace
 
 using Sceneprep::IsFromGltf;
 
-TEST(SourceFormat, IsWhatTheReaderCallsItself)
+TEST(SourceFormat, IsTheNameOfTheImporter)
 {
     aiScene scene;
     scene.mMetaData = aiMetadata::Alloc(1);

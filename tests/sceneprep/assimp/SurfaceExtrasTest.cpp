@@ -8,7 +8,7 @@ namespace
 using namespace Sceneprep;
 using Importing::Surface;
 
-TEST(SurfaceExtras, OffsetAndNameComeFromTheNode)
+TEST(SurfaceExtras, SetOffsetAndNameFromTheNode)
 {
     aiNode node;
     node.mMetaData = new aiMetadata();
@@ -20,7 +20,7 @@ TEST(SurfaceExtras, OffsetAndNameComeFromTheNode)
     EXPECT_EQ(surface.GetCollisionOffset(), 3);
 }
 
-TEST(SurfaceExtras, WithoutExtrasNothingChanges)
+TEST(SurfaceExtras, ChangeNothingWhenMissing)
 {
     Surface surface;
     surface.SetName("Box");
@@ -31,7 +31,7 @@ TEST(SurfaceExtras, WithoutExtrasNothingChanges)
     EXPECT_EQ(surface.GetCollisionOffset(), 2);
 }
 
-TEST(SurfaceExtras, NumbersComeInSeveralTypes)
+TEST(SurfaceExtras, AcceptNumbersOfSeveralTypes)
 {
     aiNode node;
     node.mMetaData = new aiMetadata();
@@ -45,7 +45,7 @@ TEST(SurfaceExtras, NumbersComeInSeveralTypes)
     EXPECT_EQ(surface.GetCollisionOffset(), 1);
 }
 
-TEST(SurfaceExtras, ValuesOfOtherKindsAreLeft)
+TEST(SurfaceExtras, IgnoreValuesOfOtherTypes)
 {
     aiNode node;
     Surface surface;

@@ -13,7 +13,7 @@ namespace
 using namespace Sceneprep;
 using Importing::SceneContainer;
 
-/// An animation that moves the node A: positions at 0 and 2 seconds, a quarter turn about z at 1 second.
+/// An animation of node A: positions at 0 and 2 seconds, a rotation of 90 degrees about z at 1 second.
 aiAnimation* MakeAnimation(double ticksPerSecond, const char* node = "A")
 {
     auto* channel = new aiNodeAnim;
@@ -56,18 +56,18 @@ TEST(ImportAnimations, MergesKeyTimesAndInterpolates)
     EXPECT_NEAR(keys[0].GetRotation().z, std::sqrt(0.5F), 1e-6F);
 }
 
-TEST(ImportAnimations, ARotationTurnsTheSameWayAsInTheFile)
+TEST(ImportAnimations, RotationsHaveTheDirectionOfTheFile)
 {
     SceneContainer scene = Support::Scene("Root( A )");
     ImportAnimations(*SceneWith({MakeAnimation(30)}), kNames, scene);
     const D3DXMATRIX matrix = scene.AnimationLibrary[0][0].GetMatrix();
     const D3DXVECTOR3 x(1, 0, 0);
-    D3DXVECTOR3 turned;
-    D3DXVec3TransformCoord(&turned, &x, &matrix);
-    EXPECT_NEAR(turned.y, 1, 1e-6F);  // a quarter turn about z carries x to y
+    D3DXVECTOR3 rotated;
+    D3DXVec3TransformCoord(&rotated, &x, &matrix);
+    EXPECT_NEAR(rotated.y, 1, 1e-6F);  // a rotation of 90 degrees about z maps x to y
 }
 
-TEST(ImportAnimations, WithoutATickLengthThereAre25InASecond)
+TEST(ImportAnimations, FilesWithoutATickLengthUse25TicksPerSecond)
 {
     SceneContainer scene = Support::Scene("Root( A )");
     auto source = SceneWith({MakeAnimation(25)});
@@ -76,28 +76,28 @@ TEST(ImportAnimations, WithoutATickLengthThereAre25InASecond)
     EXPECT_EQ(scene.AnimationLibrary.at(0).at(2).GetTime(), 9600U);
 }
 
-TEST(ImportAnimations, ANodeKeepsItsFirstAnimationAndTheOthersAreTold)
+TEST(ImportAnimations, KeepsTheFirstAnimationOfANodeAndReportsTheOthers)
 {
     SceneContainer scene = Support::Scene("Root( A )");
     const auto notes = ImportAnimations(*SceneWith({MakeAnimation(30), MakeAnimation(60)}), kNames, scene);
-    EXPECT_EQ(notes, (std::vector<std::string>{"a node keeps one animation: further movements are left out (1)"}));
+    EXPECT_EQ(notes, (std::vector<std::string>{"channels of nodes that an earlier animation moves are dropped (1)"}));
     EXPECT_EQ(scene.AnimationLibrary.size(), 1U);
 }
 
-TEST(ImportAnimations, MovementsOfUnknownNodesAreLeftOut)
+TEST(ImportAnimations, SkipsChannelsOfUnknownNodes)
 {
     SceneContainer scene = Support::Scene("Root( A )");
     EXPECT_TRUE(ImportAnimations(*SceneWith({MakeAnimation(30, "Other")}), kNames, scene).empty());
     EXPECT_TRUE(scene.AnimationLibrary.empty());
 }
 
-const std::vector<std::string> kEarly = {"what animations hold before time 0 is left out (nodes: 1)"};
+const std::vector<std::string> kEarly = {"animation keys before time 0 are dropped (nodes: 1)"};
 
-TEST(ImportAnimations, OfWhatLiesBeforeTheStartThePlaceAtTheStartIsKept)
+TEST(ImportAnimations, KeysBeforeTimeZeroBecomeOneKeyAtTimeZero)
 {
     SceneContainer scene = Support::Scene("Root( A )");
     auto source = SceneWith({MakeAnimation(30)});
-    source->mAnimations[0]->mChannels[0]->mPositionKeys[0].mTime = -20;  // a quarter of the way before 60
+    source->mAnimations[0]->mChannels[0]->mPositionKeys[0].mTime = -20;  // a quarter of the interval up to 60
     EXPECT_EQ(ImportAnimations(*source, kNames, scene), kEarly);
     std::vector<Importing::Key>& keys = scene.AnimationLibrary.at(0);
     ASSERT_EQ(keys.size(), 3U);
@@ -106,7 +106,7 @@ TEST(ImportAnimations, OfWhatLiesBeforeTheStartThePlaceAtTheStartIsKept)
     EXPECT_EQ(keys[1].GetTime(), 4800U);
 }
 
-TEST(ImportAnimations, OfSeveralKeysUpToTheStartTheLastIsKept)
+TEST(ImportAnimations, TheLastOfSeveralKeysUpToTimeZeroIsKept)
 {
     for (const double last : {-5.0, 0.0})
     {
@@ -123,7 +123,7 @@ TEST(ImportAnimations, OfSeveralKeysUpToTheStartTheLastIsKept)
     }
 }
 
-TEST(ImportAnimations, MovementsOfMorphTargetsAreLeftOutAndTold)
+TEST(ImportAnimations, DropsChannelsOfMorphTargetsAndReportsThem)
 {
     SceneContainer scene = Support::Scene("Root( A )");
     auto source = SceneWith({new aiAnimation});
@@ -131,7 +131,7 @@ TEST(ImportAnimations, MovementsOfMorphTargetsAreLeftOutAndTold)
     animation.mNumMorphMeshChannels = 2;
     animation.mMorphMeshChannels = new aiMeshMorphAnim* [2] { new aiMeshMorphAnim, new aiMeshMorphAnim };
     EXPECT_EQ(ImportAnimations(*source, kNames, scene),
-              (std::vector<std::string>{"movements of morph targets are left out (2)"}));
+              (std::vector<std::string>{"animation channels of morph targets are dropped (2)"}));
     EXPECT_TRUE(scene.AnimationLibrary.empty());
 }
 

@@ -52,7 +52,7 @@ protected:
     std::unique_ptr<MaterialImporter> importer_;
 };
 
-TEST_F(ImportMaterialsTest, CarriesTheFieldsOver)
+TEST_F(ImportMaterialsTest, ConvertsAllFields)
 {
     aiMaterial& source = AddMaterial();
     const aiString name("Glass");
@@ -77,7 +77,7 @@ TEST_F(ImportMaterialsTest, CarriesTheFieldsOver)
     EXPECT_EQ(material.GetOpacity(), 0.25F);
 }
 
-TEST_F(ImportMaterialsTest, WithoutAnOpacityTheAlphaIsIt)
+TEST_F(ImportMaterialsTest, UsesTheDiffuseAlphaWithoutAnOpacity)
 {
     const aiColor4D diffuse(1, 1, 1, 0.5F);
     AddMaterial().AddProperty(&diffuse, 1, AI_MATKEY_COLOR_DIFFUSE);
@@ -85,7 +85,7 @@ TEST_F(ImportMaterialsTest, WithoutAnOpacityTheAlphaIsIt)
     EXPECT_EQ(scene_.MaterialLibrary.at(0).GetOpacity(), 0.5F);
 }
 
-TEST_F(ImportMaterialsTest, WhatTheFileDoesNotSayKeepsItsDefault)
+TEST_F(ImportMaterialsTest, MissingFieldsKeepTheirDefaults)
 {
     AddMaterial();
     Import(0);
@@ -94,7 +94,7 @@ TEST_F(ImportMaterialsTest, WhatTheFileDoesNotSayKeepsItsDefault)
     EXPECT_EQ(scene_.MaterialLibrary.at(0).GetSpecularPower(), 16);
 }
 
-TEST_F(ImportMaterialsTest, EqualMaterialsAreJoinedAndUnusedOnesStayOut)
+TEST_F(ImportMaterialsTest, MergesEqualMaterialsAndSkipsUnusedOnes)
 {
     AddMaterial();
     AddMaterial();
@@ -105,7 +105,7 @@ TEST_F(ImportMaterialsTest, EqualMaterialsAreJoinedAndUnusedOnesStayOut)
     EXPECT_EQ(scene_.MaterialLibrary.size(), 1U);
 }
 
-TEST_F(ImportMaterialsTest, MapsSayTextureTypeAndUVSet)
+TEST_F(ImportMaterialsTest, MapsHaveTextureTypeAndUVSet)
 {
     aiMaterial& source = AddMaterial();
     AddTexture(source, aiTextureType_DIFFUSE, "Textures/Wood.PNG");
@@ -120,7 +120,7 @@ TEST_F(ImportMaterialsTest, MapsSayTextureTypeAndUVSet)
     EXPECT_EQ(textures_.spelling.at("textures/wood.png"), "Textures/Wood.PNG");
 }
 
-TEST_F(ImportMaterialsTest, ABaseColourThatRepeatsTheDiffuseTextureIsNoSecondLayer)
+TEST_F(ImportMaterialsTest, ABaseColourEqualToTheDiffuseTextureIsNotASecondLayer)
 {
     aiMaterial& source = AddMaterial();
     AddTexture(source, aiTextureType_DIFFUSE, "a.png");
@@ -129,7 +129,7 @@ TEST_F(ImportMaterialsTest, ABaseColourThatRepeatsTheDiffuseTextureIsNoSecondLay
     EXPECT_EQ(scene_.TextureLibrary.size(), 1U);
 }
 
-TEST_F(ImportMaterialsTest, ABaseColourThatIsCarriedInAnotherWayIsALayer)
+TEST_F(ImportMaterialsTest, ABaseColourWithAnotherTransformIsASecondLayer)
 {
     source_.mMetaData = aiMetadata::Alloc(1);
     source_.mMetaData->Set(0, AI_METADATA_SOURCE_FORMAT, aiString("glTF2 Importer"));
@@ -146,7 +146,7 @@ TEST_F(ImportMaterialsTest, ABaseColourThatIsCarriedInAnotherWayIsALayer)
     EXPECT_TRUE(importer_->Notes().empty());
 }
 
-TEST_F(ImportMaterialsTest, WhatCannotBeHeldIsToldOnceAMaterial)
+TEST_F(ImportMaterialsTest, ReportsDroppedContentOncePerMaterial)
 {
     const aiString mask("MASK");
     const int clamped = aiTextureMapMode_Clamp;
@@ -170,26 +170,25 @@ TEST_F(ImportMaterialsTest, WhatCannotBeHeldIsToldOnceAMaterial)
     second.AddProperty(&mirrored, 1, AI_MATKEY_MAPPINGMODE_V(aiTextureType_EMISSIVE, 0));
     for (const unsigned material : {0U, 0U, 1U, 1U})
         Import(material);
-    EXPECT_EQ(importer_->Notes(),
-              (std::vector<std::string>{"texture transforms are left out (layers: 1)",
-                                        "textures that end or are mirrored at their edges are repeated (layers: 2)",
-                                        "alpha cut-outs are left out (materials: 1)"}));
+    EXPECT_EQ(importer_->Notes(), (std::vector<std::string>{"texture transforms are dropped (layers: 1)",
+                                                            "wrap modes of textures become repeat (layers: 2)",
+                                                            "alpha cut-outs are dropped (materials: 1)"}));
 }
 
-TEST_F(ImportMaterialsTest, MaterialsThatHoldNothingMoreAreNotTold)
+TEST_F(ImportMaterialsTest, DoesNotReportMaterialsWithoutDroppedContent)
 {
     AddMaterial();
     Import(0);
     EXPECT_TRUE(importer_->Notes().empty());
 }
 
-TEST_F(ImportMaterialsTest, AMeshWithoutAMaterialGetsNone)
+TEST_F(ImportMaterialsTest, AnInvalidMaterialIndexGivesNoMaterial)
 {
     AddMaterial();
     EXPECT_EQ(Import(7).GetMaterialID(), -1);
 }
 
-TEST_F(ImportMaterialsTest, PicturesInTheFileAreKept)
+TEST_F(ImportMaterialsTest, KeepsEmbeddedImages)
 {
     auto* compressed = new aiTexture;
     compressed->mWidth = 5;
@@ -202,13 +201,13 @@ TEST_F(ImportMaterialsTest, PicturesInTheFileAreKept)
     pixels->pcData = new aiTexel[6]();
     source_.mNumTextures = 2;
     source_.mTextures = new aiTexture* [2] { compressed, pixels };
-    const std::vector<EmbeddedTexture> pictures = ImportEmbeddedTextures(source_);
-    ASSERT_EQ(pictures.size(), 2U);
-    EXPECT_EQ(pictures[0].content, (std::vector<unsigned char>{'1', '2', '3', '4', '5'}));
-    EXPECT_EQ(pictures[0].formatHint, "png");
-    EXPECT_EQ(pictures[1].formatHint, "png");
-    ASSERT_NE(KindOf(pictures[1].content), nullptr);  // bare pixels become a file
-    EXPECT_STREQ(KindOf(pictures[1].content)->extension, "png");
+    const std::vector<EmbeddedTexture> images = ImportEmbeddedTextures(source_);
+    ASSERT_EQ(images.size(), 2U);
+    EXPECT_EQ(images[0].content, (std::vector<unsigned char>{'1', '2', '3', '4', '5'}));
+    EXPECT_EQ(images[0].formatHint, "png");
+    EXPECT_EQ(images[1].formatHint, "png");
+    ASSERT_NE(KindOf(images[1].content), nullptr);  // raw pixels are encoded
+    EXPECT_STREQ(KindOf(images[1].content)->extension, "png");
 }
 
 }  // namespace

@@ -70,7 +70,7 @@ protected:
     SceneContainer scene_;
 };
 
-/// One triangle whose mesh two nodes list, the second one moved by a matrix and holding a child that is moved too.
+/// One triangle whose mesh three nodes reference: one without a transform, one with a matrix, and its translated child.
 std::string SharedMeshGltf()
 {
     return R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],
@@ -83,7 +83,7 @@ std::string SharedMeshGltf()
 "buffers":[{"byteLength":36,"uri":"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}]})";
 }
 
-TEST_F(ImportModelTest, TrianglesNormalsAndUVsOfASmallModel)
+TEST_F(ImportModelTest, ReadsTrianglesNormalsAndUVs)
 {
     const Model model = Import(WriteSmallObj(folder_));
     EXPECT_EQ(scene_.GetName(), "small");
@@ -101,12 +101,12 @@ TEST_F(ImportModelTest, TrianglesNormalsAndUVsOfASmallModel)
     }
 }
 
-TEST_F(ImportModelTest, PointsAndLinesAreDroppedAndTold)
+TEST_F(ImportModelTest, DropsPointsAndLinesAndReportsThem)
 {
     const Model model = Import(WriteSmallObj(folder_));
     EXPECT_TRUE(Support::NodeNamed(scene_, "Wire").SurfaceList.empty());
     EXPECT_EQ(TextsOf(model.notes),
-              (std::vector<std::string>{"only triangles are kept: points and lines are left out (1)"}));
+              (std::vector<std::string>{"points and lines are dropped (1)"}));
 }
 
 TEST_F(ImportModelTest, SurfacesGetTheirMaterialsAndMaps)
@@ -130,7 +130,7 @@ TEST_F(ImportModelTest, SharedMeshesStayShared)
     EXPECT_EQ(scene_.GetGeometryInstanceCount(0), 3);
 }
 
-TEST_F(ImportModelTest, MatricesAreTurnedIntoRowVectorForm)
+TEST_F(ImportModelTest, TransposesMatricesForRowVectors)
 {
     Import(folder_.Write("shared.gltf", SharedMeshGltf()));
     EXPECT_EQ(Support::ToText(scene_), "Top( Left[Tri] Right[Tri]( Child[Tri] ) )");
@@ -139,13 +139,13 @@ TEST_F(ImportModelTest, MatricesAreTurnedIntoRowVectorForm)
     EXPECT_EQ(right._43, 30);
     EXPECT_EQ(right._12, 1);
     EXPECT_EQ(right._21, -1);
-    // The child's (1, 0, 0) is turned to (0, 1, 0) by its parent.
+    // The parent rotates the child's (1, 0, 0) to (0, 1, 0).
     const D3DXMATRIX child = scene_.CalculateGlobalTM(Support::NodeIndex(scene_, "Child"));
     EXPECT_EQ(child._41, 10);
     EXPECT_EQ(child._42, 21);
 }
 
-/// What both files of SkinnedFiles.h hold.
+/// Checks the content that both files of SkinnedFiles.h have.
 void ExpectHipAndLeg(SceneContainer& scene)
 {
     EXPECT_EQ(Support::NodeNamed(scene, "Leg").GetLocalTransform().GetMatrix()._42, 2) << "nodes stay";
@@ -169,22 +169,22 @@ void ExpectHipAndLeg(SceneContainer& scene)
     ExpectSameShapes(SkinnedShapes(scene, kRest), {{"Skin", {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}}});
 }
 
-TEST_F(ImportModelTest, SkinsOfGltf)
+TEST_F(ImportModelTest, ReadsSkinsOfGltf)
 {
-    // The format's own material is a metal.
+    // The default material of glTF is metallic.
     EXPECT_THAT(TextsOf(Import(WriteSkinnedGltf(folder_)).notes),
-                testing::ElementsAre("metallic materials become non-metal (1)"));
+                testing::ElementsAre("metallic materials become non-metallic (1)"));
     ExpectHipAndLeg(scene_);
 }
 
-TEST_F(ImportModelTest, SkinsOfCollada)
+TEST_F(ImportModelTest, ReadsSkinsOfCollada)
 {
     EXPECT_THAT(TextsOf(Import(WriteSkinnedCollada(folder_)).notes), testing::IsEmpty());
-    scene_.GeometryLibrary.at(0).SetName("Skin");  // the name of a skin's mesh gets lost
+    scene_.GeometryLibrary.at(0).SetName("Skin");  // Assimp loses the name of a skinned mesh
     ExpectHipAndLeg(scene_);
 }
 
-TEST_F(ImportModelTest, SkinsComeBackFromGltf)
+TEST_F(ImportModelTest, SkinsRoundTripThroughGltf)
 {
     Import(WriteSkinnedGltf(folder_));
     EXPECT_THAT(Export("out.glb"), testing::IsEmpty());
@@ -193,7 +193,7 @@ TEST_F(ImportModelTest, SkinsComeBackFromGltf)
     EXPECT_EQ(Support::ToText(scene_), "Top( Hip( Leg ) Body[Skin] )");
 }
 
-/// Cameras at nodes that are placed by parts and by a matrix, one without an aspect, and a light; no mesh.
+/// Cameras at nodes with a translation and with a matrix, one without an aspect ratio; a light; no mesh.
 std::string CamerasAndLightGltf()
 {
     return R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],
@@ -208,7 +208,7 @@ std::string CamerasAndLightGltf()
 {"type":"orthographic","orthographic":{"xmag":3,"ymag":2,"znear":0.5,"zfar":50}}]})";
 }
 
-/// How something stands in the world that is offset from a node.
+/// World frame of a camera or light with an offset from its node.
 CameraFrame WorldFrame(SceneContainer& scene, const std::string& node, Importing::Transform offset)
 {
     const D3DXMATRIX inNode = offset.GetMatrix();
@@ -232,7 +232,7 @@ void ExpectCamerasAndLight(SceneContainer& scene)
     EXPECT_NEAR(scene.CameraLibrary[0].GetFovY(), 0.8F * kDegrees, 1e-4F);
     EXPECT_NEAR(scene.CameraLibrary[0].GetFovX(), 2 * std::atan(1.75F * std::tan(0.4F)) * kDegrees, 1e-4F);
     EXPECT_NEAR(scene.CameraLibrary[1].GetFovY(), 0.5F * kDegrees, 1e-4F);
-    EXPECT_NEAR(scene.CameraLibrary[1].GetFovX(), 0.5F * kDegrees, 1e-4F) << "without an aspect";
+    EXPECT_NEAR(scene.CameraLibrary[1].GetFovX(), 0.5F * kDegrees, 1e-4F) << "without an aspect ratio";
 
     ASSERT_EQ(scene.LightLibrary.size(), 1U);
     Importing::Light& light = scene.LightLibrary[0];
@@ -244,14 +244,14 @@ void ExpectCamerasAndLight(SceneContainer& scene)
     EXPECT_NEAR(light.GetPhi(), 0.5F, 1e-6F);
 }
 
-TEST_F(ImportModelTest, CamerasAndLightsOfGltf)
+TEST_F(ImportModelTest, ReadsCamerasAndLightsOfGltf)
 {
     const Model model = Import(folder_.Write("seen.gltf", CamerasAndLightGltf()));
-    EXPECT_EQ(TextsOf(model.notes), (std::vector<std::string>{"orthographic cameras are left out (1)"}));
+    EXPECT_EQ(TextsOf(model.notes), (std::vector<std::string>{"orthographic cameras are dropped (1)"}));
     ExpectCamerasAndLight(scene_);
 }
 
-TEST_F(ImportModelTest, CamerasAndLightsOfGltfComeBackHoweverOftenTheyAreWritten)
+TEST_F(ImportModelTest, CamerasAndLightsRoundTripThroughGltfRepeatedly)
 {
     Import(folder_.Write("seen.gltf", CamerasAndLightGltf()));
     for (const char* name : {"once.glb", "twice.glb", "thrice.glb"})
@@ -262,7 +262,7 @@ TEST_F(ImportModelTest, CamerasAndLightsOfGltfComeBackHoweverOftenTheyAreWritten
     }
 }
 
-TEST_F(ImportModelTest, WhatTheSceneCannotHoldIsTold)
+TEST_F(ImportModelTest, ReportsDroppedContent)
 {
     const Model model = Import(folder_.Write("rich.gltf", R"({"asset":{"version":"2.0"},"scene":0,
 "scenes":[{"nodes":[0]}],"nodes":[{"name":"Top","mesh":0}],
@@ -281,20 +281,20 @@ TEST_F(ImportModelTest, WhatTheSceneCannotHoldIsTold)
 "bufferViews":[{"buffer":0,"byteLength":36},{"buffer":0,"byteOffset":36,"byteLength":12}],
 "buffers":[{"byteLength":48,"uri":"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAAAACAvwAAAAAAAIA/"}]})"));
     EXPECT_THAT(TextsOf(model.notes),
-                testing::ElementsAre("morph targets are left out (meshes with targets: 1)",
-                                     "textures that end or are mirrored at their edges are repeated (layers: 1)",
-                                     "double-sided materials become one-sided (1)",
-                                     "transparency that textures alone have is left out (materials: 1)",
-                                     "metallic materials become non-metal (1)", "unlit materials become lit (1)",
-                                     "sheen, clear coat and transmission are left out (materials: 1)",
-                                     "what animations hold before time 0 is left out (nodes: 1)",
-                                     "movements of morph targets are left out (1)"));
+                testing::ElementsAre("morph targets are dropped (meshes: 1)",
+                                     "wrap modes of textures become repeat (layers: 1)",
+                                     "double-sided materials become single-sided (1)",
+                                     "transparency from textures is dropped (materials: 1)",
+                                     "metallic materials become non-metallic (1)", "unlit materials become lit (1)",
+                                     "sheen, clear coat and transmission are dropped (materials: 1)",
+                                     "animation keys before time 0 are dropped (nodes: 1)",
+                                     "animation channels of morph targets are dropped (1)"));
     std::vector<Importing::Key>& keys = scene_.AnimationLibrary.at(0);
     ASSERT_EQ(keys.size(), 2U);
-    EXPECT_EQ(keys[0].GetPosition(), D3DXVECTOR3(1, 0, 0)) << "the second of three";
+    EXPECT_EQ(keys[0].GetPosition(), D3DXVECTOR3(1, 0, 0)) << "the second of three keys";
 }
 
-TEST_F(ImportModelTest, AFileWithoutMeshesGetsNone)
+TEST_F(ImportModelTest, AFileWithoutMeshesGivesASceneWithoutMeshes)
 {
     Import(folder_.Write("bones.dae", R"(<?xml version="1.0"?>
 <COLLADA xmlns="http://www.collada.org/2005/11/COLLADASchema" version="1.4.1">
@@ -307,7 +307,7 @@ TEST_F(ImportModelTest, AFileWithoutMeshesGetsNone)
     EXPECT_EQ(Support::NodeNamed(scene_, "Leg").GetLocalTransform().GetMatrix()._42, 2);
 }
 
-TEST_F(ImportModelTest, UnusableFilesAreToldInOneLine)
+TEST_F(ImportModelTest, ReportsUnreadableFilesInOneLine)
 {
     EXPECT_EQ(ImportError(folder_ / "none.obj"),
               "cannot read " + (folder_ / "none.obj").string() + ": there is no such file; check the path");
@@ -322,7 +322,7 @@ TEST_F(ImportModelTest, UnusableFilesAreToldInOneLine)
     EXPECT_THAT(broken, Not(HasSubstr("\n")));
 }
 
-TEST_F(ImportModelTest, TheBundledSceneHasWhatItIsFor)
+TEST_F(ImportModelTest, ReadsTheBundledScene)
 {
     Import(std::filesystem::path(SCENEPREP_EXAMPLES) / "workshop.gltf");
     const SceneStats stats = CountScene(scene_);

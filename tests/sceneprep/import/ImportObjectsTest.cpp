@@ -32,7 +32,7 @@ std::unique_ptr<aiScene> SceneWith(aiLight* light)
     return source;
 }
 
-TEST(ImportCameras, CarryFieldsOverInDegrees)
+TEST(ImportCameras, ConvertsFieldsToDegrees)
 {
     auto* camera = new aiCamera;
     camera->mName = "A";
@@ -56,14 +56,14 @@ TEST(ImportCameras, CarryFieldsOverInDegrees)
     EXPECT_EQ(frame.forward, D3DXVECTOR3(0, 0, -1));
 }
 
-TEST(ImportCameras, WithoutAnAspectBothFieldsOfViewAreTheSame)
+TEST(ImportCameras, BothFieldsOfViewAreEqualWithoutAnAspectRatio)
 {
     SceneContainer scene = Support::Scene("Root( A )");
     ImportCameras(*SceneWith(new aiCamera), kNames, scene);
     EXPECT_EQ(scene.CameraLibrary.at(0).GetFovX(), scene.CameraLibrary.at(0).GetFovY());
 }
 
-TEST(ImportCameras, OrthographicOnesAreLeftOutAndTold)
+TEST(ImportCameras, DropsOrthographicCamerasAndReportsThem)
 {
     auto* wide = new aiCamera;
     wide->mOrthographicWidth = 3;
@@ -73,20 +73,20 @@ TEST(ImportCameras, OrthographicOnesAreLeftOutAndTold)
     {
         SceneContainer scene = Support::Scene("Root( A )");
         EXPECT_EQ(ImportCameras(*SceneWith(camera), kNames, scene),
-                  (std::vector<std::string>{"orthographic cameras are left out (1)"}));
+                  (std::vector<std::string>{"orthographic cameras are dropped (1)"}));
         EXPECT_TRUE(scene.CameraLibrary.empty());
         EXPECT_TRUE(scene.NodeLibrary[0].CameraList.empty());
     }
 }
 
-TEST(ImportCameras, WithoutANodeOfTheirNameTheRootListsThem)
+TEST(ImportCameras, TheRootListsCamerasWithoutANode)
 {
     SceneContainer scene = Support::Scene("Root( A )");
     ImportCameras(*SceneWith(new aiCamera), kNames, scene);
     EXPECT_EQ(scene.NodeLibrary[0].CameraList, (std::vector<std::int32_t>{0}));
 }
 
-TEST(ImportLights, CarryFieldsOver)
+TEST(ImportLights, ConvertsAllFields)
 {
     auto* light = new aiLight;
     light->mName = "A";
@@ -113,7 +113,7 @@ TEST(ImportLights, CarryFieldsOver)
     EXPECT_EQ(FrameFromOffset(imported.GetOffsetMatrix().GetMatrix()).forward, D3DXVECTOR3(0, -1, 0));
 }
 
-TEST(ImportLights, TypesHaveTheirCounterparts)
+TEST(ImportLights, ConvertsTypes)
 {
     using Type = Importing::Light::LightType;
     const std::pair<aiLightSourceType, Type> types[] = {{aiLightSource_POINT, Type::Point},

@@ -41,7 +41,7 @@ std::unique_ptr<aiMesh> MeshWith(const std::vector<aiBone*>& bones)
     return mesh;
 }
 
-/// A surface of the scene, as the file's mesh has it.
+/// A surface of the scene with its mesh of the file.
 SkinnedSurface Skinned(SceneContainer& scene, const aiMesh& mesh, const std::string& surface, const std::string& node)
 {
     for (std::size_t s = 0; s < scene.SurfaceLibrary.size(); ++s)
@@ -70,7 +70,7 @@ std::vector<int> ParentsOf(const std::vector<Joint>& joints)
     return parents;
 }
 
-TEST(ImportSkins, WeightsAreKeptBoneByBone)
+TEST(ImportSkins, WeightsAreAddedBoneByBone)
 {
     const auto mesh = MeshWith({MakeBone("A", {{0, 0.25F}, {2, 3}}), MakeBone("B"), MakeBone("C", {{0, 0.5F}})});
     Geometry geometry = Support::Triangle();
@@ -82,7 +82,7 @@ TEST(ImportSkins, WeightsAreKeptBoneByBone)
     EXPECT_THAT(geometry.VertexArray[2].GetWeight(0), Pair(0U, 3.0F)) << "not made to add up to 1";
 }
 
-TEST(ImportSkins, WeightsThatSayNothingOrCannotBeUsedAreLeftOut)
+TEST(ImportSkins, DropsWeightsThatAreZeroOrInvalid)
 {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const float infinity = std::numeric_limits<float>::infinity();
@@ -94,7 +94,7 @@ TEST(ImportSkins, WeightsThatSayNothingOrCannotBeUsedAreLeftOut)
     EXPECT_EQ(geometry.VertexArray[2].GetWeightsCount(), 1U);
 }
 
-TEST(ImportSkins, BonesBecomeJointsWithTheirNodesPlacesAndParents)
+TEST(ImportSkins, JointsHaveTheTransformsAndParentsOfTheirNodes)
 {
     SceneContainer scene = Support::Scene("Root@9,0,0( Arm@1,0,0( Elbow@0,2,0( Between@0,0,3( Hand@4,0,0 ) ) ) M[m] )");
     auto mesh = MeshWith({MakeBone("Hand"), MakeBone("Elbow"), MakeBone("Arm")});
@@ -109,7 +109,7 @@ TEST(ImportSkins, BonesBecomeJointsWithTheirNodesPlacesAndParents)
     EXPECT_EQ(joints[0].GetAnimationID(), -1);
 }
 
-TEST(ImportSkins, RootsArePlacedInTheFrameOfTheMeshesNode)
+TEST(ImportSkins, RootJointsAreRelativeToTheNodeOfTheMesh)
 {
     SceneContainer scene = Support::Scene("Root( Arm@1,0,0 P@0,5,0( M@0,0,2[m] ) )");
     const auto mesh = MeshWith({MakeBone("Arm")});
@@ -118,7 +118,7 @@ TEST(ImportSkins, RootsArePlacedInTheFrameOfTheMeshesNode)
     EXPECT_EQ(D3DXVECTOR3(local._41, local._42, local._43), D3DXVECTOR3(1, -5, -2));
 }
 
-TEST(ImportSkins, JointsPlayTheAnimationsOfTheirNodes)
+TEST(ImportSkins, JointsHaveTheAnimationsOfTheirNodes)
 {
     SceneContainer scene = Support::Scene("Root( Arm( Hand@1,0,0* ) M[m] )");
     const auto mesh = MeshWith({MakeBone("Arm"), MakeBone("Hand")});
@@ -129,28 +129,28 @@ TEST(ImportSkins, JointsPlayTheAnimationsOfTheirNodes)
     EXPECT_EQ(joints[1].GetAnimationID(), Support::NodeNamed(scene, "Hand").GetAnimationID());
 }
 
-TEST(ImportSkins, ABoneWithoutANodeStandsWhereTheMeshWasBoundToIt)
+TEST(ImportSkins, ABoneWithoutANodeKeepsItsBindPose)
 {
     SceneContainer scene = Support::Scene("Root( M@5,0,0[m] )");
     const auto mesh = MeshWith({MakeBone("Nowhere")});
     mesh->mBones[0]->mOffsetMatrix.a4 = 3;
     EXPECT_THAT(ImportSkins({Skinned(scene, *mesh, "m", "M")}, scene),
-                ElementsAre("bones without a node stand where the mesh was bound to them (1)"));
+                ElementsAre("bones without a node keep the transform of their bind pose (1)"));
     EXPECT_EQ(scene.GeometryLibrary.at(0).JointArray.at(0).GetLocalTM()._41, -3);
 }
 
-TEST(ImportSkins, OfNodesOfOneNameTheNearestIsTheBone)
+TEST(ImportSkins, TheNearestOfSeveralNodesWithTheNameIsTheBone)
 {
     SceneContainer scene = Support::Scene("Root( Ann@1,0,0( Hip@1,0,0 M[m] ) Bob@2,0,0( Hip@3,0,0 N[n] ) )");
     const auto ann = MeshWith({MakeBone("Hip")});
     const auto bob = MeshWith({MakeBone("Hip")});
     EXPECT_THAT(ImportSkins({Skinned(scene, *ann, "m", "M"), Skinned(scene, *bob, "n", "N")}, scene),
-                ElementsAre("bones that share their name with other nodes are taken for the likeliest of them (2)"));
+                ElementsAre("bones whose name several nodes have use the most likely of them (2)"));
     EXPECT_EQ(scene.GeometryLibrary.at(0).JointArray.at(0).GetLocalTM()._41, 1);
     EXPECT_EQ(scene.GeometryLibrary.at(1).JointArray.at(0).GetLocalTM()._41, 3);
 }
 
-TEST(ImportSkins, AMeshIsNotTakenForABoneOfItsName)
+TEST(ImportSkins, ANodeWithAMeshIsNotPreferredAsABone)
 {
     SceneContainer scene = Support::Scene("Root( Body( Head@0,9,0[m] ) Neck@1,0,0( Head@2,0,0 ) )");
     const auto mesh = MeshWith({MakeBone("Neck"), MakeBone("Head")});
@@ -164,7 +164,7 @@ TEST(ImportSkins, AMeshIsNotTakenForABoneOfItsName)
     EXPECT_EQ(other.GeometryLibrary.at(0).JointArray.at(0).GetLocalTM()._41, 2);
 }
 
-TEST(ImportSkins, NodesThatSeeTheJointsElsewhereShowAGeometryOfTheirOwn)
+TEST(ImportSkins, NodesWithOtherJointTransformsGetACopyOfTheGeometry)
 {
     SceneContainer scene = Support::Scene("Root( Hip@7,0,0 A[a=m] B@1,0,0[b=m] C[c=m] )");
     const auto mesh = MeshWith({MakeBone("Hip")});
@@ -175,33 +175,34 @@ TEST(ImportSkins, NodesThatSeeTheJointsElsewhereShowAGeometryOfTheirOwn)
     EXPECT_EQ(&Support::MeshOf(scene, "a"), &Support::MeshOf(scene, "c"));
 }
 
-TEST(ImportSkins, ASkinAtANodeThatMovesHangsFromOneThatStandsStill)
+TEST(ImportSkins, ASkinAtAnAnimatedNodeIsMovedToANodeWithoutAnimation)
 {
     SceneContainer scene = Support::Scene("Root( Up@1,0,0( Hip P@2,0,0*( M@3,0,0[m] ) ) )");
     const auto mesh = MeshWith({MakeBone("Hip")});
-    EXPECT_THAT(ImportSkins({Skinned(scene, *mesh, "m", "M")}, scene),
-                ElementsAre(testing::StartsWith("skinned meshes at nodes that move hang from nodes of their own")));
+    EXPECT_THAT(
+        ImportSkins({Skinned(scene, *mesh, "m", "M")}, scene),
+        ElementsAre(testing::StartsWith("skinned meshes at animated nodes are moved to nodes without animation")));
     EXPECT_EQ(Support::ToText(scene), "Root( Up( Hip P*( M ) M (skin)[m] ) )");
     EXPECT_EQ(Support::NodeNamed(scene, "M (skin)").GetLocalTransform().GetMatrix()._41, 5);
     EXPECT_EQ(scene.GeometryLibrary.at(0).JointArray.at(0).GetLocalTM()._41, -5);
 }
 
-TEST(ImportSkins, ASkinBelowAMovingRootThatIsItsBoneIsTold)
+TEST(ImportSkins, ReportsASkinBelowItsOwnAnimatedBone)
 {
     SceneContainer scene = Support::Scene("Root*( M[m] )");
     const auto mesh = MeshWith({MakeBone("Root")});
     EXPECT_THAT(ImportSkins({Skinned(scene, *mesh, "m", "M")}, scene),
-                ElementsAre("skinned meshes below their own bones move with them twice (1)"));
+                ElementsAre("skinned meshes below their own animated bones are moved twice (1)"));
     EXPECT_EQ(Support::ToText(scene), "Root*( M[m] )");
 }
 
-TEST(ImportSkins, ANodeThatFlattensIsTold)
+TEST(ImportSkins, ReportsANodeWithASingularMatrix)
 {
     SceneContainer scene = Support::Scene("Root( Hip M[m] )");
     Support::NodeNamed(scene, "M").SetLocalTransform(Importing::Transform(Support::Scaling(1, 0, 1)));
     const auto mesh = MeshWith({MakeBone("Hip")});
     EXPECT_THAT(ImportSkins({Skinned(scene, *mesh, "m", "M")}, scene),
-                ElementsAre("skinned meshes at nodes that flatten have their joints in the wrong place (1)"));
+                ElementsAre("skinned meshes at nodes with a singular matrix have wrong joint transforms (1)"));
 }
 
 TEST(ImportSkins, DeepSkeletonsDoNotOverflow)
@@ -230,7 +231,7 @@ TEST(ImportSkins, DeepSkeletonsDoNotOverflow)
 class RandomSkinsTest : public testing::TestWithParam<std::uint32_t>
 {};
 
-TEST_P(RandomSkinsTest, VerticesFollowTheirBonesAsInTheFile)
+TEST_P(RandomSkinsTest, VerticesMoveWithTheirBonesAsInTheFile)
 {
     RandomSkins random(GetParam());
     std::vector<Shapes> expected;

@@ -25,7 +25,7 @@ struct Transform
     std::array<double, 2> scale;
 };
 
-/// A triangle whose base colour is carried over by a transform.
+/// A triangle whose base colour texture has a texture transform.
 std::string GltfWith(const Transform& transform)
 {
     return fmt::format(
@@ -61,7 +61,7 @@ double NumberIn(const tinygltf::Value& value, const char* key, int index, double
 class ImportTextureTransformTest : public testing::TestWithParam<Transform>
 {};
 
-TEST_P(ImportTextureTransformTest, ComesOutOfGltfAsItWentIn)
+TEST_P(ImportTextureTransformTest, EqualsTheTransformOfTheFile)
 {
     const Transform& expected = GetParam();
     const tinygltf::Value value = Gltf::TextureTransform(MatrixIn(GltfWith(expected)));
@@ -84,15 +84,15 @@ INSTANTIATE_TEST_SUITE_P(
                     Transform{"All", {0.125, 0.75}, -0.6, {4, 1.5}}, Transform{"Mirrored", {1, 0.5}, 0.3, {2, -1.5}}),
     [](const auto& chosen) { return chosen.param.name; });
 
-TEST(ImportTextureTransform, OffsetsOfZeroStayZero)
+TEST(ImportTextureTransform, OffsetsOfZeroAreExact)
 {
     const D3DXMATRIX matrix = MatrixIn(GltfWith({"", {0, 0}, 0, {0.1, 0.7}}));
     EXPECT_EQ(matrix._41, 0);
     EXPECT_FALSE(Gltf::TextureTransform(matrix).Has("rotation"));
 }
 
-/// Coordinates are turned against the clock about the upper left corner of the picture, where (0, 1) is.
-TEST(ImportTextureTransform, TurnsAboutTheUpperLeftCorner)
+/// Coordinates rotate counterclockwise about the upper left corner of the image, which is (0, 1).
+TEST(ImportTextureTransform, RotatesAboutTheUpperLeftCorner)
 {
     const D3DXMATRIX matrix = MatrixIn(GltfWith({"", {0, 0}, 1.5707963267948966, {1, 1}}));
     const D3DXVECTOR2 corner(0, 1);
@@ -106,7 +106,7 @@ TEST(ImportTextureTransform, TurnsAboutTheUpperLeftCorner)
     EXPECT_NEAR(result.y, 2, 1e-6F);
 }
 
-TEST(ImportTextureTransform, OnlyTransformsThatMoveSomethingCount)
+TEST(ImportTextureTransform, IgnoresTheIdentity)
 {
     aiMaterial material;
     EXPECT_FALSE(FindTextureTransform(material, aiTextureType_DIFFUSE, 0));

@@ -28,16 +28,16 @@ void AddTexture(aiMaterial& material, aiTextureType type)
     material.AddProperty(&file, AI_MATKEY_TEXTURE(type, 0));
 }
 
-TEST(MaterialLosses, AMaterialThatSaysNothingLosesNothing) { EXPECT_EQ(NotesOn(aiMaterial()), Notes{}); }
+TEST(MaterialLosses, AnEmptyMaterialLosesNothing) { EXPECT_EQ(NotesOn(aiMaterial()), Notes{}); }
 
-TEST(MaterialLosses, CutOuts)
+TEST(MaterialLosses, CountsAlphaCutOuts)
 {
     aiMaterial material;
     SetAlphaMode(material, "MASK");
-    EXPECT_EQ(NotesOn(material), (Notes{"alpha cut-outs are left out (materials: 1)"}));
+    EXPECT_EQ(NotesOn(material), (Notes{"alpha cut-outs are dropped (materials: 1)"}));
 }
 
-TEST(MaterialLosses, SecondSidesHoweverTheyAreMarked)
+TEST(MaterialLosses, CountsDoubleSidedFlagsOfAnyType)
 {
     const bool yes = true;
     const int one = 1;
@@ -51,10 +51,10 @@ TEST(MaterialLosses, SecondSidesHoweverTheyAreMarked)
     MaterialLosses losses;
     for (const aiMaterial* material : {&truth, &number, &oneSided})
         losses.Count(*material);
-    EXPECT_EQ(losses.Notes(), (Notes{"double-sided materials become one-sided (2)"}));
+    EXPECT_EQ(losses.Notes(), (Notes{"double-sided materials become single-sided (2)"}));
 }
 
-TEST(MaterialLosses, TransparencyThatLiesInATextureAlone)
+TEST(MaterialLosses, CountsTransparencyFromTextures)
 {
     for (const aiTextureType type : {aiTextureType_DIFFUSE, aiTextureType_BASE_COLOR})
     {
@@ -62,10 +62,10 @@ TEST(MaterialLosses, TransparencyThatLiesInATextureAlone)
         SetAlphaMode(material, "BLEND");
         EXPECT_EQ(NotesOn(material), Notes{}) << "no texture";
         AddTexture(material, type);
-        EXPECT_EQ(NotesOn(material), (Notes{"transparency that textures alone have is left out (materials: 1)"}));
+        EXPECT_EQ(NotesOn(material), (Notes{"transparency from textures is dropped (materials: 1)"}));
         const float half = 0.5F;
         material.AddProperty(&half, 1, AI_MATKEY_OPACITY);
-        EXPECT_EQ(NotesOn(material), Notes{}) << "an opacity, which is kept";
+        EXPECT_EQ(NotesOn(material), Notes{}) << "the opacity is kept";
     }
     aiMaterial opaque;
     SetAlphaMode(opaque, "OPAQUE");
@@ -73,7 +73,7 @@ TEST(MaterialLosses, TransparencyThatLiesInATextureAlone)
     EXPECT_EQ(NotesOn(opaque), Notes{});
 }
 
-TEST(MaterialLosses, Metals)
+TEST(MaterialLosses, CountsMetallicMaterials)
 {
     const float none = 0;
     aiMaterial wood;
@@ -82,10 +82,10 @@ TEST(MaterialLosses, Metals)
     const float some = 0.25F;
     aiMaterial tin;
     tin.AddProperty(&some, 1, AI_MATKEY_METALLIC_FACTOR);
-    EXPECT_EQ(NotesOn(tin), (Notes{"metallic materials become non-metal (1)"}));
+    EXPECT_EQ(NotesOn(tin), (Notes{"metallic materials become non-metallic (1)"}));
 }
 
-TEST(MaterialLosses, UnlitMaterials)
+TEST(MaterialLosses, CountsUnlitMaterials)
 {
     const int phong = aiShadingMode_Phong;
     aiMaterial lit;
@@ -97,7 +97,7 @@ TEST(MaterialLosses, UnlitMaterials)
     EXPECT_EQ(NotesOn(flat), (Notes{"unlit materials become lit (1)"}));
 }
 
-TEST(MaterialLosses, FurtherLayersOnceAMaterial)
+TEST(MaterialLosses, CountsFurtherLayersOncePerMaterial)
 {
     const float half = 0.5F;
     const aiColor3D red(1, 0, 0);
@@ -111,10 +111,10 @@ TEST(MaterialLosses, FurtherLayersOnceAMaterial)
     MaterialLosses losses;
     for (const aiMaterial* material : {&coated, &clear, &velvet})
         losses.Count(*material);
-    EXPECT_EQ(losses.Notes(), (Notes{"sheen, clear coat and transmission are left out (materials: 3)"}));
+    EXPECT_EQ(losses.Notes(), (Notes{"sheen, clear coat and transmission are dropped (materials: 3)"}));
 }
 
-TEST(MaterialLosses, LayersWithoutStrengthAreNoLoss)
+TEST(MaterialLosses, IgnoresLayersWithAFactorOfZero)
 {
     const float none = 0;
     const aiColor3D black(0, 0, 0);

@@ -1,4 +1,4 @@
-// Two phases. The quick test hashes vertices until a hash repeats; most welded meshes end there, with nothing written.
+// Two phases. The quick test hashes vertices until a hash repeats; a mesh without duplicates ends there, unchanged.
 // Otherwise the indices are walked once: a table from hash to kept vertex finds duplicates, and a second table from old
 // vertex to kept vertex answers every later use of the same vertex without hashing. Results are built in new arrays and
 // swapped in at the end, so that an exception changes nothing. Cost: linear in vertices and indices on average. Sorting

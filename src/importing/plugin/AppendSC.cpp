@@ -1,8 +1,7 @@
-// Libraries are copied one after the other, and each copy's indices are shifted as soon as it is made, while it is in
-// the cache. Materials and textures are not copied whole: every surface brings those that it uses, unless the scene has
-// equal ones. The literal form scans the library for every use, which is quadratic; a plain container uses a table from
-// content to index instead. The table is filled only as far as the scans would have gone, so that the same hashes are
-// computed.
+// Libraries are copied one after the other, and the indices of each copy are shifted as soon as it is made, while it is
+// in the cache. Of materials and textures only those that surfaces use are copied, unless the scene has equal ones. The
+// literal form scans the library for every use, which is quadratic; a plain container uses a table from content to
+// index instead. The table is filled only as far as the scans would go, so that the same hashes are computed.
 // Cost: linear in both scenes on average.
 
 #include <importing/base/CheckedAccess.h>

@@ -40,9 +40,9 @@ namespace Importing
 ///
 /// Exceptions: an index outside its library throws std::out_of_range "invalid vector<T> subscript". A plain container
 /// throws it before anything has changed, unless the operation says otherwise; a derived container may have done a part
-/// of the work. In a plain container a walk that meets a node that is its own ancestor throws std::runtime_error "cycle
-/// in the node hierarchy", before anything has changed; a derived container recurses without end. If memory runs out
-/// (std::bad_alloc), the container remains valid, but a part of the work may have been done.
+/// of the work. In a plain container a walk that visits a node that is its own ancestor throws std::runtime_error
+/// "cycle in the node hierarchy", before anything has changed; a derived container recurses without end. If memory runs
+/// out (std::bad_alloc), the container remains valid, but a part of the work may have been done.
 ///
 /// The order and the spelling of the virtual operations are part of the interface.
 class IMPORTING_API SceneContainer : public Vyk_Channel

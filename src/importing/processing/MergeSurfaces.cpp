@@ -1,7 +1,7 @@
 // A plain container plans all merges first and then carries the plan out, so that a bad index changes nothing, each
 // merged mesh is reserved once and the surface list is compacted once. MergePlan.cpp finds the plan in linear time. The
-// literal form compares every base with every later surface, which is quadratic; a derived container gets it, because
-// the additions and erasures of its overrides may change what is compared next.
+// literal form compares every base with every later surface, which is quadratic. A derived container gets this form,
+// because its overrides of the erasing operations may change what is compared next.
 
 #include <importing/base/CheckedAccess.h>
 #include <importing/plugin/PlainContainer.h>

@@ -1,7 +1,7 @@
-// One walk over the references that remembers which meshes it has met; every further use gets a copy. A plain container
-// walks twice: first on the mesh indices alone, to find out whether every mesh that is to be copied will exist, then
-// for real. Cost: linear in references and copies. A set of indices is needed only for bad ones; a bit for each mesh
-// otherwise.
+// One walk over the references records which meshes are in use; every further use of a mesh gets a copy. A plain
+// container walks twice: first on the mesh indices alone, to check that every mesh that will be copied exists, then to
+// make the copies. One bit for each mesh records its use; only bad indices need a set. Cost: linear in references and
+// copies.
 
 #include <importing/base/CheckedAccess.h>
 #include <importing/plugin/PlainContainer.h>

@@ -28,10 +28,9 @@ namespace Importing
 /// Cost: an operation on the mesh is linear in V + I unless it says otherwise; accessors are constant.
 ///
 /// Exceptions: an operation that throws one of the exceptions it lists has not changed the mesh, apart from hashes that
-/// it computed. If memory runs out (std::bad_alloc), Optimize, setters and assignment have not changed it either;
+/// it computed. If memory runs out (std::bad_alloc), Optimize and setters have not changed it either; copy assignment,
 /// Append, TransformUVs, ComputeNormals, GenerateUVs... and ComputePointCacheNormals may have done a part of their
-/// work. After Append and TransformUVs the cached hash may then be outdated. The other operations that change a mesh do
-/// not allocate.
+/// work, and the cached hash may be outdated. The other operations that change a mesh do not allocate.
 class IMPORTING_API Geometry : public HashObject
 {
 public:
@@ -111,8 +110,8 @@ public:
 
     /// @name Emptying: geometry/Geometry.cpp
     /// @{
-    /// Empties the name, the vertices, the indices and the joints, and frees their memory. Deliberate: the poly size,
-    /// the bind-shape transform and the point cache do not change.
+    /// Empties the name, the vertices, the indices and the joints, and frees the memory of these arrays. Deliberate:
+    /// the poly size, the bind-shape transform and the point cache do not change.
     virtual int Release();
     /// @}
 

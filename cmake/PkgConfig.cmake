@@ -11,8 +11,10 @@ if(IMPORTING_PLATFORM_MATH)
 endif()
 list(JOIN flags " " IMPORTING_PC_CFLAGS)
 
-# In the order in which a static link resolves them. Its users name the host's own library themselves.
-list(TRANSFORM libraries PREPEND -l OUTPUT_VARIABLE libs)
+# In the order in which a static link resolves them. Users of the host's own library name it themselves.
+set(libs ${libraries})
+list(TRANSFORM libs REPLACE "^Pipeline$" ScenePipeline)  # the name of its file
+list(TRANSFORM libs PREPEND -l)
 if(WIN32 AND NOT BUILD_SHARED_LIBS)
     list(APPEND libs -lshlwapi)
 endif()

@@ -6,6 +6,7 @@
 #include <importing/math/Products.h>
 #include <importing/plugin/EntryPoints.h>
 #include <importing/plugin/SceneContainer.h>
+#include <pipeline/scene/SceneStats.h>
 
 #include <cstdio>
 #include <memory>
@@ -55,6 +56,13 @@ bool ScenesFlatten()
     return scene.NodeLibrary.size() == 1 && scene.NodeLibrary[0].GetName() == "Root";
 }
 
+bool PipelineCounts()
+{
+    SceneContainer scene;
+    scene.NodeLibrary.resize(3);
+    return Pipeline::CountScene(scene).nodes == 3;
+}
+
 bool EntryPointsMakeAContainer()
 {
     const std::unique_ptr<Vyk_Channel> channel(InitDLL());
@@ -76,6 +84,7 @@ int main()
     const bool allHold = Check("inline arithmetic is not fused", InlineArithmeticIsNotFused()) &&
                          Check("free functions link and work", FreeFunctionsLink()) &&
                          Check("a scene is flattened", ScenesFlatten()) &&
+                         Check("the pipeline library counts", PipelineCounts()) &&
                          Check("the entry points make a container", EntryPointsMakeAContainer());
     return allHold ? 0 : 1;
 }

@@ -105,8 +105,7 @@ TEST_F(ImportModelTest, DropsPointsAndLinesAndReportsThem)
 {
     const Model model = Import(WriteSmallObj(folder_));
     EXPECT_TRUE(Support::NodeNamed(scene_, "Wire").SurfaceList.empty());
-    EXPECT_EQ(TextsOf(model.notes),
-              (std::vector<std::string>{"points and lines are dropped (1)"}));
+    EXPECT_EQ(TextsOf(model.notes), (std::vector<std::string>{"points and lines are dropped (1)"}));
 }
 
 TEST_F(ImportModelTest, SurfacesGetTheirMaterialsAndMaps)

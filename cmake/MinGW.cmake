@@ -1,4 +1,4 @@
-# Toolchain: 64-bit Windows, built on Linux with mingw-w64 (posix threads), its programs run under Wine.
+# Toolchain for 64-bit Windows: mingw-w64 on Linux, with posix threads. Programs run under Wine.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 
@@ -7,7 +7,7 @@ set(CMAKE_C_COMPILER ${triplet}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${triplet}-g++-posix)
 set(CMAKE_RC_COMPILER ${triplet}-windres)
 
-# Programs come from the machine that builds; libraries, headers and packages from the target alone.
+# Programs are those of the build machine; libraries, headers and packages are only those of the target.
 set(CMAKE_FIND_ROOT_PATH /usr/${triplet})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)

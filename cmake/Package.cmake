@@ -1,4 +1,4 @@
-# `cpack` in the build folder makes a Debian package of what `cmake --install` puts in place.
+# `cpack` in the build folder makes a Debian package of what `cmake --install` installs.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME scenecontainer)
 set(CPACK_PACKAGE_VENDOR "The SceneContainer developers")
@@ -8,7 +8,7 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
-# What it needs is read from the programs; the libraries that it brings along are looked for in the build.
+# Dependencies are read from the programs; the libraries of the package itself are found in the build.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 include(CPack)

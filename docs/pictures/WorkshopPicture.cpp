@@ -2,7 +2,7 @@
 
 #include <pictures/Layout.h>
 #include <pictures/SceneDrawing.h>
-#include <pipeline/steps/FlattenSteps.h>
+#include <pipeline/steps/FlattenScene.h>
 #include <sceneprep/import/ImportModel.h>
 #include <sceneprep/report/Report.h>
 
@@ -19,11 +19,10 @@ using Importing::SceneContainer;
 constexpr int kWidth = 798;
 constexpr int kHeight = 670;
 
-void Flatten(SceneContainer& scene, Sceneprep::Progress& progress)
+void Flatten(SceneContainer& scene)
 {
-    Pipeline::StepSequence pipeline;
-    Pipeline::AddFlattenSteps(pipeline, Pipeline::FlattenOptions{});
-    pipeline.Run(scene, progress);
+    Pipeline::SceneSupplement supplement;
+    Pipeline::FlattenScene({scene, supplement});
 }
 
 Image DrawStreet(SceneContainer& scene, const SurfaceStyle& styleOf)
@@ -62,7 +61,7 @@ Image DrawWorkshop(const std::filesystem::path& sceneFile, std::ostream& counts)
     Panel left{DrawStreet(scene, [](int, std::size_t listing) { return Painted(DistinctColor(listing)); }),
                Caption("before: ", before)};
 
-    Flatten(scene, progress);
+    Flatten(scene);
     const Pipeline::SceneStats after = Pipeline::CountScene(scene);
     Panel right{DrawStreet(scene, [&scene](int surface, std::size_t) { return InColorOfMaterial(scene, surface); }),
                 Caption("after: ", after)};

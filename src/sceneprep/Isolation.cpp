@@ -39,7 +39,7 @@ std::string StopText()
 }
 
 /// @return whether the input at which the work crashed could be left out.
-bool LeaveOutCurrentInput(PrepareOptions& prepare)
+bool LeaveOutCurrentInput(PrepareCommand& prepare)
 {
     if (!prepare.keepGoing || WorkState::CurrentPhase() != Phase::Reading || prepare.inputs.size() < 2)
         return false;

@@ -1,7 +1,7 @@
 #include <sceneprep/Options.h>
 
 #include <fmt/format.h>
-#include <pipeline/steps/PrepareSteps.h>
+#include <pipeline/steps/Steps.h>
 #include <sceneprep/assimp/Formats.h>
 #include <sceneprep/run/Error.h>
 #include <sceneprep/run/PlaceFiles.h>
@@ -12,9 +12,7 @@
 namespace Sceneprep
 {
 
-using Pipeline::ChooseRecommended;
 using Pipeline::ParseUVMapping;
-using Pipeline::StepOptions;
 using Pipeline::UVMapping;
 using Pipeline::UVProjectionNames;
 
@@ -66,7 +64,7 @@ struct PrepareWords
     bool all = false;
 };
 
-void AddMeshSteps(CLI::App& command, StepOptions& steps, PrepareWords& words)
+void AddMeshSteps(CLI::App& command, Pipeline::PrepareOptions& steps, PrepareWords& words)
 {
     const auto flag = [&command](const char* name, bool& target, const char* help) {
         command.add_flag(name, target, help)->group(kStepGroup);
@@ -93,7 +91,7 @@ void AddMeshSteps(CLI::App& command, StepOptions& steps, PrepareWords& words)
         ->group(kStepGroup);
 }
 
-void AddSceneSteps(CLI::App& command, StepOptions& steps)
+void AddSceneSteps(CLI::App& command, Pipeline::PrepareOptions& steps)
 {
     const auto flag = [&command](const char* name, bool& target, const char* help) {
         return command.add_flag(name, target, help)->group(kStepGroup);
@@ -113,7 +111,7 @@ void AddSceneSteps(CLI::App& command, StepOptions& steps)
 
 CLI::App* AddPrepare(CLI::App& app, Options& options, PrepareWords& words)
 {
-    PrepareOptions& prepare = options.prepare;
+    PrepareCommand& prepare = options.prepare;
     CLI::App* command =
         app.add_subcommand("prepare", "Import models, run the chosen steps over them, export the result");
     command->add_option("INPUT", prepare.inputs, "The model to read; further ones are appended to it")
@@ -167,7 +165,7 @@ ParsedCommandLine BadUsage(const CLI::App& app, const std::string& problem)
 }
 
 /// @return what is wrong with the name of a report, which must overwrite nothing else; empty when nothing is.
-std::string CheckReportName(const char* option, const std::filesystem::path& file, const PrepareOptions& prepare)
+std::string CheckReportName(const char* option, const std::filesystem::path& file, const PrepareCommand& prepare)
 {
     if (file.empty())
         return {};
@@ -183,7 +181,7 @@ std::string CheckReportName(const char* option, const std::filesystem::path& fil
 
 /// Takes over what needs more than one option to be understood.
 /// @return what makes no sense; empty when all does.
-std::string Complete(const CLI::App& command, const PrepareWords& words, PrepareOptions& prepare)
+std::string Complete(const CLI::App& command, const PrepareWords& words, PrepareCommand& prepare)
 {
     for (const std::string& text : words.uvs)
     {
@@ -196,7 +194,13 @@ std::string Complete(const CLI::App& command, const PrepareWords& words, Prepare
         prepare.steps.uvs.push_back(mapping);
     }
     if (words.all)
-        ChooseRecommended(prepare.steps);
+    {
+        for (const Pipeline::Step& step : Pipeline::Steps())
+        {
+            if (step.isRecommended)
+                prepare.steps.*step.flag = true;
+        }
+    }
     for (const char* detail : {"--min-surfaces", "--max-vertices", "--ignore-animation"})
     {
         if (command.count(detail) > 0 && !prepare.steps.flatten)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <pipeline/steps/StepOptions.h>
+#include <pipeline/steps/PrepareOptions.h>
 
 #include <filesystem>
 #include <optional>
@@ -11,11 +11,11 @@ namespace Sceneprep
 {
 
 /// What `prepare` is asked to do.
-struct PrepareOptions
+struct PrepareCommand
 {
     std::vector<std::filesystem::path> inputs = {};  ///< the first takes the others
     std::filesystem::path output = {};
-    Pipeline::StepOptions steps = {};
+    Pipeline::PrepareOptions steps = {};
     bool strict = false;                              ///< fail when the world is not the same afterwards
     std::filesystem::path jsonFile = {};              ///< empty: none
     std::filesystem::path reportFile = {};            ///< the page; empty: none
@@ -45,7 +45,7 @@ struct Options
     std::filesystem::path plugin;  ///< empty: look for it in the usual places
     bool quiet = false;
     double memoryLimit = 0;  ///< in GiB; 0: three quarters of the machine's memory
-    PrepareOptions prepare;
+    PrepareCommand prepare;
     InspectOptions inspect;
 };
 

@@ -1,7 +1,7 @@
 #include <sceneprep/Prepare.h>
 
 #include <fmt/format.h>
-#include <pipeline/steps/PrepareSteps.h>
+#include <pipeline/steps/PrepareScene.h>
 #include <sceneprep/export/ExportModel.h>
 #include <sceneprep/import/ImportModel.h>
 #include <sceneprep/import/LoadInputs.h>
@@ -20,10 +20,8 @@
 namespace Sceneprep
 {
 
-using Pipeline::MakePipeline;
 using Pipeline::NotesOnTriangles;
 using Pipeline::RunStep;
-using Pipeline::StepOptions;
 using Pipeline::StepResult;
 
 namespace
@@ -31,7 +29,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-void CheckFiles(const PrepareOptions& options)
+void CheckFiles(const PrepareCommand& options)
 {
     for (const fs::path& input : options.inputs)
     {
@@ -72,7 +70,7 @@ SceneFigures MeasureInStep(const char* name, Importing::SceneContainer& scene, P
     return figures;
 }
 
-bool TurnsFaces(const StepOptions& steps) { return steps.checkOrientation || steps.fixCulling; }
+bool TurnsFaces(const Pipeline::PrepareOptions& steps) { return steps.checkOrientation || steps.fixCulling; }
 
 /// What the page shows of the scene before and after the steps.
 struct Pictures
@@ -81,7 +79,7 @@ struct Pictures
     Report::Picture after;
 };
 
-void WriteReports(const PrepareOptions& options, const PrepareReport& report, const Pictures& pictures)
+void WriteReports(const PrepareCommand& options, const PrepareReport& report, const Pictures& pictures)
 {
     if (!options.jsonFile.empty())
         WriteWhole(options.jsonFile, [&](std::ostream& file) { file << ReportJson(report); });
@@ -90,7 +88,7 @@ void WriteReports(const PrepareOptions& options, const PrepareReport& report, co
                    [&](std::ostream& file) { Report::WritePage(file, report, pictures.before, pictures.after); });
 }
 
-PrepareReport BeginReport(const PrepareOptions& options, const Inputs& inputs)
+PrepareReport BeginReport(const PrepareCommand& options, const Inputs& inputs)
 {
     PrepareReport report;
     report.inputs = inputs.read;
@@ -102,7 +100,7 @@ PrepareReport BeginReport(const PrepareOptions& options, const Inputs& inputs)
     return report;
 }
 
-void Process(const PrepareOptions& options, Model& model, Progress& progress, PrepareReport& report, Pictures& pictures)
+void Process(const PrepareCommand& options, Model& model, Progress& progress, PrepareReport& report, Pictures& pictures)
 {
     Importing::SceneContainer& scene = *model.scene;
     report.before = MeasureInStep("Measure", scene, progress, report);
@@ -113,7 +111,7 @@ void Process(const PrepareOptions& options, Model& model, Progress& progress, Pr
     WorkState::Enter(WorkState::Phase::Preparing, model.file);
     if (!options.reportFile.empty())
         pictures.before = Report::TakePicture(scene, report.before.world);
-    std::vector<StepResult> results = MakePipeline(options.steps).Run(scene, progress);
+    std::vector<StepResult> results = Pipeline::PrepareScene(scene, options.steps, model.supplement, progress).steps;
     report.steps.insert(report.steps.end(), std::make_move_iterator(results.begin()),
                         std::make_move_iterator(results.end()));
     report.after = MeasureInStep("Measure again", scene, progress, report);
@@ -122,7 +120,7 @@ void Process(const PrepareOptions& options, Model& model, Progress& progress, Pr
         pictures.after = Report::TakePicture(scene, report.after.world);
 }
 
-void Export(const PrepareOptions& options, Model& model, Progress& progress, PrepareReport& report)
+void Export(const PrepareCommand& options, Model& model, Progress& progress, PrepareReport& report)
 {
     WorkState::Enter(WorkState::Phase::Writing, options.output);
     RebaseReferences(*model.scene, model.file, options.output, model.textures);
@@ -136,7 +134,7 @@ void Export(const PrepareOptions& options, Model& model, Progress& progress, Pre
 
 }  // namespace
 
-int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ostream& out, std::ostream& errors,
+int Prepare(const PrepareCommand& options, const PluginLibrary& plugin, std::ostream& out, std::ostream& errors,
             Progress& progress)
 {
     CheckFiles(options);

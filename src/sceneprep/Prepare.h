@@ -16,7 +16,7 @@ namespace Sceneprep
 /// @param errors  takes one line for each input that was left out
 /// @return kDone, or kUnusable when inputs were left out.
 /// @throws ToolError when nothing could be written, which with strict includes a result that shows another world.
-int Prepare(const PrepareOptions& options, const PluginLibrary& plugin, std::ostream& out, std::ostream& errors,
+int Prepare(const PrepareCommand& options, const PluginLibrary& plugin, std::ostream& out, std::ostream& errors,
             Progress& progress);
 
 }  // namespace Sceneprep

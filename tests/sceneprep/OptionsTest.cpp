@@ -28,7 +28,7 @@ TEST(Options, FlatteningInDetail)
     ASSERT_TRUE(parsed.options) << parsed.error;
     EXPECT_EQ(parsed.options->command, Command::Prepare);
     EXPECT_EQ(parsed.options->plugin, "my.so");
-    const PrepareOptions& prepare = parsed.options->prepare;
+    const PrepareCommand& prepare = parsed.options->prepare;
     EXPECT_EQ(prepare.inputs, (std::vector<std::filesystem::path>{"in.obj"}));
     EXPECT_EQ(prepare.output, "out.glb");
     EXPECT_TRUE(prepare.steps.flatten);
@@ -64,7 +64,7 @@ TEST(Options, EveryStep)
          "--fix-culling", "--weld", "--normals", "--unify-normals", "--uvs", "cubic", "--uvs", "planar-z:1:world",
          "--surface-names", "--unique-names", "--collision-offsets"});
     ASSERT_TRUE(parsed.options) << parsed.error;
-    const StepOptions& steps = parsed.options->prepare.steps;
+    const Pipeline::PrepareOptions& steps = parsed.options->prepare.steps;
     EXPECT_TRUE(steps.resolveInstances && steps.repairMirrors && steps.checkOrientation && steps.fixCulling);
     EXPECT_TRUE(steps.weld && steps.normals && steps.unifyNormals);
     EXPECT_TRUE(steps.surfaceNames && steps.uniqueNames && steps.collisionOffsets);
@@ -78,7 +78,7 @@ TEST(Options, AllIsTheRecommendedRoadAndMayBeAddedTo)
     const ParsedCommandLine parsed =
         ParseCommandLine({"prepare", "a.obj", "-o", "out.glb", "--all", "--normals", "--max-vertices", "99"});
     ASSERT_TRUE(parsed.options) << parsed.error;
-    const StepOptions& steps = parsed.options->prepare.steps;
+    const Pipeline::PrepareOptions& steps = parsed.options->prepare.steps;
     EXPECT_TRUE(steps.repairMirrors && steps.weld && steps.flatten && steps.normals);
     EXPECT_FALSE(steps.checkOrientation || steps.fixCulling || steps.unifyNormals);
     EXPECT_EQ(steps.maxVertices, 99);

@@ -44,7 +44,7 @@ protected:
 
     PluginLibrary plugin_{SCENEPREP_PLUGIN};
     TemporaryFolder folder_;
-    PrepareOptions options_;
+    PrepareCommand options_;
     std::ostringstream out_;
     std::ostringstream errors_;
     std::ostringstream told_;

@@ -4,7 +4,7 @@
 #include <pipeline/scene/SceneStats.h>
 #include <pipeline/scene/Skeletons.h>
 #include <pipeline/steps/Facing.h>
-#include <pipeline/steps/PrepareSteps.h>
+#include <pipeline/steps/PrepareScene.h>
 #include <sceneprep/Models.h>
 #include <sceneprep/TestFiles.h>
 #include <sceneprep/assimp/Formats.h>
@@ -95,10 +95,10 @@ protected:
         return std::move(*model.scene);
     }
 
-    void Run(SceneContainer& scene, const StepOptions& options) { MakePipeline(options).Run(scene, progress_); }
+    void Run(SceneContainer& scene, const PrepareOptions& options) { PrepareScene(scene, options); }
 
     /// Runs the steps over the file, with what the tool itself compares.
-    void ExpectNoDifferenceAfter(const StepOptions& options)
+    void ExpectNoDifferenceAfter(const PrepareOptions& options)
     {
         SceneContainer scene = Import(GetParam());
         const WorldMeasure before = Measure(scene);
@@ -201,8 +201,7 @@ TEST_P(RealFilesTest, FlatteningWithoutRegardToAnimationLeavesTheRootAndWhatHasS
 
 TEST_P(RealFilesTest, TheRecommendedRoadKeepsTheWorld)
 {
-    StepOptions options;
-    ChooseRecommended(options);
+    PrepareOptions options = RecommendedSteps();
     ExpectNoDifferenceAfter(options);
     options.ignoreAnimation = true;
     ExpectNoDifferenceAfter(options);
@@ -226,8 +225,7 @@ TEST_P(RealFilesTest, EveryFormatHoldsTheWorld)
 TEST_P(RealFilesTest, ExportAndImportKeepThePreparedWorld)
 {
     SceneContainer scene = Import(GetParam());
-    StepOptions options;
-    ChooseRecommended(options);
+    PrepareOptions options = RecommendedSteps();
     options.ignoreAnimation = true;
     Run(scene, options);
     ExpectSameAfterExport(scene, "out.glb");

@@ -155,11 +155,4 @@ std::optional<D3DXMATRIX> InverseOf(const D3DXMATRIX& m)
     return inverse;
 }
 
-D3DXMATRIX Product(const D3DXMATRIX& first, const D3DXMATRIX& second)
-{
-    D3DXMATRIX product;
-    D3DXMatrixMultiply(&product, &first, &second);
-    return product;
-}
-
 }  // namespace Pipeline

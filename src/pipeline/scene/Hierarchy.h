@@ -1,5 +1,6 @@
 #pragma once
 
+#include <importing/math/Products.h>
 #include <importing/plugin/SceneContainer.h>
 
 #include <optional>
@@ -7,6 +8,8 @@
 
 namespace Pipeline
 {
+
+using Importing::Product;
 
 /// The nodes that can be reached from the scene's root, parents before children, siblings in the order of their list;
 /// the first is the root. Empty when the scene has no root.
@@ -41,7 +44,5 @@ bool IsShearFree(const D3DXMATRIX& matrix);
 
 /// @return the matrix that undoes an affine one; nothing when it flattens.
 std::optional<D3DXMATRIX> InverseOf(const D3DXMATRIX& matrix);
-
-D3DXMATRIX Product(const D3DXMATRIX& first, const D3DXMATRIX& second);
 
 }  // namespace Pipeline

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace Pipeline
@@ -37,13 +39,65 @@ struct SceneSupplement
     /// [geometries] Meshes that no step may weld, merge, bake or recompute: morph targets, points, lines. They stay on
     /// a node with their world matrix. Default: false.
     std::vector<bool> pinnedMeshes = {};
-    /// [nodes] Nodes that stay in the hierarchy, with everything below them, as animated nodes do: joints, targets of
-    /// animations that the container does not hold, hidden nodes. Default: false.
+    /// [nodes] Nodes that stay in the hierarchy, with everything below them, as animated nodes do, and also where
+    /// animation is ignored: joints, targets of animations that the container does not hold, hidden nodes. The root
+    /// stays in any case. Default: false.
     std::vector<bool> keptNodes = {};
     /// [nodes] The key of each node in the host's own tables; -1 for nodes that steps have added. Default: -1.
     std::vector<int> nodeKeys = {};
     /// [geometries] The key of each mesh in the host's own tables. A copy has the key of its original. Default: -1.
     std::vector<int> meshKeys = {};
 };
+
+/// Returns the entry at an index; the default where the list is shorter.
+template <typename List, typename Default>
+auto EntryOr(const List& list, std::size_t index, Default whereMissing)
+{
+    return index < list.size() ? static_cast<Default>(list[index]) : whereMissing;
+}
+
+/// Returns whether no step may change the mesh.
+inline bool IsPinned(const SceneSupplement& supplement, std::size_t geometry)
+{
+    return EntryOr(supplement.pinnedMeshes, geometry, false);
+}
+
+/// Returns whether the node stays in the hierarchy.
+inline bool IsKept(const SceneSupplement& supplement, std::size_t node)
+{
+    return EntryOr(supplement.keptNodes, node, false);
+}
+
+/// Gives a new mesh what is known about another one, of which it is a copy.
+inline void CopyMeshEntries(SceneSupplement& supplement, std::size_t from, std::size_t to)
+{
+    const auto copy = [from, to](auto& list, auto whereMissing) {
+        if (from >= list.size())
+            return;
+        if (to >= list.size())
+            list.resize(to + 1, whereMissing);
+        list[to] = list[from];
+    };
+    copy(supplement.layouts, VertexLayout());
+    copy(supplement.pinnedMeshes, false);
+    copy(supplement.meshKeys, -1);
+}
+
+/// Makes the entries of nodes follow their nodes.
+/// @param origins  [nodes, as they are now] the index that each node had before; -1 for nodes that are new
+inline void MoveNodeEntries(SceneSupplement& supplement, const std::vector<int>& origins)
+{
+    const auto move = [&origins](auto& list, auto whereMissing) {
+        if (list.empty())
+            return;
+        std::remove_reference_t<decltype(list)> moved;
+        moved.reserve(origins.size());
+        for (const int origin : origins)
+            moved.push_back(origin < 0 ? whereMissing : EntryOr(list, static_cast<std::size_t>(origin), whereMissing));
+        list = std::move(moved);
+    };
+    move(supplement.keptNodes, false);
+    move(supplement.nodeKeys, -1);
+}
 
 }  // namespace Pipeline

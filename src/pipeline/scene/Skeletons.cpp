@@ -213,6 +213,13 @@ bool IsSkinned(const SceneContainer& scene, int surface)
     return geometry >= 0 && !At(scene.GeometryLibrary, geometry).JointArray.empty();
 }
 
+bool IsBakeable(const WorkScene& scene, int surface)
+{
+    const int geometry = At(scene.container.SurfaceLibrary, surface).GetGeometryID();
+    return geometry >= 0 && !IsSkinned(scene.container, surface) &&
+           !IsPinned(scene.supplement, static_cast<std::size_t>(geometry));
+}
+
 std::vector<SkinnedMesh> ListSkinnedMeshes(const SceneContainer& scene, const NodeWalk& walk)
 {
     std::vector<SkinnedMesh> meshes;

@@ -2,6 +2,7 @@
 
 #include <importing/plugin/SceneContainer.h>
 #include <pipeline/scene/Hierarchy.h>
+#include <pipeline/scene/WorkScene.h>
 
 #include <cstddef>
 #include <map>
@@ -71,6 +72,9 @@ std::vector<int> JointParents(Importing::Geometry& geometry);
 
 /// @return whether the surface's mesh has joints.
 bool IsSkinned(const Importing::SceneContainer& scene, int surface);
+
+/// Returns whether a matrix may be baked into the surface's mesh: it has one, without joints, and it is not pinned.
+bool IsBakeable(const WorkScene& scene, int surface);
 
 /// A mesh with joints, and a node that shows it.
 struct SkinnedMesh

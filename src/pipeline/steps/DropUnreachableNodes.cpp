@@ -15,8 +15,9 @@ using Importing::At;
 using Importing::Node;
 using Importing::SceneContainer;
 
-void DropUnreachableNodes(SceneContainer& scene)
+void DropUnreachableNodes(const WorkScene& work)
 {
+    SceneContainer& scene = work.container;
     const NodeWalk walk = WalkFromRoot(scene);
     std::vector<int> reached = walk.order;
     std::sort(reached.begin(), reached.end());
@@ -37,6 +38,7 @@ void DropUnreachableNodes(SceneContainer& scene)
     if (!reached.empty())
         scene.SetRootNodeIndex(At(newIndex, scene.GetRootNodeIndex()));
     scene.NodeLibrary = std::move(nodes);
+    MoveNodeEntries(work.supplement, reached);
 }
 
 }  // namespace Pipeline

@@ -102,7 +102,7 @@ Inputs LoadInputs(const std::vector<fs::path>& files, bool keepGoing, const Plug
             inputs.skipped.push_back({file, problem});
     }
     if (inputs.read.size() > 1)
-        DropUnreachableNodes(*inputs.model.scene);  // each AppendSC() leaves a spare node
+        DropUnreachableNodes({*inputs.model.scene, inputs.model.supplement});  // each AppendSC() leaves a spare node
     return inputs;
 }
 

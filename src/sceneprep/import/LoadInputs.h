@@ -1,6 +1,6 @@
 #pragma once
 
-#include <pipeline/steps/StepSequence.h>
+#include <pipeline/steps/RunStep.h>
 #include <sceneprep/model/Model.h>
 #include <sceneprep/run/PluginLibrary.h>
 #include <sceneprep/run/Progress.h>

@@ -2,7 +2,7 @@
 
 #include <pipeline/scene/SceneStats.h>
 #include <pipeline/scene/WorldMeasure.h>
-#include <pipeline/steps/StepSequence.h>
+#include <pipeline/steps/RunStep.h>
 #include <sceneprep/run/Notes.h>
 
 #include <filesystem>

@@ -3,7 +3,7 @@
 #include <importing/plugin/SceneContainer.h>
 #include <pipeline/scene/SceneStats.h>
 #include <pipeline/scene/WorldMeasure.h>
-#include <pipeline/steps/StepSequence.h>
+#include <pipeline/steps/RunStep.h>
 
 #include <filesystem>
 #include <string>

@@ -14,9 +14,12 @@ using Support::ToText;
 TEST(DropUnreachableNodes, UnreachableNodesGoAndTheOthersKeepTheirOrder)
 {
     SceneContainer scene = Scene("Root( A( B ) C ) | Lost( Lost2 )");
+    SceneSupplement supplement;
     std::swap(scene.NodeLibrary[0], scene.NodeLibrary[4]);  // the root stands behind a lost node
     scene.SetRootNodeIndex(4);
-    DropUnreachableNodes(scene);
+    supplement.nodeKeys = {10, 11, 12, 13, 14};
+    DropUnreachableNodes({scene, supplement});
+    EXPECT_EQ(supplement.nodeKeys, (std::vector<int>{11, 12, 13, 14}));
     EXPECT_EQ(scene.NodeLibrary.size(), 4U);
     EXPECT_EQ(scene.GetRootNodeIndex(), 3);
     EXPECT_EQ(ToText(scene), "Root( A( B ) C )");

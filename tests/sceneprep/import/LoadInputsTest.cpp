@@ -43,7 +43,7 @@ std::vector<std::string> ProblemsOf(const std::vector<SkippedInput>& skipped)
 class LoadInputsTest : public testing::Test
 {
 protected:
-    Inputs Load(const PrepareOptions& options)
+    Inputs Load(const PrepareCommand& options)
     {
         return LoadInputs(options.inputs, options.keepGoing, plugin_, progress_);
     }

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <importing/plugin/SceneContainer.h>
+
+namespace Pipeline
+{
+
+/// Checks that the scene is a tree whose indices designate records. -1 is allowed where it means none.
+/// Takes linear time and changes nothing.
+/// @throws std::out_of_range when an index in a node, a surface or a mesh is outside its library or vertex array.
+/// @throws std::runtime_error when a node that is reached from the root has two parents or is below itself.
+void CheckScene(const Importing::SceneContainer& scene);
+
+}  // namespace Pipeline

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <pipeline/scene/PartCounter.h>
+#include <pipeline/scene/WorkScene.h>
+#include <pipeline/steps/Changes.h>
+#include <pipeline/steps/PrepareOptions.h>
+
+namespace Pipeline
+{
+
+/// Flips the winding of meshes whose first triangle faces away from its normal, as
+/// SceneContainer::CheckFacesOrientation() does. What a matrix mirrors is judged as viewers show it, with its winding
+/// flipped. Pinned meshes are skipped. The scene's surfaces must not share meshes.
+Changes CheckOrientation(const WorkScene& scene, const PrepareOptions& options = {},
+                         const PartListener& listener = IgnorePart);
+
+}  // namespace Pipeline

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <pipeline/scene/PartCounter.h>
+#include <pipeline/scene/WorkScene.h>
+#include <pipeline/steps/Changes.h>
+#include <pipeline/steps/PrepareOptions.h>
+
+namespace Pipeline
+{
+
+/// Flips the winding of triangles whose three normals all point against them. Pinned meshes are skipped.
+Changes FixCulling(const WorkScene& scene, const PrepareOptions& options = {},
+                   const PartListener& listener = IgnorePart);
+
+}  // namespace Pipeline

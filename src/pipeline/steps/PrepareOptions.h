@@ -1,0 +1,31 @@
+#pragma once
+
+#include <pipeline/steps/UVMapping.h>
+
+#include <vector>
+
+namespace Pipeline
+{
+
+/// Which steps PrepareScene() runs, in the order in which it runs them. By default it runs none; RecommendedSteps()
+/// returns the recommended choice. Steps() describes every step.
+struct PrepareOptions
+{
+    bool resolveInstances = false;
+    bool repairMirrors = false;
+    bool checkOrientation = false;
+    bool fixCulling = false;
+    bool weld = false;
+    bool normals = false;
+    bool unifyNormals = false;
+    std::vector<UVMapping> uvs = {};
+    bool uniqueNames = false;
+    bool flatten = false;
+    int minSurfaces = 2;           ///< for flatten; as in SceneContainer::MergeSurfaces()
+    int maxVertices = -1;          ///< for flatten; the largest mesh that merging makes; negative: no limit
+    bool ignoreAnimation = false;  ///< for flatten; animated nodes collapse, too
+    bool surfaceNames = false;
+    bool collisionOffsets = false;
+};
+
+}  // namespace Pipeline

@@ -1,0 +1,140 @@
+#include <pipeline/steps/RepairMirrors.h>
+
+#include <importing/base/CheckedAccess.h>
+#include <importing/math/SameBits.h>
+#include <pipeline/scene/Hierarchy.h>
+#include <pipeline/scene/Skeletons.h>
+#include <pipeline/steps/Facing.h>
+#include <pipeline/steps/ProbeScene.h>
+
+#include <algorithm>
+
+namespace Pipeline
+{
+
+namespace
+{
+
+using Importing::At;
+using Importing::Node;
+using Importing::SceneContainer;
+
+/// Joints do not follow a mesh into which a matrix is baked.
+bool ShowsFixedMesh(const WorkScene& work, const Node& node)
+{
+    return std::any_of(node.SurfaceList.begin(), node.SurfaceList.end(),
+                       [&work](std::int32_t surface) { return !IsBakeable(work, surface); });
+}
+
+/// @return for each node [nodes] whether its matrix must stay: it, or a node below it, is animated or kept, is a joint,
+/// or
+///         shows a skinned or pinned mesh.
+std::vector<bool> FindFixedBranches(const WorkScene& work, const NodeWalk& walk)
+{
+    SceneContainer& scene = work.container;
+    std::vector<bool> fixed = FindJointNodes(scene, walk);
+    for (auto node = walk.order.rbegin(); node != walk.order.rend(); ++node)  // children first
+    {
+        const auto position = static_cast<std::size_t>(*node);
+        const Node& record = scene.NodeLibrary[position];
+        if (record.GetAnimationID() != -1 || IsKept(work.supplement, position) || ShowsFixedMesh(work, record))
+            fixed[position] = true;
+        if (fixed[position] && walk.parent[position] >= 0)
+            fixed[static_cast<std::size_t>(walk.parent[position])] = true;
+    }
+    return fixed;
+}
+
+void RemoveMirrors(SceneContainer& scene, int node)
+{
+    scene.RemoveNegativeScaleMatricies(node, Importing::Transform::Indentity, Importing::Transform::Indentity);
+}
+
+bool KeepsTheWorld(SceneContainer& scene, const NodeWalk& walk, std::size_t start)
+{
+    ProbeScene probe(scene, walk, start);
+    RemoveMirrors(probe.Scene(), 0);
+    return probe.LiesAsBefore();
+}
+
+bool IsMirrored(SceneContainer& scene, int node)
+{
+    return IsMirroring(At(scene.NodeLibrary, node).GetLocalTransform().GetMatrix());
+}
+
+template <typename Object>
+void Carry(Object& object, const D3DXMATRIX& matrix)
+{
+    object.SetOffsetMatrix(Importing::Transform(Product(object.GetOffsetMatrix().GetMatrix(), matrix)));
+}
+
+/// Cameras and lights of nodes whose world matrix has changed get the difference into their offset.
+void KeepObjectsInPlace(SceneContainer& scene, const NodeWalk& walk, const std::vector<D3DXMATRIX>& before)
+{
+    const std::vector<D3DXMATRIX> now = WorldMatricesOf(scene, walk);
+    for (const int index : walk.order)
+    {
+        const Node& node = At(scene.NodeLibrary, index);
+        if (Importing::SameBits(At(before, index), At(now, index)))
+            continue;
+        const std::optional<D3DXMATRIX> back = InverseOf(At(now, index));
+        if (!back)
+            continue;
+        const D3DXMATRIX difference = Product(At(before, index), *back);
+        for (const std::int32_t camera : node.CameraList)
+            Carry(At(scene.CameraLibrary, camera), difference);
+        for (const std::int32_t light : node.LightList)
+            Carry(At(scene.LightLibrary, light), difference);
+    }
+}
+
+/// Faces look the same way when they are turned exactly where the world matrix has stopped, or begun, to mirror.
+void KeepFacesLooking(SceneContainer& scene, const NodeWalk& walk, const std::vector<bool>& mirroredBefore,
+                      const WindingRecord& winding)
+{
+    const std::vector<bool> mirrored = FindMirroredNodes(scene, walk);
+    for (const int index : walk.order)
+    {
+        const auto position = static_cast<std::size_t>(index);
+        const bool wanted = mirrored[position] != mirroredBefore[position];
+        for (const std::int32_t surface : scene.NodeLibrary[position].SurfaceList)
+        {
+            const int geometry = At(scene.SurfaceLibrary, surface).GetGeometryID();
+            if (geometry >= 0 && winding.IsTurned(scene, geometry) != wanted)
+                At(scene.GeometryLibrary, geometry).FlipFaces();
+        }
+    }
+}
+
+}  // namespace
+
+Changes RepairMirrors(const WorkScene& work, const PrepareOptions& /*options*/, const PartListener& listener)
+{
+    SceneContainer& scene = work.container;
+    const NodeWalk walk = WalkFromRoot(scene);
+    const std::vector<bool> fixed = FindFixedBranches(work, walk);
+    const std::vector<bool> mirroredBefore = FindMirroredNodes(scene, walk);
+    const std::vector<D3DXMATRIX> worldBefore = WorldMatricesOf(scene, walk);
+    const WindingRecord winding(scene);
+
+    PartCounter counter(listener, walk.order.size());
+    std::size_t repaired = 0;
+    std::size_t left = 0;
+    for (std::size_t i = walk.order.size(); i-- > 0;)  // children first
+    {
+        const int node = walk.order[i];
+        counter.Add(1);
+        if (!IsMirrored(scene, node))
+            continue;
+        const bool possible = !fixed[static_cast<std::size_t>(node)] && KeepsTheWorld(scene, walk, i);
+        ++(possible ? repaired : left);
+        if (possible)
+            RemoveMirrors(scene, node);
+    }
+
+    KeepObjectsInPlace(scene, walk, worldBefore);
+    KeepFacesLooking(scene, walk, mirroredBefore, winding);
+    return {{"mirrored nodes repaired", repaired}, {"mirrored nodes left as they are", left}};
+}
+
+}  // namespace Pipeline

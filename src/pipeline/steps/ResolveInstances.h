@@ -1,0 +1,15 @@
+#pragma once
+
+#include <pipeline/scene/PartCounter.h>
+#include <pipeline/scene/WorkScene.h>
+#include <pipeline/steps/Changes.h>
+#include <pipeline/steps/PrepareOptions.h>
+
+namespace Pipeline
+{
+
+/// Gives every reference to a surface a mesh of its own. A copy has the key, the layout and the pin of its original.
+Changes ResolveInstances(const WorkScene& scene, const PrepareOptions& options = {},
+                         const PartListener& listener = IgnorePart);
+
+}  // namespace Pipeline

@@ -1,0 +1,161 @@
+#include <pipeline/steps/FlattenScene.h>
+
+#include <gtest/gtest.h>
+#include <importing/math/SameBits.h>
+#include <pipeline/ExpectSameWorld.h>
+#include <pipeline/TestScene.h>
+
+#include <map>
+#include <string>
+
+namespace
+{
+
+using namespace Pipeline;
+using PipelineTests::TestScene;
+using SceneprepTests::ExpectSameWorld;
+using Support::ToText;
+
+TEST(FlattenScene, NothingRemainsOfAStaticHierarchyButTheRoot)
+{
+    TestScene scene("Root@5,0,0( P@1,0,0( Q( R@0,1,0( S[a=m:c] ) ) ) T[b=n:c] )");
+    const auto before = Measure(scene.container);
+    FlattenScene(scene);
+    EXPECT_EQ(ToText(scene.container), "Root[a]");
+    EXPECT_EQ(scene.container.NodeLibrary.size(), 1U);
+    ExpectSameWorld(Measure(scene.container), before);
+}
+
+TEST(FlattenScene, AnimatedNodesKeepTheirPlaceInTheWorld)
+{
+    TestScene scene("Root@5,0,0( P@1,0,0( Q@0,3,0( X@0,0,1*( Y[a] ) Z[b] ) ) )");
+    const auto before = Measure(scene.container);
+    FlattenScene(scene);
+    EXPECT_EQ(ToText(scene.container), "Root[b]( Q( X*( Y[a] ) ) )");
+    ExpectSameWorld(Measure(scene.container), before);
+}
+
+TEST(FlattenScene, IgnoredAnimationCollapsesEverything)
+{
+    TestScene scene("Root( P@1,0,0( X@0,0,1*( Y[a] ) ) )");
+    const auto before = Measure(scene.container);
+    FlattenScene(scene, {.ignoreAnimation = true});
+    EXPECT_EQ(ToText(scene.container), "Root[a]");
+    ExpectSameWorld(Measure(scene.container), before);
+}
+
+TEST(FlattenScene, FacesOfMirroredNodesLookTheSameWayAfterwards)
+{
+    TestScene scene("Root( P( A[a] ) B[b] )");
+    Support::NodeNamed(scene.container, "P").SetLocalTransform(Support::Scaling(1, -1, 1));
+    const auto before = Measure(scene.container);
+    FlattenScene(scene);
+    EXPECT_EQ(scene.container.NodeLibrary.size(), 1U);
+    ExpectSameWorld(Measure(scene.container), before);  // the signed volume tells the sides of faces apart
+    EXPECT_GT(before.volume, 1.9);
+}
+
+TEST(FlattenScene, AnEmptySceneStaysEmpty)
+{
+    TestScene scene(Importing::SceneContainer{});
+    FlattenScene(scene);
+    EXPECT_TRUE(scene.container.NodeLibrary.empty());
+    EXPECT_EQ(scene.container.GetRootNodeIndex(), -1);
+}
+
+TEST(FlattenScene, SkinnedMeshesAreNeitherCarriedNorMerged)
+{
+    for (const char* text : {"Root( P@1,0,0( A@0,2,0[a] B[b c d] ) )", "Root*[a b]( C[c] D[d] )"})
+    {
+        TestScene scene(text);
+        for (const char* surface : {"a", "b"})
+            Support::MeshOf(scene.container, surface).JointArray.resize(2);
+        const auto before = Measure(scene.container);
+        FlattenScene(scene);
+        EXPECT_EQ(Support::MeshOf(scene.container, "a").VertexArray.size(), 8U);
+        EXPECT_EQ(Support::MeshOf(scene.container, "b").VertexArray.size(), 8U);
+        EXPECT_EQ(Support::MeshOf(scene.container, "b").JointArray.size(), 2U);
+        ExpectSameWorld(Measure(scene.container), before);
+    }
+    TestScene scene("Root( P@1,0,0*( A@0,2,0[a] ) B[b] )");
+    for (const char* surface : {"a", "b"})
+        Support::MeshOf(scene.container, surface).JointArray.resize(2);
+    FlattenScene(scene);
+    EXPECT_EQ(ToText(scene.container), "Root( P*( A[a] ) B[b] )") << "what moves stays where it is";
+    FlattenScene(scene, {.ignoreAnimation = true});
+    EXPECT_EQ(ToText(scene.container), "Root( A[a] B[b] )");
+}
+
+TEST(FlattenScene, AnimatedSiblingsShareANodeAndChildrenOfTheRootNeedNone)
+{
+    TestScene scene("Root( A*[a] P@1,0,0( B*[b] C D*[d] ) )");
+    FlattenScene(scene);
+    EXPECT_EQ(ToText(scene.container), "Root( A*[a] P( B*[b] D*[d] ) )");
+}
+
+TEST(FlattenScene, FacesBelowAnimatedNodesAreNotFlipped)
+{
+    TestScene scene("Root( P*( A[a] ) )");
+    Support::NodeNamed(scene.container, "P").SetLocalTransform(Support::Scaling(1, -1, 1));
+    const auto indices = scene.container.GeometryLibrary[0].IndexArray;
+    FlattenScene(scene);
+    EXPECT_EQ(scene.container.GeometryLibrary[0].IndexArray, indices);
+    FlattenScene(scene, {.ignoreAnimation = true});
+    EXPECT_NE(scene.container.GeometryLibrary[0].IndexArray, indices);
+}
+
+TEST(FlattenScene, KeptNodesStayAlsoWhereAnimationIsIgnored)
+{
+    TestScene scene("Root( P@1,0,0( K@0,2,0[a]( L[b] ) ) Q@0,0,3( X*[c] ) )");
+    const auto before = Measure(scene.container);
+    scene.supplement.keptNodes = {false, false, true};
+    scene.supplement.nodeKeys = {10, 11, 12, 13, 14, 15};
+    FlattenScene(scene, {.ignoreAnimation = true});
+    EXPECT_EQ(ToText(scene.container), "Root[c]( P( K[a]( L[b] ) ) )");
+    ExpectSameWorld(Measure(scene.container), before);
+    std::map<std::string, int> keys;
+    for (std::size_t node = 0; node < scene.container.NodeLibrary.size(); ++node)
+    {
+        const std::string name = scene.container.NodeLibrary[node].GetName();
+        keys[name] = scene.supplement.nodeKeys.at(node);
+        EXPECT_EQ(IsKept(scene.supplement, node), name == "K");
+    }
+    EXPECT_EQ(keys, (std::map<std::string, int>{{"Root", 10}, {"P", 11}, {"K", 12}, {"L", 13}}));
+}
+
+TEST(FlattenScene, PinnedMeshesStayOnANodeWithTheirWorldMatrix)
+{
+    TestScene scene("Root[r=m:c]( P@1,0,0( M@0,2,0[p=n:c q=o:c] ) )");
+    Support::NodeNamed(scene.container, "M").SetLocalTransform(Support::Scaling(-1, 1, 2));
+    const auto before = Measure(scene.container);
+    scene.supplement.pinnedMeshes = {true, true, false};
+    scene.supplement.meshKeys = {5, 6, 7};
+    const Changes changes = FlattenScene(scene, {.ignoreAnimation = true});
+    EXPECT_EQ(changes, (Changes{{"skinned or pinned surfaces kept apart", 2}}));
+    EXPECT_EQ(ToText(scene.container), "Root[q r]( M[p] )");
+    const D3DXMATRIX matrix = Support::NodeNamed(scene.container, "M").GetLocalTransform().GetMatrix();
+    EXPECT_TRUE(Importing::SameBits(matrix, Support::Product(Support::Scaling(-1, 1, 2), Support::Translation(1, 0, 0))));
+    ExpectSameWorld(Measure(scene.container), before);
+    EXPECT_EQ(scene.supplement.meshKeys, (std::vector<int>{5, 6, 7}));
+}
+
+TEST(FlattenScene, MergedMeshesLoseTheirKeys)
+{
+    TestScene scene("Root( A[a=m:c] B[b=n:c] C[d=o:e] )");
+    scene.supplement.meshKeys = {5, 6, 7};
+    FlattenScene(scene);
+    EXPECT_EQ(scene.supplement.meshKeys, (std::vector<int>{-1, -1, 7}));
+}
+
+TEST(FlattenScene, NotesOfNodesAreRestored)
+{
+    TestScene scene("Root( P( A* ) B )");
+    for (Importing::Node& node : scene.container.NodeLibrary)
+        node.SetNote("note of " + node.GetName());
+    FlattenScene(scene);
+    EXPECT_EQ(ToText(scene.container), "Root( A* )");
+    for (Importing::Node& node : scene.container.NodeLibrary)
+        EXPECT_EQ(node.GetNote(), "note of " + node.GetName());
+}
+
+}  // namespace

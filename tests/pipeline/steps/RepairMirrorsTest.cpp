@@ -1,0 +1,153 @@
+#include <pipeline/steps/RepairMirrors.h>
+
+#include <gtest/gtest.h>
+#include <pipeline/ExpectSameWorld.h>
+#include <pipeline/TestScene.h>
+#include <pipeline/scene/Hierarchy.h>
+
+#include <vector>
+
+namespace
+{
+
+using namespace Pipeline;
+using Importing::SceneContainer;
+using PipelineTests::TestScene;
+using SceneprepTests::ExpectSameWorld;
+using Support::NodeNamed;
+using Support::Product;
+using Support::Scaling;
+using Support::Translation;
+
+Changes Repaired(std::size_t repaired, std::size_t left)
+{
+    return {{"mirrored nodes repaired", repaired}, {"mirrored nodes left as they are", left}};
+}
+
+/// A quarter turn about z.
+D3DXMATRIX Turn() { return {0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}; }
+
+bool IsMirrored(SceneContainer& scene, const char* node)
+{
+    return IsMirroring(NodeNamed(scene, node).GetLocalTransform().GetMatrix());
+}
+
+TEST(RepairMirrors, MirroringMovesFromTheNodesIntoTheMeshes)
+{
+    TestScene scene("Root( A@3,0,0[a]( B@0,2,0[b] ) C[c] )");
+    NodeNamed(scene.container, "A").SetLocalTransform(Product(Scaling(1, -2, 1), Translation(3, 0, 0)));
+    const WorldMeasure before = Measure(scene.container);
+    EXPECT_EQ(RepairMirrors(scene), Repaired(1, 0));
+    EXPECT_FALSE(IsMirrored(scene.container, "A"));
+    EXPECT_FALSE(IsMirrored(scene.container, "B"));
+    ExpectSameWorld(Measure(scene.container), before);
+    EXPECT_EQ(RepairMirrors(scene), Repaired(0, 0));
+}
+
+TEST(RepairMirrors, AMirroredNodeBelowAMirroredOneKeepsItsPlace)
+{
+    TestScene scene("Root( A[a]( B[b]( C@1,0,0[c] ) ) )");
+    NodeNamed(scene.container, "A").SetLocalTransform(Product(Scaling(-1, 1, 1), Translation(5, 0, 0)));
+    NodeNamed(scene.container, "B")
+        .SetLocalTransform(Product(Product(Scaling(1, -1, 1), Turn()), Translation(0, 7, 0)));
+    const WorldMeasure before = Measure(scene.container);
+    EXPECT_EQ(RepairMirrors(scene), Repaired(2, 0));
+    EXPECT_FALSE(IsMirrored(scene.container, "A"));
+    EXPECT_FALSE(IsMirrored(scene.container, "B"));
+    ExpectSameWorld(Measure(scene.container), before);
+}
+
+TEST(RepairMirrors, CamerasAndLightsKeepTheirPlaces)
+{
+    TestScene scene("Root( A@3,0,0( B@2,0,0{eye}<sun> ) )");
+    NodeNamed(scene.container, "A").SetLocalTransform(Scaling(-1, 1, 1));
+    scene.container.CameraLibrary[0].SetOffsetMatrix(Importing::Transform(Translation(0.5F, 0, 0)));
+    EXPECT_EQ(RepairMirrors(scene), Repaired(1, 0));
+    const D3DXMATRIX world = scene.container.CalculateGlobalTM(Support::NodeIndex(scene.container, "B"));
+    EXPECT_FLOAT_EQ(Product(scene.container.CameraLibrary[0].GetOffsetMatrix().GetMatrix(), world)._41, -2.5F);
+    EXPECT_FLOAT_EQ(Product(scene.container.LightLibrary[0].GetOffsetMatrix().GetMatrix(), world)._41, -2);
+}
+
+TEST(RepairMirrors, ObjectsOfOtherNodesAreLeftAlone)
+{
+    TestScene scene("Root( A B@2,0,0{eye} )");
+    NodeNamed(scene.container, "A").SetLocalTransform(Scaling(-1, 1, 1));
+    RepairMirrors(scene);
+    EXPECT_EQ(scene.container.CameraLibrary[0].GetOffsetMatrix().GetMatrix()._11, 1);
+}
+
+TEST(RepairMirrors, SkinnedMeshesAndJointsAreLeftMirrored)
+{
+    TestScene scene("Root( A( Hip ) B[b] C[c] )");
+    for (const char* node : {"A", "B", "C"})
+        NodeNamed(scene.container, node).SetLocalTransform(Scaling(-1, 1, 1));
+    scene.container.GeometryLibrary[0].JointArray.emplace_back(std::string("Hip"));
+    EXPECT_EQ(RepairMirrors(scene), Repaired(1, 2));
+    EXPECT_TRUE(IsMirrored(scene.container, "A")) << "above a joint";
+    EXPECT_TRUE(IsMirrored(scene.container, "B")) << "shows a skinned mesh";
+    EXPECT_FALSE(IsMirrored(scene.container, "C"));
+}
+
+TEST(RepairMirrors, BranchesThatMoveAreLeftMirrored)
+{
+    TestScene scene("Root( A( B*[b] ) C*[c] D[d] )");
+    for (const char* node : {"A", "C", "D"})
+        NodeNamed(scene.container, node).SetLocalTransform(Scaling(-1, 1, 1));
+    const WorldMeasure before = Measure(scene.container);
+    EXPECT_EQ(RepairMirrors(scene), Repaired(1, 2));
+    EXPECT_TRUE(IsMirrored(scene.container, "A"));
+    EXPECT_TRUE(IsMirrored(scene.container, "C"));
+    ExpectSameWorld(Measure(scene.container), before);
+}
+
+TEST(RepairMirrors, AMirrorThatCannotBeTakenApartIsLeft)
+{
+    D3DXMATRIX skew = Scaling(-1, 1, 1);
+    skew._21 = 0.5F;
+    TestScene scene("Root( A[a] )");
+    NodeNamed(scene.container, "A").SetLocalTransform(skew);
+    const WorldMeasure before = Measure(scene.container);
+    EXPECT_EQ(RepairMirrors(scene), Repaired(0, 1));
+    EXPECT_TRUE(IsMirrored(scene.container, "A"));
+    ExpectSameWorld(Measure(scene.container), before);
+}
+
+TEST(RepairMirrors, RepairKeepsFacesThatDisagreeWithTheirNormals)
+{
+    TestScene scene("Root( A[a] )");
+    NodeNamed(scene.container, "A").SetLocalTransform(Scaling(-1, 1, 1));
+    scene.container.GeometryLibrary[0].FlipFaces();
+    const WorldMeasure before = Measure(scene.container);
+    EXPECT_LT(before.volume, 0);
+    RepairMirrors(scene);
+    ExpectSameWorld(Measure(scene.container), before);
+}
+
+TEST(RepairMirrors, AnEmptySceneHasNothingToTurn)
+{
+    TestScene scene(Importing::SceneContainer{});
+    EXPECT_EQ(RepairMirrors(scene), Repaired(0, 0));
+}
+
+TEST(RepairMirrors, RepairingTellsItsPartByTheNodesThatAreDone)
+{
+    TestScene scene("Root( A[a]( B[b] ) C[c] )");
+    std::vector<double> parts;
+    RepairMirrors(scene, {}, [&parts](double part) { parts.push_back(part); });
+    EXPECT_EQ(parts, (std::vector<double>{0.25, 0.5, 0.75, 1}));
+}
+
+TEST(RepairMirrors, KeptNodesAndPinnedMeshesStayMirrored)
+{
+    TestScene scene("Root( A( K ) B[b] C[c] )");
+    for (const char* node : {"A", "B", "C"})
+        NodeNamed(scene.container, node).SetLocalTransform(Scaling(-1, 1, 1));
+    scene.supplement.keptNodes = {false, false, true};
+    scene.supplement.pinnedMeshes = {true};
+    const WorldMeasure before = Measure(scene.container);
+    EXPECT_EQ(RepairMirrors(scene), Repaired(1, 2));
+    EXPECT_FALSE(IsMirrored(scene.container, "C"));
+    ExpectSameWorld(Measure(scene.container), before);
+}
+
+}  // namespace

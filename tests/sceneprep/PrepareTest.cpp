@@ -197,7 +197,7 @@ TEST_F(PrepareTest, FacesThatWereAskedToTurnAreNoDifference)
     options_.steps.fixCulling = true;
     options_.strict = true;
     EXPECT_EQ(Run(), kDone);
-    EXPECT_THAT(out_.str(), HasSubstr("  1 triangles turned\n"));
+    EXPECT_THAT(out_.str(), HasSubstr("  1 triangles flipped\n"));
 }
 
 /// Two triangles that share three corners in places that welding takes for one.

@@ -1,4 +1,4 @@
-// The report page as a reader has it: written by sceneprep, opened from the disk in a browser.
+// Tests the HTML report: sceneprep writes it, and a browser opens the file.
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
 import { writeFileSync } from 'node:fs';
@@ -36,7 +36,7 @@ function writePage(name, scene, ...steps) {
   return pathToFileURL(page).href;
 }
 
-// Opens a page and keeps what goes wrong on it.
+// Opens a page and collects errors and requests.
 async function open(address, prepare = () => {}) {
   const page = await context.newPage();
   page.problems = [];
@@ -50,7 +50,7 @@ async function open(address, prepare = () => {}) {
   return page;
 }
 
-const draw = (page) => Promise.all(sides.map((side) => page.locator(`#${side}-picture`).screenshot()));
+const draw = (page) => Promise.all(sides.map((side) => page.locator(`#${side}-view`).screenshot()));
 
 async function differences(page, earlier) {
   const later = await draw(page);
@@ -71,9 +71,9 @@ test('the bundled scene', async (t) => {
     assert.ok(Math.abs(one - other) < 0.01);
   });
 
-  await t.test('is told in numbers', async () => {
+  await t.test('has the numbers of the scene', async () => {
     assert.equal(await page.locator('h1').textContent(), 'scene.glb');
-    assert.equal(await page.locator('#verdict').textContent(), 'The result shows the same world.');
+    assert.equal(await page.locator('#verdict').textContent(), 'The result matches the input.');
     assert.deepEqual(await cellsOf(page, 'surfaces'), ['1,494', '46', '-1,448 (-96.9 %)']);
     assert.deepEqual(await cellsOf(page, 'materials'), ['13', '13', 'same']);
     assert.match(await page.locator('#steps tr').last().textContent(), /^Export/);
@@ -86,14 +86,14 @@ test('the bundled scene', async (t) => {
     for (const share of await differences(page, earlier)) assert.ok(share > much);
     assert.match(await page.locator('#before-legend').textContent(), /^1,494 surfaces/);
     await choose(page, 'Collision offset');
-    assert.ok((await pixels.shareOfColored((await draw(page))[0])) < 0.001, 'nothing has an offset before the steps');
+    assert.ok((await pixels.shareOfColored((await draw(page))[0])) < 0.001, 'no surface has an offset before the steps');
     assert.ok((await pixels.shareOfColored((await draw(page))[1])) > 0.001);
-    await choose(page, 'Own colour');
+    await choose(page, 'Diffuse colour');
     for (const share of await differences(page, first)) assert.ok(share < 0.001);
   });
 
-  await t.test('turns in both pictures when one is dragged, and turns back', async () => {
-    await page.locator('#after-picture').hover();
+  await t.test('rotates both views when one is dragged, and resets them', async () => {
+    await page.locator('#after-view').hover();
     await page.mouse.down();
     await page.mouse.move(600, 300, { steps: 3 });
     await page.mouse.up();
@@ -102,8 +102,8 @@ test('the bundled scene', async (t) => {
     for (const share of await differences(page, first)) assert.ok(share < 0.001);
   });
 
-  await t.test('comes nearer with the wheel and turns with keys', async () => {
-    await page.locator('#before-picture').hover();
+  await t.test('zooms with the wheel and rotates with keys', async () => {
+    await page.locator('#before-view').hover();
     await page.mouse.wheel(0, -400);
     for (const share of await differences(page, first)) assert.ok(share > much);
     await page.locator('#reset').click();
@@ -112,7 +112,7 @@ test('the bundled scene', async (t) => {
     await page.locator('#reset').click();
   });
 
-  await t.test('becomes wires, and marks back faces', async () => {
+  await t.test('shows wireframes and marks back faces', async () => {
     for (const box of ['#wireframe', '#backs']) {
       await page.locator(box).check();
       for (const share of await differences(page, first)) assert.ok(share > 0.0005, box);
@@ -121,34 +121,34 @@ test('the bundled scene', async (t) => {
     }
   });
 
-  await t.test('leaves the console silent and the network alone', () => assert.deepEqual(page.problems, []));
+  await t.test('logs no errors and makes no requests', () => assert.deepEqual(page.problems, []));
 });
 
-test('without WebGL the numbers are there and a line says so', async () => {
+test('without WebGL the page shows the numbers and a warning', async () => {
   const page = await open(writePage('plain', SCENE), (opened) =>
     opened.addInitScript(() => {
       HTMLCanvasElement.prototype.getContext = () => null;
     }),
   );
-  assert.ok(await page.locator('#no-pictures').isVisible());
+  assert.ok(await page.locator('#no-webgl').isVisible());
   assert.ok(!(await page.locator('#stage').isVisible()));
   assert.deepEqual(await cellsOf(page, 'surfaces'), ['1,494', '1,494', 'same']);
   assert.deepEqual(page.problems, []);
 });
 
-test('another world and notes are told', async () => {
-  // Welding takes the corners of this triangle for one.
+test('differences and notes are shown', async () => {
+  // Welding merges two corners of this triangle.
   const scene = join(OUT, 'near.obj');
   writeFileSync(scene, 'v 10000 0 0\nv 10000.05 0 0\nv 10000 0 0.01\nvn 0 1 0\no Face\nf 1//1 3//1 2//1\nl 1 2\n');
   const page = await open(writePage('near', scene, '--weld'));
-  assert.equal(await page.locator('#verdict').textContent(), 'The result shows another world.');
+  assert.equal(await page.locator('#verdict').textContent(), 'The result differs from the input.');
   assert.match(await page.locator('#differences li').first().textContent(), /^bounds moved by 0\.0/);
   assert.match((await page.locator('#notes li').allTextContents()).join(), /lines/);
   assert.equal(await page.locator('#before-caption').textContent(), '1 triangle');
   assert.deepEqual(page.problems, []);
 });
 
-// A triangle whose names would become part of the page if they were taken for markup.
+// A triangle whose names would change the page if they were used as markup.
 function writeHostileScene(name) {
   const corners = Buffer.from(new Float32Array([0, 0, 0, 1, 0, 0, 0, 1, 0]).buffer);
   const file = join(OUT, '<b>hostile.gltf');
@@ -166,7 +166,7 @@ function writeHostileScene(name) {
   return file;
 }
 
-test('names from files stay names', async () => {
+test('names from files are shown as text', async () => {
   const name = '</script><script>window.taken = 1</script><!--<script><img src=x onerror="window.taken = 1">';
   const page = await open(writePage('hostile', writeHostileScene(name), '--all'));
   assert.equal(await page.evaluate(() => window.taken), undefined);

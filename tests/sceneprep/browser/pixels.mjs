@@ -1,6 +1,6 @@
-// Looks at what a browser draws.
+// Compares screenshots.
 
-// Pictures are decoded by the browser itself, in a page of its own.
+// Decodes images in a separate page of the browser.
 export class PixelReader {
   #page;
 
@@ -8,7 +8,7 @@ export class PixelReader {
     this.#page = page;
   }
 
-  // The share of pixels with a colour of their own: backgrounds are grey.
+  // Returns the share of coloured pixels; backgrounds are grey.
   async shareOfColored(png) {
     return this.#page.evaluate(async ([text]) => {
       const { data } = await decode(text);
@@ -21,7 +21,7 @@ export class PixelReader {
     }, [png.toString('base64')]);
   }
 
-  // The share of pixels that differ visibly between two pictures of one size.
+  // Returns the share of pixels that differ visibly between two images of equal size.
   async shareOfDifferent(a, b) {
     return this.#page.evaluate(async (texts) => {
       const [{ data: one }, { data: other }] = await Promise.all(texts.map(decode));

@@ -1,11 +1,11 @@
-// Two views side by side that one camera looks at.
+// Two views side by side that share one camera.
 import { PerspectiveCamera } from 'three';
 import { OrbitControls } from 'three/addons/controls/OrbitControls.js';
 import { fitPlanes, frame, joinBoxes, radiusOf } from './framing.mjs';
 import { View } from './View.mjs';
 
-const turn = Math.PI / 36;
-const approach = 0.9;
+const rotationStep = Math.PI / 36;
+const zoomStep = 0.9;
 
 export class Stage {
   #element;
@@ -13,7 +13,7 @@ export class Stage {
   #box;
   #camera = new PerspectiveCamera(30);
   #controls;
-  #isAwaitingFrame = false;
+  #isFrameRequested = false;
 
   constructor(element, canvases, pictures) {
     this.#element = element;
@@ -22,10 +22,10 @@ export class Stage {
     this.#controls = new OrbitControls(this.#camera, element);
     this.#controls.minDistance = radiusOf(this.#box) / 1000;
     this.#controls.maxDistance = radiusOf(this.#box) * 50;
-    this.#controls.addEventListener('change', () => this.#ask());
-    element.addEventListener('keydown', (event) => this.#obey(event));
-    new ResizeObserver(() => this.#fit()).observe(element);
-    this.#fit();
+    this.#controls.addEventListener('change', () => this.#requestFrame());
+    element.addEventListener('keydown', (event) => this.#handleKey(event));
+    new ResizeObserver(() => this.#resize()).observe(element);
+    this.#resize();
     this.reset();
   }
 
@@ -45,38 +45,38 @@ export class Stage {
     this.#controls.target.set(0, 0, 0);
     frame(this.#camera, this.#box);
     this.#controls.update();
-    this.#ask();
+    this.#requestFrame();
   }
 
   #change(action) {
     this.#views.forEach(action);
-    this.#ask();
+    this.#requestFrame();
   }
 
-  #fit() {
+  #resize() {
     this.#camera.aspect = this.#views[0].aspect;
     this.#change((view) => view.fitCanvas());
   }
 
-  // However much changes, one frame shows it.
-  #ask() {
-    if (this.#isAwaitingFrame) return;
-    this.#isAwaitingFrame = true;
+  // Several changes are drawn in one frame.
+  #requestFrame() {
+    if (this.#isFrameRequested) return;
+    this.#isFrameRequested = true;
     requestAnimationFrame(() => {
-      this.#isAwaitingFrame = false;
+      this.#isFrameRequested = false;
       fitPlanes(this.#camera, radiusOf(this.#box));
       this.#views.forEach((view) => view.render(this.#camera));
     });
   }
 
-  #obey(event) {
+  #handleKey(event) {
     const actions = {
-      ArrowLeft: () => this.#controls.rotateLeft(-turn),
-      ArrowRight: () => this.#controls.rotateLeft(turn),
-      ArrowUp: () => this.#controls.rotateUp(-turn),
-      ArrowDown: () => this.#controls.rotateUp(turn),
-      '+': () => this.#controls.dollyIn(approach),
-      '-': () => this.#controls.dollyOut(approach),
+      ArrowLeft: () => this.#controls.rotateLeft(-rotationStep),
+      ArrowRight: () => this.#controls.rotateLeft(rotationStep),
+      ArrowUp: () => this.#controls.rotateUp(-rotationStep),
+      ArrowDown: () => this.#controls.rotateUp(rotationStep),
+      '+': () => this.#controls.dollyIn(zoomStep),
+      '-': () => this.#controls.dollyOut(zoomStep),
     };
     const action = actions[event.key];
     if (!action || event.ctrlKey || event.altKey || event.metaKey) return;

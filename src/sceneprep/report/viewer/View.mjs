@@ -1,10 +1,10 @@
-// Draws one picture into one canvas.
+// Draws one scene into one canvas.
 import {
   BackSide, BufferAttribute, BufferGeometry, ColorManagement, DirectionalLight, DoubleSide, FrontSide, HemisphereLight,
   LinearSRGBColorSpace, Mesh, MeshBasicMaterial, MeshLambertMaterial, Scene, WebGLRenderer,
 } from 'three';
 
-// Colours are shown as they are given.
+// Colours are shown without conversion between colour spaces.
 ColorManagement.enabled = false;
 
 const backColor = 0xe6007e;
@@ -32,7 +32,7 @@ export class View {
   #front;
   #back;
 
-  // The scene is moved so that the centre lies at the origin, where single precision is best.
+  // Moves the scene so that its centre is at the origin, where single precision is best.
   constructor(canvas, picture, centre) {
     this.#canvas = canvas;
     this.#picture = picture;
@@ -79,7 +79,7 @@ export class View {
     this.#renderer.setSize(this.#canvas.clientWidth, this.#canvas.clientHeight, false);
   }
 
-  // Lit from over the viewer's left shoulder.
+  // The light is above and to the left of the camera.
   render(camera) {
     this.#light.position.set(-0.4, 0.5, 1).applyQuaternion(camera.quaternion);
     this.#renderer.render(this.#scene, camera);

@@ -1,9 +1,9 @@
-// Makes one text of page, style and viewer, and of that the list of strings that the program holds:
+// Bundles page, style and viewer into one text and writes it as C++ string literals, which the program includes:
 // node bundle.mjs OUTPUT
 import { readFile, writeFile } from 'node:fs/promises';
 import { build } from 'esbuild';
 
-// Compilers need not take string literals longer than this.
+// Longer string literals are not supported by all compilers.
 const pieceLength = 16000;
 const delimiter = 'page';
 
@@ -25,8 +25,8 @@ async function bundleViewer() {
 }
 
 function literals(text) {
-  if (/[\ud800-\udfff]/.test(text)) throw new Error('the page has characters that may be cut in two');
-  if (text.includes(`)${delimiter}"`)) throw new Error('the page has the mark that ends a string');
+  if (/[\ud800-\udfff]/.test(text)) throw new Error('the page has characters outside the basic plane, which may be split');
+  if (text.includes(`)${delimiter}"`)) throw new Error('the page contains the delimiter of the string literals');
   const pieces = [];
   for (let i = 0; i < text.length; i += pieceLength)
     pieces.push(`R"${delimiter}(${text.slice(i, i + pieceLength)})${delimiter}"`);
@@ -34,8 +34,8 @@ function literals(text) {
 }
 
 const viewer = await bundleViewer();
-if (/<\/script|<!--/i.test(viewer)) throw new Error('the viewer would end its element');
+if (/<\/script|<!--/i.test(viewer)) throw new Error('the viewer contains text that ends its script element');
 const style = await read('style.css');
-const [beforeData, behindData] = (await read('page.html')).split('@DATA@\n');
+const [beforeData, afterData] = (await read('page.html')).split('@DATA@\n');
 const fill = (text) => text.replace('@STYLE@', () => style).replace('@VIEWER@', () => viewer);
-await writeFile(process.argv[2], `${literals(fill(beforeData))},\n${literals(fill(behindData))}\n`);
+await writeFile(process.argv[2], `${literals(fill(beforeData))},\n${literals(fill(afterData))}\n`);

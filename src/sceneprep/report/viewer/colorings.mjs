@@ -1,8 +1,8 @@
-// Ways to colour a picture: what of a part decides, which colour it gets, what it is called.
+// Ways to colour a view: the key of a part that selects the colour, the colour of a key, and the name of a key.
 
 const plain = 0xb4b9be;
 
-// Hues a golden angle apart, so that neighbours in a row differ; lighter and darker by turns.
+// Consecutive numbers get hues that differ by the golden angle, and alternate between lighter and darker colours.
 export function distinctColor(number) {
   const hue = (205 + number * 137.508) % 360;
   const lightness = [0.55, 0.42, 0.68][number % 3];
@@ -28,7 +28,7 @@ function surfaceName(picture, surface) {
 export const colorings = [
   {
     id: 'diffuse',
-    label: 'Own colour',
+    label: 'Diffuse colour',
     keyOf: (part) => part.material,
     colorOf: (picture, material) => picture.materialColors[material] ?? plain,
     nameOf: materialName,
@@ -68,7 +68,7 @@ export const colorings = [
   },
 ];
 
-// The colours of a picture, those that cover most triangles first.
+// Lists the colours of a view, ordered by the number of triangles that they cover.
 export function listColors(picture, coloring) {
   const triangles = new Map();
   for (const part of picture.parts) {

@@ -1,4 +1,4 @@
-// Reads what stands in the page's elements.
+// Reads the data from the elements of the page.
 
 export const element = (id) => document.getElementById(id);
 
@@ -11,7 +11,7 @@ function readBytes(id) {
   return bytes;
 }
 
-// A picture: its box, its triangles as 16-bit places in that box, and the parts that they belong to.
+// Reads one view of the scene: its bounding box, its triangles as 16-bit positions in that box, and its parts.
 export function readPicture(id) {
   const corners = new Uint16Array(readBytes(`${id}-corners`).buffer);
   const numbers = new Int32Array(readBytes(`${id}-parts`).buffer);

@@ -1,9 +1,9 @@
-// Where the camera stands.
+// Positions the camera.
 import { Vector3 } from 'three';
 
 const firstSide = new Vector3(0.62, 0.42, 0.66).normalize();
 
-// The box around what both pictures show.
+// Returns the bounding box of both views.
 export function joinBoxes(pictures) {
   const filled = pictures.filter((picture) => picture.shown > 0);
   const side = (pick, name) => [0, 1, 2].map((axis) => (filled.length ? pick(...filled.map((p) => p[name][axis])) : 0));
@@ -22,7 +22,7 @@ function cornersOf({ half: [x, y, z] }) {
   return signs.flatMap((a) => signs.flatMap((b) => signs.map((c) => new Vector3(a * x, b * y, c * z))));
 }
 
-// Looks at the box's centre, which is the origin, from as near as shows all of the box.
+// Points the camera at the centre of the box, which is the origin, from the smallest distance that shows the whole box.
 export function frame(camera, box) {
   camera.position.copy(firstSide);
   camera.lookAt(0, 0, 0);
@@ -36,7 +36,7 @@ export function frame(camera, box) {
   camera.position.multiplyScalar(distance * 1.03);
 }
 
-// Planes close around what is shown leave the depths most of their precision.
+// Clip planes close to the scene give the depth buffer its best precision.
 export function fitPlanes(camera, radius) {
   const distance = camera.position.length();
   camera.near = Math.max(distance - 1.1 * radius, radius / 2000);

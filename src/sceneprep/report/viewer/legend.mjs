@@ -1,4 +1,4 @@
-// Says which colour stands for what.
+// Fills in the legend, which names the colours of a view.
 import { listColors } from './colorings.mjs';
 import { element } from './data.mjs';
 import { formatCount } from './numbers.mjs';
@@ -21,6 +21,6 @@ export function showLegend(id, picture, coloring) {
   const colors = listColors(picture, coloring);
   const items = [makeItem(formatCount(colors.length, coloring.kind))];
   for (const { name, color } of colors.slice(0, mostNamed)) items.push(makeItem(name, color));
-  if (colors.length > mostNamed) items.push(makeItem('and more'));
+  if (colors.length > mostNamed) items.push(makeItem('more …'));
   element(id).replaceChildren(...items);
 }

@@ -1,4 +1,4 @@
-// Fills in what the report says in numbers and words. All texts are set as texts: names from files are no markup.
+// Fills in the numbers and texts of the report. Names from files are set as text, never as markup.
 import { element } from './data.mjs';
 
 const whole = new Intl.NumberFormat('en');
@@ -26,8 +26,8 @@ function addRow(body, heading, cells) {
 function changeOf(before, after, format) {
   if (before === after) return make('td', 'same', { className: 'same' });
   const share = (100 * (after - before)) / Math.abs(before);
-  const isTellable = Number.isFinite(share) && Math.abs(share) >= smallestPercent;
-  return make('td', format.format(after - before) + (isTellable ? ` (${percent.format(share)} %)` : ''));
+  const isShown = Number.isFinite(share) && Math.abs(share) >= smallestPercent;
+  return make('td', format.format(after - before) + (isShown ? ` (${percent.format(share)} %)` : ''));
 }
 
 function addCount(body, name, before, after) {
@@ -86,10 +86,10 @@ function showOutcome({ inputs, leftOut, output, differences, notes }) {
   const fileName = output.split('/').pop();
   document.title = `${fileName} - sceneprep report`;
   element('output').textContent = fileName;
-  const without = leftOut.length > 0 ? `; left out: ${leftOut.join(', ')}` : '';
+  const without = leftOut.length > 0 ? `; skipped: ${leftOut.join(', ')}` : '';
   element('inputs').textContent = `from ${inputs.join(', ')}${without}`;
   const verdict = element('verdict');
-  verdict.textContent = `The result shows ${differences.length > 0 ? 'another' : 'the same'} world.`;
+  verdict.textContent = `The result ${differences.length > 0 ? 'differs from' : 'matches'} the input.`;
   verdict.classList.toggle('differs', differences.length > 0);
   fillList('differences', differences);
   fillList('notes', notes);

@@ -1,4 +1,4 @@
-// The page's program: numbers first, then the pictures where the browser can draw them.
+// The program of the page: fills in the numbers, then the views if the browser supports WebGL.
 import { colorings } from './colorings.mjs';
 import { element, readJson, readPicture } from './data.mjs';
 import { showLegend } from './legend.mjs';
@@ -12,10 +12,10 @@ const hasWebGL = () => Boolean(document.createElement('canvas').getContext('webg
 function showCaption(side, { shown, triangles }) {
   const all = formatCount(triangles, 'triangle');
   element(`${side}-caption`).textContent =
-    shown === triangles ? all : `${formatCount(shown, 'triangle')} drawn of ${all}, evenly left out`;
+    shown === triangles ? all : `${formatCount(shown, 'triangle')} of ${all} shown, evenly chosen`;
 }
 
-// A switch with one position for each way to colour. The page's address may name the first: report.html#node.
+// Adds a switch with one position per colouring. The fragment of the address selects the first one: report.html#node.
 function addColoringSwitch(choose) {
   const named = colorings.find(({ id }) => `#${id}` === location.hash) ?? colorings[0];
   for (const coloring of colorings) {
@@ -30,9 +30,9 @@ function addColoringSwitch(choose) {
   choose(named);
 }
 
-function showPictures() {
+function showViews() {
   const pictures = sides.map(readPicture);
-  const canvases = sides.map((side) => element(`${side}-picture`));
+  const canvases = sides.map((side) => element(`${side}-view`));
   const stage = new Stage(element('stage'), canvases, pictures);
   sides.forEach((side, i) => showCaption(side, pictures[i]));
   addColoringSwitch((coloring) => {
@@ -44,11 +44,11 @@ function showPictures() {
   element('reset').addEventListener('click', () => stage.reset());
 }
 
-function leaveOutPictures() {
+function hideViews() {
   for (const id of ['controls', 'stage', 'hint']) element(id).hidden = true;
-  element('no-pictures').hidden = false;
+  element('no-webgl').hidden = false;
 }
 
 showNumbers(readJson('report'));
-if (hasWebGL()) showPictures();
-else leaveOutPictures();
+if (hasWebGL()) showViews();
+else hideViews();

@@ -120,7 +120,7 @@ TEST_F(PrepareTest, JsonHoldsTheSame)
     EXPECT_THAT(steps, testing::ElementsAre("Read small.obj", "Import small.obj", "Measure",
                                             "Compute collision offsets", "Measure again", "Export"));
     EXPECT_EQ(json["before"]["counts"]["triangles"], 3);
-    EXPECT_EQ(json["notes"].size(), 1U);
+    EXPECT_TRUE(json["notes"].empty());
     EXPECT_TRUE(json["differences"].empty());
 }
 

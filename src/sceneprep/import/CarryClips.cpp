@@ -1,6 +1,6 @@
 #include <sceneprep/import/CarryClips.h>
 
-#include <sceneprep/import/CarryMorphTargets.h>
+#include <sceneprep/import/CarryPrimitive.h>
 
 #include <algorithm>
 #include <utility>

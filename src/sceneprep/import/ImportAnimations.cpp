@@ -106,24 +106,11 @@ std::vector<Importing::Key> ConvertChannel(const aiNodeAnim& channel, double tic
     return keys;
 }
 
-struct Dropped
+std::vector<std::string> NotesOn(std::size_t earlyStarts)
 {
-    std::size_t channels = 0;
-    std::size_t starts = 0;
-    std::size_t morphs = 0;
-};
-
-std::vector<std::string> NotesOn(const Dropped& dropped)
-{
-    std::vector<std::string> notes;
-    if (dropped.channels > 0)
-        notes.push_back(
-            fmt::format("channels of nodes that an earlier animation moves are dropped ({})", dropped.channels));
-    if (dropped.starts > 0)
-        notes.push_back(fmt::format("animation keys before time 0 are dropped (nodes: {})", dropped.starts));
-    if (dropped.morphs > 0)
-        notes.push_back(fmt::format("animation channels of morph targets are dropped ({})", dropped.morphs));
-    return notes;
+    if (earlyStarts == 0)
+        return {};
+    return {fmt::format("animation keys before time 0 are dropped (nodes: {})", earlyStarts)};
 }
 
 }  // namespace
@@ -131,12 +118,11 @@ std::vector<std::string> NotesOn(const Dropped& dropped)
 std::vector<std::string> ImportAnimations(const aiScene& source, const NodeNames& nodes,
                                           Importing::SceneContainer& scene)
 {
-    Dropped dropped;
+    std::size_t earlyStarts = 0;
     for (unsigned a = 0; a < source.mNumAnimations; ++a)
     {
         const aiAnimation& animation = *source.mAnimations[a];
         const double ticksPerSecond = animation.mTicksPerSecond > 0 ? animation.mTicksPerSecond : kUsualTicksPerSecond;
-        dropped.morphs += animation.mNumMeshChannels + animation.mNumMorphMeshChannels;
         for (unsigned c = 0; c < animation.mNumChannels; ++c)
         {
             const aiNodeAnim& channel = *animation.mChannels[c];
@@ -145,17 +131,14 @@ std::vector<std::string> ImportAnimations(const aiScene& source, const NodeNames
                 continue;
             Importing::Node& node = Importing::At(scene.NodeLibrary, found->second);
             if (node.GetAnimationID() >= 0)
-            {
-                ++dropped.channels;
                 continue;
-            }
             std::vector<Importing::Key> keys = ConvertChannel(channel, ticksPerSecond);
-            dropped.starts += BeginsEarly(channel) ? 1 : 0;
+            earlyStarts += BeginsEarly(channel) ? 1 : 0;
             if (!keys.empty())
                 node.SetAnimationID(scene.AddAnimationToLibrary(std::move(keys), true));
         }
     }
-    return NotesOn(dropped);
+    return NotesOn(earlyStarts);
 }
 
 }  // namespace Sceneprep

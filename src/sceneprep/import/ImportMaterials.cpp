@@ -8,6 +8,7 @@
 #include <sceneprep/assimp/Roughness.h>
 #include <sceneprep/assimp/SourceFormat.h>
 #include <sceneprep/import/ImportTextureTransform.h>
+#include <sceneprep/import/MaterialPatch.h>
 #include <sceneprep/model/EncodePng.h>
 #include <sceneprep/model/Uri.h>
 
@@ -81,8 +82,8 @@ bool RepeatsDiffuse(std::vector<Map>& maps, Map& map)
 
 }  // namespace
 
-MaterialImporter::MaterialImporter(const aiScene& source, Importing::SceneContainer& scene, Textures& textures)
-    : source_(source), scene_(scene), textures_(textures)
+MaterialImporter::MaterialImporter(const aiScene& source, Model& model)
+    : source_(source), scene_(*model.scene), textures_(model.textures), carried_(model.carried.materialOf)
 {}
 
 void MaterialImporter::Apply(unsigned sourceMaterial, Importing::Surface& surface)
@@ -98,9 +99,23 @@ void MaterialImporter::Apply(unsigned sourceMaterial, Importing::Surface& surfac
 
 MaterialImporter::Imported MaterialImporter::Import(const aiMaterial& source)
 {
-    losses_.Count(source);
+    return {AddMaterial(source), ImportMaps(source)};
+}
+
+int MaterialImporter::AddMaterial(const aiMaterial& source)
+{
     Material material = ConvertMaterial(source);
-    return {scene_.AddMaterialToLibrary(material, true), ImportMaps(source)};
+    Json patch = MaterialPatch(source);
+    const int same = scene_.AddMaterialToLibrary(material, true);
+    const auto [found, isNew] = indexByPatch_.emplace(std::pair(same, patch.dump()), same);
+    if (!isNew)
+        return found->second;
+    // Materials that only the container cannot tell apart stay two.
+    if (static_cast<std::size_t>(same) < carried_.size())
+        found->second = scene_.AddMaterialToLibrary(material, false);
+    carried_.resize(scene_.MaterialLibrary.size());
+    carried_.back().patch = std::move(patch);
+    return found->second;
 }
 
 std::vector<Map> MaterialImporter::ImportMaps(const aiMaterial& source)
@@ -151,8 +166,6 @@ std::vector<std::string> MaterialImporter::Notes() const
         notes.push_back(fmt::format("texture transforms are dropped (layers: {})", droppedTransforms_));
     if (notRepeated_ > 0)
         notes.push_back(fmt::format("wrap modes of textures become repeat (layers: {})", notRepeated_));
-    for (std::string& note : losses_.Notes())
-        notes.push_back(std::move(note));
     return notes;
 }
 

@@ -2,8 +2,7 @@
 
 #include <assimp/scene.h>
 #include <importing/plugin/SceneContainer.h>
-#include <sceneprep/import/MaterialLosses.h>
-#include <sceneprep/model/Textures.h>
+#include <sceneprep/model/Model.h>
 
 #include <cstddef>
 #include <map>
@@ -20,7 +19,7 @@ namespace Sceneprep
 class MaterialImporter
 {
 public:
-    MaterialImporter(const aiScene& source, Importing::SceneContainer& scene, Textures& textures);
+    MaterialImporter(const aiScene& source, Model& model);
 
     /// Sets material and maps of the surface to those of a material of the file. Does nothing if the index is invalid.
     void Apply(unsigned sourceMaterial, Importing::Surface& surface);
@@ -36,6 +35,7 @@ private:
     };
 
     Imported Import(const aiMaterial& material);
+    int AddMaterial(const aiMaterial& material);
     std::vector<Importing::Map> ImportMaps(const aiMaterial& material);
     /// Sets the texture transform of the map, or counts it as dropped.
     void ApplyTransform(const aiMaterial& material, aiTextureType type, unsigned layer, Importing::Map& map);
@@ -43,10 +43,11 @@ private:
     const aiScene& source_;
     Importing::SceneContainer& scene_;
     Textures& textures_;
+    std::vector<CarriedMaterial>& carried_;
+    std::map<std::pair<int, std::string>, int> indexByPatch_;  // by a material of equal content, and the patch
     std::map<unsigned, Imported> imported_;
     std::size_t droppedTransforms_ = 0;
     std::size_t notRepeated_ = 0;
-    MaterialLosses losses_;
 };
 
 /// Returns the images that are embedded in the file. Raw pixels are encoded as PNG.

@@ -4,10 +4,15 @@
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/assimp/Conversions.h>
 #include <sceneprep/assimp/SurfaceExtras.h>
+#include <sceneprep/import/CarryClips.h>
+#include <sceneprep/import/CarryPrimitive.h>
 #include <sceneprep/import/ImportAnimations.h>
 #include <sceneprep/import/ImportMaterials.h>
+#include <sceneprep/import/ImportMesh.h>
 #include <sceneprep/import/ImportObjects.h>
 #include <sceneprep/import/ImportSkins.h>
+
+#include <numeric>
 
 namespace Sceneprep
 {
@@ -19,56 +24,14 @@ namespace
 {
 
 using Importing::At;
-using Importing::Geometry;
 using Importing::SceneContainer;
-
-bool HoldsTriangles(const aiMesh& mesh) { return (mesh.mPrimitiveTypes & aiPrimitiveType_TRIANGLE) != 0; }
-
-void FillVertices(const aiMesh& mesh, Geometry& geometry)
-{
-    geometry.VertexArray.reserve(mesh.mNumVertices);
-    for (unsigned v = 0; v < mesh.mNumVertices; ++v)
-    {
-        Importing::Vertex& vertex = geometry.VertexArray.emplace_back(ToVector(mesh.mVertices[v]));
-        if (mesh.HasNormals())
-            vertex.SetNormal(ToVector(mesh.mNormals[v]));
-        for (unsigned set = 0; set < mesh.GetNumUVChannels(); ++set)
-        {
-            const aiVector3D& uv = mesh.mTextureCoords[set][v];
-            vertex.SetTexCoord({uv.x, uv.y}, set);
-        }
-    }
-}
-
-void FillTriangles(const aiMesh& mesh, Geometry& geometry)
-{
-    geometry.IndexArray.reserve(3 * static_cast<std::size_t>(mesh.mNumFaces));
-    for (unsigned f = 0; f < mesh.mNumFaces; ++f)
-    {
-        const aiFace& face = mesh.mFaces[f];
-        if (face.mNumIndices == 3)
-            geometry.IndexArray.insert(geometry.IndexArray.end(), face.mIndices, face.mIndices + 3);
-    }
-}
-
-/// Returns how many weights are dropped.
-std::size_t FillGeometry(const aiMesh& mesh, Geometry& geometry)
-{
-    geometry.SetName(mesh.mName.C_Str());
-    FillVertices(mesh, geometry);
-    const std::size_t dropped = ImportWeights(mesh, geometry);
-    FillTriangles(mesh, geometry);
-    if (!mesh.HasNormals())
-        geometry.ComputeNormals();  // copies weights to the vertices that it splits
-    return dropped;
-}
 
 /// Converts the nodes and meshes of one file into a scene.
 class SceneImporter
 {
 public:
     SceneImporter(ModelSource& file, Model& model, const PartListener& listener)
-        : file_(file), source_(file.Scene()), scene_(*model.scene), materials_(source_, scene_, model.textures),
+        : file_(file), source_(file.Scene()), model_(model), scene_(*model.scene), materials_(source_, model),
           geometryOf_(source_.mNumMeshes, -1), counter_(listener, source_.mNumMeshes)
     {}
 
@@ -113,8 +76,7 @@ private:
         node.SetLocalTransform(Importing::Transform(ToMatrix(source.mTransformation)));
         for (unsigned m = 0; m < source.mNumMeshes; ++m)
         {
-            if (HoldsTriangles(*source_.mMeshes[source.mMeshes[m]]))
-                node.SurfaceList.push_back(ImportSurface(source, source.mMeshes[m]));
+            node.SurfaceList.push_back(ImportSurface(source, source.mMeshes[m]));
         }
         scene_.NodeLibrary.push_back(std::move(node));
 
@@ -146,15 +108,37 @@ private:
         if (first < 0)
         {
             first = scene_.CreateNewGeometryInLibrary();
-            droppedWeights_ += FillGeometry(*source_.mMeshes[mesh], At(scene_.GeometryLibrary, first));
+            FillGeometry(*source_.mMeshes[mesh], first);
             file_.Release(mesh);
             counter_.Add(1);
         }
         return first;
     }
 
+    void FillGeometry(const aiMesh& source, int index)
+    {
+        ImportedMesh imported = ImportMesh(source, At(scene_.GeometryLibrary, index));
+        droppedWeights_ += imported.droppedWeights;
+        Pipeline::SceneSupplement& supplement = model_.supplement;
+        const auto size = scene_.GeometryLibrary.size();
+        supplement.layouts.resize(size);
+        supplement.layouts.back() = std::move(imported.layout);
+        supplement.pinnedMeshes.resize(size, false);
+        supplement.meshKeys.resize(size, -1);
+        if (!IsCarriedWhole(source))
+            return;
+        supplement.pinnedMeshes.back() = true;
+        supplement.meshKeys.back() = static_cast<int>(model_.carried.meshOf.size());
+        Json object = Json::object();
+        CarriedMesh& carried = model_.carried.meshOf.emplace_back();
+        carried.primitive = CarryPrimitive(source, object);
+        carried.mesh = static_cast<int>(model_.carried.meshes.size());
+        model_.carried.meshes.push_back(std::move(object));
+    }
+
     ModelSource& file_;
     const aiScene& source_;
+    Model& model_;
     SceneContainer& scene_;
     MaterialImporter materials_;
     std::vector<int> geometryOf_;  // by mesh of the file: its geometry, or -1
@@ -163,28 +147,20 @@ private:
     PartCounter counter_;
 };
 
-std::vector<std::string> NotesOnMeshes(const aiScene& source)
+/// Nodes have their index as key, so that clips can refer to them.
+void CarryNodes(Model& model)
 {
-    std::size_t pointsAndLines = 0;
-    std::size_t colored = 0;
-    std::size_t morphed = 0;
-    for (unsigned m = 0; m < source.mNumMeshes; ++m)
-    {
-        const aiMesh& mesh = *source.mMeshes[m];
-        if (!HoldsTriangles(mesh))
-            pointsAndLines += mesh.mNumFaces;
-        colored += mesh.HasVertexColors(0) ? 1 : 0;
-        morphed += mesh.mNumAnimMeshes > 0 ? 1 : 0;
-    }
+    model.carried.nodes.resize(model.scene->NodeLibrary.size());
+    model.supplement.nodeKeys.resize(model.scene->NodeLibrary.size());
+    std::iota(model.supplement.nodeKeys.begin(), model.supplement.nodeKeys.end(), 0);
+}
 
-    std::vector<std::string> notes;
-    if (pointsAndLines > 0)
-        notes.push_back(fmt::format("points and lines are dropped ({})", pointsAndLines));
-    if (colored > 0)
-        notes.push_back(fmt::format("vertex colours are dropped (meshes: {})", colored));
-    if (morphed > 0)
-        notes.push_back(fmt::format("morph targets are dropped (meshes: {})", morphed));
-    return notes;
+std::size_t CountMorphChannels(const aiScene& source)
+{
+    std::size_t count = 0;
+    for (unsigned a = 0; a < source.mNumAnimations; ++a)
+        count += source.mAnimations[a]->mNumMeshChannels + source.mAnimations[a]->mNumMorphMeshChannels;
+    return count;
 }
 
 void AddNotes(std::vector<std::string> texts, Notes& notes)
@@ -205,7 +181,6 @@ void ImportModel(ModelSource file, Model& model, const PartListener& listener)
     const aiScene& source = file.Scene();
     SceneContainer& scene = *model.scene;
     model.file = file.File();
-    AddNotes(NotesOnMeshes(source), model.notes);  // before meshes are released
     scene.SetName(model.file.stem().string());
     SceneImporter importedScene(file, model, listener);
     const NodeNames nodes = importedScene.ImportNodes();
@@ -213,7 +188,12 @@ void ImportModel(ModelSource file, Model& model, const PartListener& listener)
     ImportLights(source, nodes, scene);
     model.textures.embedded = ImportEmbeddedTextures(source);
     AddNotes(importedScene.NotesOnMaterials(), model.notes);
+    CarryNodes(model);
     AddNotes(ImportAnimations(source, nodes, scene), model.notes);
+    model.notes.AddLoss("animation-channels", "animation channels of unknown nodes are dropped",
+                        CarryClips(source, nodes, model.carried));
+    model.notes.AddLoss("animation-channels", "animation channels of morph targets are dropped",
+                        CountMorphChannels(source));
     AddNotes(importedScene.ImportSkinsOfMeshes(), model.notes);
 }
 

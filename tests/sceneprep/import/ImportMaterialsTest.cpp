@@ -38,7 +38,7 @@ protected:
             source_.mMaterials = new aiMaterial*[materials_.size()];
             for (aiMaterial* entry : materials_)
                 source_.mMaterials[source_.mNumMaterials++] = entry;
-            importer_ = std::make_unique<MaterialImporter>(source_, scene_, textures_);
+            importer_ = std::make_unique<MaterialImporter>(source_, model_);
         }
         Surface surface;
         importer_->Apply(material, surface);
@@ -47,8 +47,9 @@ protected:
 
     aiScene source_;
     std::vector<aiMaterial*> materials_;
-    SceneContainer scene_;
-    Textures textures_;
+    Model model_{.scene = std::make_unique<SceneContainer>()};
+    SceneContainer& scene_ = *model_.scene;
+    Textures& textures_ = model_.textures;
     std::unique_ptr<MaterialImporter> importer_;
 };
 
@@ -171,8 +172,7 @@ TEST_F(ImportMaterialsTest, ReportsDroppedContentOncePerMaterial)
     for (const unsigned material : {0U, 0U, 1U, 1U})
         Import(material);
     EXPECT_EQ(importer_->Notes(), (std::vector<std::string>{"texture transforms are dropped (layers: 1)",
-                                                            "wrap modes of textures become repeat (layers: 2)",
-                                                            "alpha cut-outs are dropped (materials: 1)"}));
+                                                            "wrap modes of textures become repeat (layers: 2)"}));
 }
 
 TEST_F(ImportMaterialsTest, DoesNotReportMaterialsWithoutDroppedContent)

@@ -3,18 +3,21 @@
 #include <assimp/scene.h>
 #include <sceneprep/model/Carried.h>
 
+#include <vector>
+
 namespace Sceneprep
 {
 
-/// Makes the primitive that is written for a mesh with morph targets: positions, normals, texture coordinates, colours
-/// and triangles of the mesh, and for each target the differences of positions and normals.
+/// Returns whether the mesh has to be written as it came, because the container's steps work on plain triangles: it has
+/// morph targets, or it holds points or lines.
+bool IsCarriedWhole(const aiMesh& mesh);
+
+/// Makes the primitive that is written for such a mesh: positions, normals, texture coordinates, colours, the faces of
+/// the mesh's kind, and for each morph target the differences of positions and normals.
 ///
 /// Targets of another number of vertices than the mesh are skipped.
 /// @param object  gets the default weights and the names of the targets, as members of a glTF mesh
-CarriedPrimitive CarryMorphTargets(const aiMesh& mesh, Json& object);
-
-/// Returns whether the mesh has a target that CarryMorphTargets() keeps.
-bool HasMorphTargets(const aiMesh& mesh);
+CarriedPrimitive CarryPrimitive(const aiMesh& mesh, Json& object);
 
 /// Returns an accessor of floats.
 /// @param width  how many of the values make up an element of the type

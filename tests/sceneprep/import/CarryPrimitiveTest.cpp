@@ -1,4 +1,4 @@
-#include <sceneprep/import/CarryMorphTargets.h>
+#include <sceneprep/import/CarryPrimitive.h>
 
 #include <gtest/gtest.h>
 
@@ -17,10 +17,10 @@ std::vector<float> FloatsOf(const CarriedAccessor& accessor)
 }
 
 /// A triangle with one texture coordinate set and a target that lifts its last corner.
-class CarryMorphTargetsTest : public testing::Test
+class CarryPrimitiveTest : public testing::Test
 {
 protected:
-    CarryMorphTargetsTest()
+    CarryPrimitiveTest()
     {
         mesh_.mPrimitiveTypes = aiPrimitiveType_TRIANGLE;
         mesh_.mNumVertices = 3;
@@ -51,9 +51,9 @@ protected:
     Json object_ = Json::object();
 };
 
-TEST_F(CarryMorphTargetsTest, TargetsHoldDifferencesAndBounds)
+TEST_F(CarryPrimitiveTest, TargetsHoldDifferencesAndBounds)
 {
-    const CarriedPrimitive primitive = CarryMorphTargets(mesh_, object_);
+    const CarriedPrimitive primitive = CarryPrimitive(mesh_, object_);
     ASSERT_EQ(primitive.targets.size(), 1U);
     const CarriedAccessor& moved = primitive.targets[0].at("POSITION");
     EXPECT_EQ(FloatsOf(moved), (std::vector<float>{0, 0, 0, 0, 0, 0, 0, 2, 0}));
@@ -61,9 +61,9 @@ TEST_F(CarryMorphTargetsTest, TargetsHoldDifferencesAndBounds)
     EXPECT_EQ(object_, Json::parse(R"({"weights": [0.5], "extras": {"targetNames": ["Lift"]}})"));
 }
 
-TEST_F(CarryMorphTargetsTest, TheMeshItselfIsComplete)
+TEST_F(CarryPrimitiveTest, TheMeshItselfIsComplete)
 {
-    const CarriedPrimitive primitive = CarryMorphTargets(mesh_, object_);
+    const CarriedPrimitive primitive = CarryPrimitive(mesh_, object_);
     EXPECT_EQ(primitive.mode, 4);
     EXPECT_EQ(primitive.indices->count, 3U);
     EXPECT_EQ(FloatsOf(primitive.attributes.at("TEXCOORD_0")), (std::vector<float>{0, 1, 1, 1, 0, 0.75F}));
@@ -71,12 +71,37 @@ TEST_F(CarryMorphTargetsTest, TheMeshItselfIsComplete)
     EXPECT_EQ(primitive.attributes.count("NORMAL"), 0U);
 }
 
-TEST_F(CarryMorphTargetsTest, TargetsOfAnotherSizeAreSkipped)
+TEST_F(CarryPrimitiveTest, TargetsOfAnotherSizeAreSkipped)
 {
     AddTarget("Odd", 2);
-    EXPECT_TRUE(HasMorphTargets(mesh_));
-    EXPECT_EQ(CarryMorphTargets(mesh_, object_).targets.size(), 1U);
-    EXPECT_FALSE(HasMorphTargets(aiMesh()));
+    EXPECT_EQ(CarryPrimitive(mesh_, object_).targets.size(), 1U);
+}
+
+TEST_F(CarryPrimitiveTest, OnlyMorphTargetsPointsAndLinesAreCarriedWhole)
+{
+    EXPECT_TRUE(IsCarriedWhole(mesh_));
+    aiMesh plain;
+    plain.mPrimitiveTypes = aiPrimitiveType_TRIANGLE;
+    EXPECT_FALSE(IsCarriedWhole(plain));
+    plain.mPrimitiveTypes = aiPrimitiveType_LINE;
+    EXPECT_TRUE(IsCarriedWhole(plain));
+    plain.mPrimitiveTypes = aiPrimitiveType_POINT;
+    EXPECT_TRUE(IsCarriedWhole(plain));
+}
+
+TEST_F(CarryPrimitiveTest, LinesKeepTheirEndsAndCloudsNeedNoIndices)
+{
+    mesh_.mPrimitiveTypes = aiPrimitiveType_LINE;
+    mesh_.mFaces[0].mNumIndices = 2;
+    const CarriedPrimitive lines = CarryPrimitive(mesh_, object_);
+    EXPECT_EQ(lines.mode, 1);
+    EXPECT_EQ(lines.indices->count, 2U);
+    mesh_.mPrimitiveTypes = aiPrimitiveType_POINT;
+    mesh_.mNumFaces = 0;
+    const CarriedPrimitive points = CarryPrimitive(mesh_, object_);
+    EXPECT_EQ(points.mode, 0);
+    EXPECT_FALSE(points.indices.has_value());
+    mesh_.mNumFaces = 1;
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include <sceneprep/import/CarryMorphTargets.h>
+#include <sceneprep/import/CarryPrimitive.h>
 
 #include <algorithm>
 #include <cstring>
@@ -80,14 +80,29 @@ void AddColors(const aiMesh& mesh, Attributes& attributes)
     }
 }
 
-CarriedAccessor TrianglesOf(const aiMesh& mesh)
+/// The modes of glTF that have as many corners a face.
+constexpr int kPoints = 0;
+constexpr int kLines = 1;
+constexpr int kTriangles = 4;
+
+int ModeOf(const aiMesh& mesh)
+{
+    if ((mesh.mPrimitiveTypes & aiPrimitiveType_TRIANGLE) != 0)
+        return kTriangles;
+    return (mesh.mPrimitiveTypes & aiPrimitiveType_LINE) != 0 ? kLines : kPoints;
+}
+
+unsigned CornersOf(int mode) { return mode == kTriangles ? 3 : mode == kLines ? 2 : 1; }
+
+/// Faces of another kind are skipped.
+CarriedAccessor FacesOf(const aiMesh& mesh, unsigned corners)
 {
     std::vector<std::uint32_t> indices;
     for (unsigned f = 0; f < mesh.mNumFaces; ++f)
     {
         const aiFace& face = mesh.mFaces[f];
-        if (face.mNumIndices == 3)
-            indices.insert(indices.end(), face.mIndices, face.mIndices + 3);
+        if (face.mNumIndices == corners)
+            indices.insert(indices.end(), face.mIndices, face.mIndices + corners);
     }
     CarriedAccessor accessor;
     accessor.componentType = kUnsignedInt;
@@ -114,36 +129,34 @@ Attributes TargetOf(const aiMesh& mesh, const aiAnimMesh& source)
 
 }  // namespace
 
-CarriedPrimitive CarryMorphTargets(const aiMesh& mesh, Json& object)
+CarriedPrimitive CarryPrimitive(const aiMesh& mesh, Json& object)
 {
     CarriedPrimitive primitive;
-    primitive.indices = TrianglesOf(mesh);
+    primitive.mode = ModeOf(mesh);
+    if (mesh.mNumFaces > 0)  // point clouds may have none
+        primitive.indices = FacesOf(mesh, CornersOf(primitive.mode));
     primitive.attributes["POSITION"] = Positions(ValuesOf(mesh.mVertices, nullptr, mesh.mNumVertices));
     if (mesh.HasNormals())
         primitive.attributes["NORMAL"] = FloatAccessor(ValuesOf(mesh.mNormals, nullptr, mesh.mNumVertices), 3, "VEC3");
     AddTexCoords(mesh, primitive.attributes);
     AddColors(mesh, primitive.attributes);
 
-    Json weights = Json::array();
-    Json names = Json::array();
     for (unsigned t = 0; t < mesh.mNumAnimMeshes; ++t)
     {
         const aiAnimMesh& source = *mesh.mAnimMeshes[t];
         if (!Fits(mesh, source))
             continue;
         primitive.targets.push_back(TargetOf(mesh, source));
-        weights.push_back(source.mWeight);
-        names.push_back(source.mName.C_Str());
+        object["weights"].push_back(source.mWeight);
+        object["extras"]["targetNames"].push_back(source.mName.C_Str());
     }
-    object["weights"] = std::move(weights);
-    object["extras"]["targetNames"] = std::move(names);
     return primitive;
 }
 
-bool HasMorphTargets(const aiMesh& mesh)
+bool IsCarriedWhole(const aiMesh& mesh)
 {
-    return std::any_of(mesh.mAnimMeshes, mesh.mAnimMeshes + mesh.mNumAnimMeshes,
-                       [&mesh](const aiAnimMesh* target) { return Fits(mesh, *target); });
+    return ModeOf(mesh) != kTriangles || std::any_of(mesh.mAnimMeshes, mesh.mAnimMeshes + mesh.mNumAnimMeshes,
+                                                     [&mesh](const aiAnimMesh* target) { return Fits(mesh, *target); });
 }
 
 CarriedAccessor FloatAccessor(const std::vector<float>& values, std::size_t width, const char* type)

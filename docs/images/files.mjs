@@ -17,7 +17,8 @@ export function writeObj(file, objects) {
         if (normal) lines.push(`vn ${normal.join(' ')}`);
       }
       // All faces of a file have normals, or none has.
-      lines.push(`f ${face.map(({ normal }, i) => (normal ? `${next + i}//${next + i}` : next + i)).join(' ')}`);
+      const corners = face.map(({ normal }, i) => (normal ? `${next + i}//${next + i}` : next + i));
+      lines.push(`f ${corners.join(' ')}`);
       next += face.length;
     }
   }
@@ -28,7 +29,8 @@ export function writeObj(file, objects) {
 const arrayTypes = { 5121: Uint8Array, 5123: Uint16Array, 5125: Uint32Array, 5126: Float32Array };
 const components = { SCALAR: 1, VEC2: 2, VEC3: 3 };
 
-// Reads the meshes of a GLB file: lists of vertices and of triangles. Nodes have no transforms here, since OBJ has none.
+// Reads the meshes of a GLB file as lists of vertices and of triangles. Transforms of nodes are ignored: models from OBJ
+// have none.
 export function readGlb(file) {
   const bytes = readFileSync(file);
   const jsonLength = bytes.readUInt32LE(12);
@@ -41,13 +43,14 @@ export function readGlb(file) {
     const stride = view.byteStride ?? width * Type.BYTES_PER_ELEMENT;
     const start = (view.byteOffset ?? 0) + (accessor.byteOffset ?? 0);
     return Array.from({ length: accessor.count }, (_, i) => {
-      const at = start + i * stride;
-      return Array.from(new Type(binary.buffer.slice(binary.byteOffset + at, binary.byteOffset + at + width * Type.BYTES_PER_ELEMENT)));
+      const at = binary.byteOffset + start + i * stride;
+      return Array.from(new Type(binary.buffer.slice(at, at + width * Type.BYTES_PER_ELEMENT)));
     });
   };
   return gltf.meshes.flatMap((mesh) => mesh.primitives.map(({ attributes, indices }) => {
-    const [positions, normals, uvs] = ['POSITION', 'NORMAL', 'TEXCOORD_0'].map((name) => name in attributes && read(attributes[name]));
-    const vertices = positions.map((position, i) => ({ position, normal: normals && normals[i], uv: uvs && uvs[i] }));
+    const [positions, normals, uvs] = ['POSITION', 'NORMAL', 'TEXCOORD_0'].map((name) =>
+      (name in attributes ? read(attributes[name]) : []));
+    const vertices = positions.map((position, i) => ({ position, normal: normals[i], uv: uvs[i] }));
     const list = read(indices).flat();
     return { vertices, triangles: Array.from({ length: list.length / 3 }, (_, i) => list.slice(3 * i, 3 * i + 3)) };
   }));

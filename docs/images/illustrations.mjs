@@ -56,7 +56,8 @@ export function showNormals(meshes, length) {
         if (drawn.has(key)) continue;
         drawn.add(key);
         const isGood = dot(front, normal) >= 0;
-        needles[isGood ? 'good' : 'bad'].push(...makeNeedle(position, scale(normal, isGood ? 1 : -1), length, 0.09 * length));
+        const outwards = scale(normal, isGood ? 1 : -1);
+        needles[isGood ? 'good' : 'bad'].push(...makeNeedle(position, outwards, length, 0.09 * length));
       }
     }
   }

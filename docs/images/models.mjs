@@ -1,5 +1,5 @@
-// The small models of the figures, as lists of faces. A face is a list of corners { position, normal }, in counterclockwise
-// order; without normals where the figure's step computes them.
+// The small models of the figures, as lists of faces. A face is a list of corners { position, normal } in
+// counterclockwise order, without normals if a step computes them.
 
 export const add = (a, b) => a.map((value, i) => value + b[i]);
 export const scale = (a, factor) => a.map((value) => value * factor);
@@ -8,12 +8,16 @@ export const cross = (a, b) => [a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * 
 export const subtract = (a, b) => a.map((value, i) => value - b[i]);
 export const normalize = (a) => scale(a, 1 / (Math.hypot(...a) || 1));
 
+// Points at both ends of a circle get the same coordinates.
+const roundCoordinate = (value) => Math.round(value * 1e6) / 1e6 + 0;
+
 // Splits a grid of points, [columns + 1][rows + 1], into triangles; degenerate ones are skipped.
 function gridFaces(point, columns, rows) {
   const faces = [];
   for (let i = 0; i < columns; ++i) {
     for (let j = 0; j < rows; ++j) {
-      const [a, b, c, d] = [[i, j], [i + 1, j], [i + 1, j + 1], [i, j + 1]].map(([u, v]) => point(u / columns, v / rows));
+      const places = [[i, j], [i + 1, j], [i + 1, j + 1], [i, j + 1]];
+      const [a, b, c, d] = places.map(([u, v]) => point(u / columns, v / rows));
       for (const positions of [[a, b, c], [a, c, d]])
         if (Math.hypot(...cross(subtract(positions[1], positions[0]), subtract(positions[2], positions[0]))) > 1e-9)
           faces.push(positions.map((position) => ({ position })));
@@ -27,8 +31,8 @@ export function makeBall(columns, rows, dent = 0.09) {
   return gridFaces((u, v) => {
     const [around, down] = [2 * Math.PI * u, Math.PI * (1 - v)];
     const radius = 1 + dent * Math.sin(3 * around) * Math.sin(down) ** 2 * Math.sin(4 * down);
-    return [radius * Math.sin(down) * Math.sin(around), radius * Math.cos(down), radius * Math.sin(down) * Math.cos(around)]
-      .map((value) => Math.round(value * 1e6) / 1e6 + 0);
+    const across = radius * Math.sin(down);
+    return [across * Math.sin(around), radius * Math.cos(down), across * Math.cos(around)].map(roundCoordinate);
   }, columns, rows);
 }
 
@@ -36,8 +40,8 @@ export function makeRing(radius, thickness, columns, rows) {
   return gridFaces((u, v) => {
     const [around, across] = [2 * Math.PI * u, -2 * Math.PI * v];
     const distance = radius + thickness * Math.cos(across);
-    return [distance * Math.cos(around), thickness * Math.sin(across), distance * Math.sin(around)]
-      .map((value) => Math.round(value * 1e6) / 1e6 + 0);
+    const point = [distance * Math.cos(around), thickness * Math.sin(across), distance * Math.sin(around)];
+    return point.map(roundCoordinate);
   }, columns, rows);
 }
 

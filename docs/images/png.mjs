@@ -23,7 +23,8 @@ function makePalette(data) {
   const nearest = new Map();
   const find = (color) => {
     if (!nearest.has(color))
-      nearest.set(color, palette.reduce((best, entry, i) => (distance(entry, color) < distance(palette[best], color) ? i : best), 0));
+      nearest.set(color, palette.reduce((best, entry, i) =>
+        (distance(entry, color) < distance(palette[best], color) ? i : best), 0));
     return nearest.get(color);
   };
   return { palette, find };

@@ -12,6 +12,8 @@ struct Change
 {
     std::string what;  ///< plural, as "nodes renamed"
     std::size_t count = 0;
+    /// The name of what was lost, as "tangents"; empty when nothing was.
+    std::string loss = {};
 
     friend bool operator==(const Change&, const Change&) = default;
 };

@@ -2,6 +2,7 @@
 
 #include <importing/base/CheckedAccess.h>
 #include <pipeline/steps/Facing.h>
+#include <pipeline/steps/MissingNormals.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -43,12 +44,14 @@ private:
 
 }  // namespace
 
-Changes CheckOrientation(const WorkScene& work, const PrepareOptions& /*options*/, const PartListener& /*listener*/)
+Changes CheckOrientation(const WorkScene& work, const PrepareOptions& options, const PartListener& /*listener*/)
 {
     SceneContainer& scene = work.container;
     const int root = scene.GetRootNodeIndex();
     if (root < 0)
         return {{"meshes flipped", 0}};
+    Changes changes;
+    ComputeMissingNormals(work, options, changes);
     const WindingRecord winding(scene);
     const NodeWalk walk = WalkFromRoot(scene);
     const std::vector<bool> mirrored = FindMirroredNodes(scene, walk);
@@ -58,7 +61,8 @@ Changes CheckOrientation(const WorkScene& work, const PrepareOptions& /*options*
     scene.CheckFacesOrientation(root, At(scene.NodeLibrary, root).GetLocalTransform().GetMatrix());
     TurnFacesOfNodes(scene, walk, mirrored);
     pinned.Restore(work);
-    return {{"meshes flipped", winding.CountTurned(scene)}};
+    changes.push_back({"meshes flipped", winding.CountTurned(scene)});
+    return changes;
 }
 
 }  // namespace Pipeline

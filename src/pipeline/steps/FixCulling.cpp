@@ -1,6 +1,7 @@
 #include <pipeline/steps/FixCulling.h>
 
 #include <pipeline/steps/ForEachMesh.h>
+#include <pipeline/steps/MissingNormals.h>
 
 #include <cstdint>
 #include <vector>
@@ -21,15 +22,18 @@ std::size_t CountFlippedTriangles(const std::vector<std::uint32_t>& before, cons
 
 }  // namespace
 
-Changes FixCulling(const WorkScene& scene, const PrepareOptions& /*options*/, const PartListener& listener)
+Changes FixCulling(const WorkScene& scene, const PrepareOptions& options, const PartListener& listener)
 {
+    Changes changes;
+    ComputeMissingNormals(scene, options, changes);
     std::size_t flipped = 0;
     ForEachMesh(scene, listener, [&flipped](std::size_t, Importing::Geometry& geometry) {
         const std::vector<std::uint32_t> before = geometry.IndexArray;
         geometry.FixFaceCulling(false);
         flipped += CountFlippedTriangles(before, geometry.IndexArray);
     });
-    return {{"triangles flipped", flipped}};
+    changes.push_back({"triangles flipped", flipped});
+    return changes;
 }
 
 }  // namespace Pipeline

@@ -7,8 +7,11 @@
 #include <pipeline/scene/Hierarchy.h>
 #include <pipeline/scene/SceneStats.h>
 #include <pipeline/scene/Skeletons.h>
+#include <pipeline/scene/VertexLayouts.h>
+#include <pipeline/steps/AttributeBaking.h>
 #include <pipeline/steps/DropSkeletonNodes.h>
 #include <pipeline/steps/DropUnreachableNodes.h>
+#include <pipeline/steps/EqualizeMeshes.h>
 #include <pipeline/steps/Facing.h>
 #include <pipeline/steps/NodeTags.h>
 
@@ -84,6 +87,39 @@ std::vector<Remains> TakeOutRemains(const WorkScene& work, const NodeWalk& walk,
     return taken;
 }
 
+/// Returns the surfaces of nodes that collapse: those that are going to end in the root.
+std::vector<std::int32_t> CollapsingSurfaces(const SceneContainer& scene, const NodeWalk& walk,
+                                             const std::vector<bool>& stays)
+{
+    std::vector<std::int32_t> surfaces;
+    for (const int node : walk.order)
+    {
+        const std::vector<std::int32_t>& list = At(scene.NodeLibrary, node).SurfaceList;
+        if (!stays[static_cast<std::size_t>(node)])
+            surfaces.insert(surfaces.end(), list.begin(), list.end());
+    }
+    return surfaces;
+}
+
+/// Bakes into normals and tangents what the container is not going to bake, or is going to bake wrongly.
+void BakeAttributes(const WorkScene& work, const NodeWalk& walk, const std::vector<bool>& stays,
+                    const std::vector<D3DXMATRIX>& matrices)
+{
+    for (const int node : walk.order)
+    {
+        if (stays[static_cast<std::size_t>(node)] || IsIdentity(At(matrices, node)))
+            continue;
+        const AttributeBaking baking(At(matrices, node));
+        for (const std::int32_t surface : At(work.container.NodeLibrary, node).SurfaceList)
+        {
+            const auto mesh = static_cast<std::size_t>(At(work.container.SurfaceLibrary, surface).GetGeometryID());
+            baking.PrepareNormals(work.container.GeometryLibrary[mesh]);
+            baking.BakeTangents(work.container.GeometryLibrary[mesh],
+                                EntryOr(work.supplement.layouts, mesh, VertexLayout()));
+        }
+    }
+}
+
 /// Flips the winding of the meshes that a mirroring matrix is going to be baked into.
 void FlipMirroredMeshes(SceneContainer& scene, const NodeWalk& walk, const std::vector<bool>& stays,
                         const std::vector<D3DXMATRIX>& matrices)
@@ -120,11 +156,14 @@ std::vector<std::size_t> VertexCounts(const SceneContainer& scene)
 /// A mesh that took others in is none of the host's meshes any more, and neither is one that was emptied.
 void ForgetMergedMeshes(const WorkScene& work, const std::vector<std::size_t>& verticesBefore)
 {
-    std::vector<int>& keys = work.supplement.meshKeys;
-    for (std::size_t mesh = 0; mesh < std::min(keys.size(), verticesBefore.size()); ++mesh)
+    for (std::size_t mesh = 0; mesh < verticesBefore.size(); ++mesh)
     {
-        if (work.container.GeometryLibrary[mesh].VertexArray.size() != verticesBefore[mesh])
-            keys[mesh] = -1;
+        const Importing::Geometry& geometry = work.container.GeometryLibrary[mesh];
+        const bool isMerged = geometry.VertexArray.size() != verticesBefore[mesh];
+        if (isMerged && mesh < work.supplement.meshKeys.size())
+            work.supplement.meshKeys[mesh] = -1;
+        if (isMerged && IsEmptied(geometry) && mesh < work.supplement.layouts.size())
+            work.supplement.layouts[mesh] = {};
     }
 }
 
@@ -186,7 +225,14 @@ Changes FlattenScene(const WorkScene& work, const PrepareOptions& options, const
     std::vector<Remains> taken = TakeOutRemains(work, walk, stays, matrices);
     changes.push_back({"skinned or pinned surfaces kept apart", CountSurfaces(taken)});
 
-    // (3) Prepare meshes for the matrices that are going to be baked into them.
+    // (3) Prepare meshes for merging, and for the matrices that are going to be baked into them. Flat normals are those
+    //     of the winding that viewers flip where a matrix mirrors, so they come before the winding is flipped here.
+    const Equalized equalized = EqualizeMeshes(work, CollapsingSurfaces(scene, walk, stays), options);
+    if (equalized.flatNormals > 0)
+        changes.push_back({"meshes without normals got flat ones for merging", equalized.flatNormals});
+    if (equalized.droppedTangents > 0)
+        changes.push_back({"meshes lost their tangents for merging", equalized.droppedTangents, "tangents"});
+    BakeAttributes(work, walk, stays, matrices);
     FlipMirroredMeshes(scene, walk, stays, matrices);
 
     // (4) Collapse, and find out where the nodes went.

@@ -16,6 +16,9 @@ namespace Pipeline
 /// Skinned and pinned meshes stay on such a node, too, since a matrix that is baked into a skinned mesh would tear it
 /// from its joints. The root itself stays, with its animation.
 ///
+/// Normals and tangents are baked by the inverse transpose and the matrix itself, and so stay right under non-uniform
+/// scale. Meshes that are going to be merged get the same attributes first, see EqualizeMeshes().
+///
 /// Faces keep the side from which they are seen: where the matrix mirrors, the winding of the mesh is flipped. Nodes
 /// that cannot be reached from the root are dropped. Without a root nothing happens.
 Changes FlattenScene(const WorkScene& scene, const PrepareOptions& options = {},

@@ -10,7 +10,8 @@
 namespace Pipeline
 {
 
-/// Writes the texture coordinate sets that options.uvs names, of every mesh. Pinned meshes are skipped.
+/// Writes the texture coordinate sets that options.uvs names, of every mesh. Attributes in such a set
+/// move to the sets after it. Pinned meshes are skipped.
 Changes GenerateUVs(const WorkScene& scene, const PrepareOptions& options = {},
                     const PartListener& listener = IgnorePart);
 

@@ -4,6 +4,7 @@
 #include <importing/math/SameBits.h>
 #include <pipeline/scene/Hierarchy.h>
 #include <pipeline/scene/Skeletons.h>
+#include <pipeline/steps/AttributeBaking.h>
 #include <pipeline/steps/Facing.h>
 #include <pipeline/steps/ProbeScene.h>
 
@@ -88,6 +89,61 @@ void KeepObjectsInPlace(SceneContainer& scene, const NodeWalk& walk, const std::
     }
 }
 
+/// The normals of a mesh that a node shows.
+struct KnownNormals
+{
+    int node;
+    std::size_t mesh;
+    std::vector<D3DXVECTOR3> normals;
+};
+
+/// Returns the normals of the meshes that scale may be baked into: those at and below mirrored nodes.
+std::vector<KnownNormals> NormalsBelowMirrors(const WorkScene& work, const NodeWalk& walk)
+{
+    SceneContainer& scene = work.container;
+    std::vector<bool> isBelow(scene.NodeLibrary.size(), false);
+    std::vector<KnownNormals> known;
+    for (const int node : walk.order)
+    {
+        const int parent = At(walk.parent, node);
+        if (!IsMirrored(scene, node) && (parent < 0 || !isBelow[static_cast<std::size_t>(parent)]))
+            continue;
+        isBelow[static_cast<std::size_t>(node)] = true;
+        for (const std::int32_t surface : At(scene.NodeLibrary, node).SurfaceList)
+        {
+            if (!IsBakeable(work, surface))
+                continue;
+            const auto mesh = static_cast<std::size_t>(At(scene.SurfaceLibrary, surface).GetGeometryID());
+            KnownNormals& entry = known.emplace_back(KnownNormals{node, mesh, {}});
+            entry.normals.reserve(scene.GeometryLibrary[mesh].VertexArray.size());
+            for (Importing::Vertex& vertex : scene.GeometryLibrary[mesh].VertexArray)
+                entry.normals.push_back(vertex.Vertex::GetNormal());
+        }
+    }
+    return known;
+}
+
+/// Bakes into normals and tangents what was baked into the positions of their mesh: the difference of world matrices.
+void BakeAttributes(const WorkScene& work, const NodeWalk& walk, const std::vector<D3DXMATRIX>& before,
+                    const std::vector<KnownNormals>& known)
+{
+    const std::vector<D3DXMATRIX> now = WorldMatricesOf(work.container, walk);
+    for (const KnownNormals& entry : known)
+    {
+        const std::optional<D3DXMATRIX> back = InverseOf(At(now, entry.node));
+        if (Importing::SameBits(At(before, entry.node), At(now, entry.node)) || !back)
+            continue;
+        const AttributeBaking baking(Product(At(before, entry.node), *back));
+        Importing::Geometry& mesh = work.container.GeometryLibrary[entry.mesh];
+        if (baking.CorrectsNormals())
+        {
+            for (std::size_t v = 0; v < entry.normals.size(); ++v)
+                mesh.VertexArray[v].SetNormal(baking.Bake(entry.normals[v]));
+        }
+        baking.BakeTangents(mesh, EntryOr(work.supplement.layouts, entry.mesh, VertexLayout()));
+    }
+}
+
 /// Faces look the same way when they are turned exactly where the world matrix has stopped, or begun, to mirror.
 void KeepFacesLooking(SceneContainer& scene, const NodeWalk& walk, const std::vector<bool>& mirroredBefore,
                       const WindingRecord& winding)
@@ -115,6 +171,7 @@ Changes RepairMirrors(const WorkScene& work, const PrepareOptions& /*options*/, 
     const std::vector<bool> fixed = FindFixedBranches(work, walk);
     const std::vector<bool> mirroredBefore = FindMirroredNodes(scene, walk);
     const std::vector<D3DXMATRIX> worldBefore = WorldMatricesOf(scene, walk);
+    const std::vector<KnownNormals> normalsBefore = NormalsBelowMirrors(work, walk);
     const WindingRecord winding(scene);
 
     PartCounter counter(listener, walk.order.size());
@@ -133,6 +190,7 @@ Changes RepairMirrors(const WorkScene& work, const PrepareOptions& /*options*/, 
     }
 
     KeepObjectsInPlace(scene, walk, worldBefore);
+    BakeAttributes(work, walk, worldBefore, normalsBefore);
     KeepFacesLooking(scene, walk, mirroredBefore, winding);
     return {{"mirrored nodes repaired", repaired}, {"mirrored nodes left as they are", left}};
 }

@@ -13,7 +13,9 @@ namespace Pipeline
 ///
 /// Calls SceneContainer::RemoveNegativeScaleMatricies() for one mirrored node after the other, the deepest first, since
 /// a mirrored node below a mirrored one would lose its transform otherwise. Cameras and lights keep their world
-/// transforms. The winding of faces that the operation flips against their appearance is flipped back.
+/// transforms. Normals and
+/// tangents are baked by the inverse transpose and the matrix itself. The winding of faces that the operation flips
+/// against their appearance is flipped back.
 ///
 /// A mirrored node stays as it is where the operation would move something: if it or a node below it is animated (keys
 /// replace a node's matrix), is kept, is a joint or shows a skinned or pinned mesh; or if its matrix cannot be

@@ -1,6 +1,7 @@
 #include <pipeline/steps/UnifyNormals.h>
 
 #include <pipeline/steps/ForEachMesh.h>
+#include <pipeline/steps/MissingNormals.h>
 
 #include <vector>
 
@@ -32,15 +33,18 @@ std::size_t CountChangedNormals(const std::vector<D3DXVECTOR3>& before, Geometry
 
 }  // namespace
 
-Changes UnifyNormals(const WorkScene& scene, const PrepareOptions& /*options*/, const PartListener& listener)
+Changes UnifyNormals(const WorkScene& scene, const PrepareOptions& options, const PartListener& listener)
 {
+    Changes changes;
+    ComputeMissingNormals(scene, options, changes);
     std::size_t flipped = 0;
     ForEachMesh(scene, listener, [&flipped](std::size_t, Geometry& geometry) {
         const std::vector<D3DXVECTOR3> before = NormalsOf(geometry);
         geometry.UnifyNormals(false);
         flipped += CountChangedNormals(before, geometry);
     });
-    return {{"normals flipped", flipped}};
+    changes.push_back({"normals flipped", flipped});
+    return changes;
 }
 
 }  // namespace Pipeline

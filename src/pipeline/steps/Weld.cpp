@@ -1,6 +1,7 @@
 #include <pipeline/steps/Weld.h>
 
 #include <pipeline/steps/ForEachMesh.h>
+#include <pipeline/steps/WeldMesh.h>
 
 namespace Pipeline
 {
@@ -24,7 +25,7 @@ Changes Weld(const WorkScene& scene, const PrepareOptions& options, const PartLi
     ForEachMesh(scene, listener, [&options](std::size_t, Geometry& geometry) {
         if (options.normals)
             ForgetNormals(geometry);
-        geometry.Optimize();
+        WeldMesh(geometry);
     });
     return {{"vertices removed", before - CountVertices(scene.container)}};
 }

@@ -8,9 +8,9 @@
 namespace Pipeline
 {
 
-/// Welds equal vertices of every mesh, and drops unused vertices of meshes that have equal ones. Pinned meshes are
-/// skipped. Where normals are going to be computed, the old ones are set to (0, 0, 0) first, so that they do not keep
-/// vertices apart.
+/// Welds equal vertices of every mesh, and drops unused vertices of meshes that have equal ones, as WeldMesh() does.
+/// Pinned meshes are skipped. Where normals are going to be computed, the old ones are set to (0, 0, 0) first, so that
+/// they do not keep vertices apart.
 Changes Weld(const WorkScene& scene, const PrepareOptions& options = {}, const PartListener& listener = IgnorePart);
 
 }  // namespace Pipeline

@@ -1,10 +1,15 @@
 #include <pipeline/steps/FlattenScene.h>
 
 #include <gtest/gtest.h>
+#include <importing/math/Products.h>
 #include <importing/math/SameBits.h>
 #include <pipeline/ExpectSameWorld.h>
 #include <pipeline/TestScene.h>
+#include <pipeline/scene/HasNormals.h>
+#include <support/Meshes.h>
 
+#include <algorithm>
+#include <cmath>
 #include <map>
 #include <string>
 
@@ -134,7 +139,8 @@ TEST(FlattenScene, PinnedMeshesStayOnANodeWithTheirWorldMatrix)
     EXPECT_EQ(changes, (Changes{{"skinned or pinned surfaces kept apart", 2}}));
     EXPECT_EQ(ToText(scene.container), "Root[q r]( M[p] )");
     const D3DXMATRIX matrix = Support::NodeNamed(scene.container, "M").GetLocalTransform().GetMatrix();
-    EXPECT_TRUE(Importing::SameBits(matrix, Support::Product(Support::Scaling(-1, 1, 2), Support::Translation(1, 0, 0))));
+    EXPECT_TRUE(
+        Importing::SameBits(matrix, Support::Product(Support::Scaling(-1, 1, 2), Support::Translation(1, 0, 0))));
     ExpectSameWorld(Measure(scene.container), before);
     EXPECT_EQ(scene.supplement.meshKeys, (std::vector<int>{5, 6, 7}));
 }
@@ -156,6 +162,88 @@ TEST(FlattenScene, NotesOfNodesAreRestored)
     EXPECT_EQ(ToText(scene.container), "Root( A* )");
     for (Importing::Node& node : scene.container.NodeLibrary)
         EXPECT_EQ(node.GetNote(), "note of " + node.GetName());
+}
+
+/// Largest angle between the normals of a box and the nearest of the directions that faces of the box may have, in
+/// radians.
+double LargestAngleToFaces(Importing::Geometry& mesh)
+{
+    double largest = 0;
+    for (std::size_t first = 0; first + 2 < mesh.IndexArray.size(); first += 3)
+    {
+        const auto vertex = [&](std::size_t i) -> Importing::Vertex& {
+            return mesh.VertexArray[mesh.IndexArray[first + i]];
+        };
+        const D3DXVECTOR3 face = Importing::Cross(vertex(1).GetPosition() - vertex(0).GetPosition(),
+                                                  vertex(2).GetPosition() - vertex(0).GetPosition());
+        for (std::size_t i = 0; i < 3; ++i)
+        {
+            const D3DXVECTOR3 normal = vertex(i).GetNormal();
+            const D3DXVECTOR3 cross = Importing::Cross(face, normal);
+            largest = std::max(largest, std::atan2(std::sqrt(double{Importing::Dot(cross, cross)}),
+                                                   double{Importing::Dot(face, normal)}));
+        }
+    }
+    return largest;
+}
+
+TEST(FlattenScene, NormalsStayPerpendicularToTheirFaces)
+{
+    for (const D3DXMATRIX& scale : {Support::Scaling(1, 5, 2), Support::Scaling(-1, 5, 2)})
+    {
+        TestScene scene("Root( P( A[a] ) )");
+        scene.container.GeometryLibrary[0] = Support::Box24();
+        const float c = std::cos(0.7F);
+        const float s = std::sin(0.7F);
+        const D3DXMATRIX turn(c, s, 0, 0, -s, c, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
+        Support::NodeNamed(scene.container, "P").SetLocalTransform(scale);
+        Support::NodeNamed(scene.container, "A").SetLocalTransform(turn);  // so that the world matrix is skewed
+        FlattenScene(scene);
+        EXPECT_EQ(ToText(scene.container), "Root[a]");
+        EXPECT_LT(LargestAngleToFaces(scene.container.GeometryLibrary[0]), 1e-3);
+    }
+}
+
+TEST(FlattenScene, FlatNormalsOfMirroredMeshesFaceTheViewer)
+{
+    TestScene scene("Root( A[a=m:c] B[b=n:c] )");
+    for (Importing::Geometry& mesh : scene.container.GeometryLibrary)
+        mesh = Support::Box24();
+    for (Importing::Vertex& vertex : scene.container.GeometryLibrary[1].VertexArray)
+        vertex.SetNormal(D3DXVECTOR3(0, 0, 0));
+    Support::NodeNamed(scene.container, "B").SetLocalTransform(Support::Scaling(1, -1, 2));
+    const Changes changes = FlattenScene(scene);
+    EXPECT_EQ(changes.back(), (Change{"meshes without normals got flat ones for merging", 1}));
+    EXPECT_LT(LargestAngleToFaces(scene.container.GeometryLibrary[0]), 1e-3);
+}
+
+TEST(FlattenScene, MeshesWithoutNormalsStayWithout)
+{
+    TestScene scene("Root( A@1,0,0[a=m:c] B[b=n:c] )");
+    for (Importing::Geometry& mesh : scene.container.GeometryLibrary)
+        for (Importing::Vertex& vertex : mesh.VertexArray)
+            vertex.SetNormal(D3DXVECTOR3(0, 0, 0));
+    Support::NodeNamed(scene.container, "B").SetLocalTransform(Support::Scaling(1, -1, 2));
+    const auto before = Measure(scene.container);
+    FlattenScene(scene);
+    EXPECT_EQ(ToText(scene.container), "Root[a]");
+    EXPECT_FALSE(HasNormals(scene.container.GeometryLibrary[0]));
+    ExpectSameWorld(Measure(scene.container), before);
+}
+
+TEST(FlattenScene, MergedMeshesHaveOneLayout)
+{
+    TestScene scene("Root( A[a=m:c] B[b=n:c] )");
+    scene.supplement.layouts = {{.texCoordSets = 1, .attributes = {{"TANGENT", 1, 4}}}, {.texCoordSets = 1}};
+    for (Importing::Vertex& vertex : scene.container.GeometryLibrary[0].VertexArray)
+        vertex.SetTexCoord({1, 0}, 2);
+    for (Importing::Vertex& vertex : scene.container.GeometryLibrary[1].VertexArray)
+        vertex.SetTexCoord({1, 0}, 0);
+    const Changes changes = FlattenScene(scene);
+    EXPECT_EQ(changes.back(), (Change{"meshes lost their tangents for merging", 1, "tangents"}));
+    EXPECT_EQ(scene.supplement.layouts[0], (VertexLayout{.texCoordSets = 1}));
+    for (const Importing::Vertex& vertex : scene.container.GeometryLibrary[0].VertexArray)
+        EXPECT_EQ(vertex.GetTexCoordCount(), 1U);
 }
 
 }  // namespace

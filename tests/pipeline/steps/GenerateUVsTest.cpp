@@ -33,4 +33,23 @@ TEST(GenerateUVs, MappingsAreAddedToTheOptions)
     EXPECT_EQ(options.uvs.size(), 1U);
 }
 
+TEST(GenerateUVs, AttributesMakeRoomForNewSets)
+{
+    TestScene scene("Root[a]");
+    Importing::Geometry& mesh = scene.container.GeometryLibrary[0];
+    for (Importing::Vertex& vertex : mesh.VertexArray)
+    {
+        vertex.SetTexCoord({3, 4}, 1);
+        vertex.SetTexCoord({5, 6}, 2);
+    }
+    scene.supplement.layouts = {{.texCoordSets = 1, .attributes = {{"COLOR_0", 1, 4}}}};
+    GenerateUVs(scene, {.uvs = {{"planar-z", 0, false}}});
+    EXPECT_EQ(scene.supplement.layouts[0].attributes[0].firstSet, 1);
+    GenerateUVs(scene, {.uvs = {{"planar-z", 1, false}}});
+    EXPECT_EQ(scene.supplement.layouts[0], (VertexLayout{.texCoordSets = 2, .attributes = {{"COLOR_0", 2, 4}}}));
+    EXPECT_EQ(mesh.VertexArray[0].GetTexCoord(2), D3DXVECTOR2(3, 4));
+    EXPECT_EQ(mesh.VertexArray[0].GetTexCoord(3), D3DXVECTOR2(5, 6));
+    EXPECT_NE(mesh.VertexArray[0].GetTexCoord(1), D3DXVECTOR2(3, 4));
+}
+
 }  // namespace

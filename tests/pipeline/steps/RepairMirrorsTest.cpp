@@ -4,7 +4,9 @@
 #include <pipeline/ExpectSameWorld.h>
 #include <pipeline/TestScene.h>
 #include <pipeline/scene/Hierarchy.h>
+#include <support/Meshes.h>
 
+#include <cmath>
 #include <vector>
 
 namespace
@@ -148,6 +150,38 @@ TEST(RepairMirrors, KeptNodesAndPinnedMeshesStayMirrored)
     EXPECT_EQ(RepairMirrors(scene), Repaired(1, 2));
     EXPECT_FALSE(IsMirrored(scene.container, "C"));
     ExpectSameWorld(Measure(scene.container), before);
+}
+
+TEST(RepairMirrors, MeshesWithoutNormalsKeepTheirFaces)
+{
+    TestScene scene("Root( A[a]( B[b] ) )");
+    for (Importing::Geometry& mesh : scene.container.GeometryLibrary)
+        for (Importing::Vertex& vertex : mesh.VertexArray)
+            vertex.SetNormal(D3DXVECTOR3(0, 0, 0));
+    NodeNamed(scene.container, "A").SetLocalTransform(Scaling(-1, 1, 1));
+    const WorldMeasure before = Measure(scene.container);
+    EXPECT_EQ(RepairMirrors(scene), Repaired(1, 0));
+    ExpectSameWorld(Measure(scene.container), before);
+}
+
+TEST(RepairMirrors, NormalsAndTangentsAreThoseOfTheBakedScale)
+{
+    TestScene scene("Root( A[a] )");
+    scene.container.GeometryLibrary[0] = Support::Triangle(D3DXVECTOR3(0.6F, 0.8F, 0));
+    for (Importing::Vertex& vertex : scene.container.GeometryLibrary[0].VertexArray)
+    {
+        vertex.SetTexCoord({1, 0}, 0);
+        vertex.SetTexCoord({0, 1}, 1);
+    }
+    scene.supplement.layouts = {{.texCoordSets = 0, .attributes = {{"TANGENT", 0, 4}}}};
+    NodeNamed(scene.container, "A").SetLocalTransform(Scaling(-3, 1, 1));
+    EXPECT_EQ(RepairMirrors(scene), Repaired(1, 0));
+    Importing::Vertex& vertex = scene.container.GeometryLibrary[0].VertexArray[0];
+    const float length = std::sqrt(0.04F + 0.64F);
+    EXPECT_NEAR(vertex.GetNormal().x, -0.2F / length, 1e-6);
+    EXPECT_NEAR(vertex.GetNormal().y, 0.8F / length, 1e-6);
+    EXPECT_EQ(vertex.GetTexCoord(0), D3DXVECTOR2(-1, 0));
+    EXPECT_EQ(vertex.GetTexCoord(1).y, -1);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <pipeline/TestScene.h>
+#include <pipeline/steps/ComputeNormals.h>
 #include <support/Meshes.h>
 
 #include <vector>
@@ -62,6 +63,20 @@ TEST(Weld, EmptiedMeshesAreSkipped)
 {
     TestScene scene = SceneOf({});
     EXPECT_EQ(Weld(scene), (Changes{{"vertices removed", 0}}));
+}
+
+TEST(Weld, ASoupWithoutNormalsKeepsItsDistinctPositions)
+{
+    Geometry soup = Support::UnindexedGrid(20, 20);
+    for (Importing::Vertex& vertex : soup.VertexArray)
+    {
+        vertex = Importing::Vertex(vertex.GetPosition());
+    }
+    TestScene scene = SceneOf(soup);
+    Weld(scene);
+    EXPECT_EQ(scene.container.GeometryLibrary[0].VertexArray.size(), 21U * 21U);
+    ComputeNormals(scene);
+    EXPECT_EQ(scene.container.GeometryLibrary[0].VertexArray.size(), 21U * 21U) << "a plane has no hard edges";
 }
 
 }  // namespace

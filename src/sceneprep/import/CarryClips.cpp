@@ -11,7 +11,7 @@ namespace Sceneprep
 namespace
 {
 
-/// For files that do not say how long a tick is.
+/// Used for files that do not state the length of a tick.
 constexpr double kUsualTicksPerSecond = 25;
 
 int AddFloats(const std::vector<float>& values, std::size_t width, const char* type, Carried& carried)
@@ -36,7 +36,7 @@ class ClipBuilder
 public:
     ClipBuilder(double ticksPerSecond, Carried& carried) : ticksPerSecond_(ticksPerSecond), carried_(carried) {}
 
-    /// Keys whose time does not grow are skipped: glTF has none such.
+    /// Skips keys whose time is not above that of the previous key, which glTF does not allow.
     template <typename Key>
     void Add(const Key* keys, unsigned count, int node, const char* path, const char* type)
     {

@@ -80,7 +80,7 @@ void AddColors(const aiMesh& mesh, Attributes& attributes)
     }
 }
 
-/// The modes of glTF that have as many corners a face.
+/// The primitive modes of glTF by the number of corners per face.
 constexpr int kPoints = 0;
 constexpr int kLines = 1;
 constexpr int kTriangles = 4;

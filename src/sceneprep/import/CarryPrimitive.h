@@ -8,8 +8,8 @@
 namespace Sceneprep
 {
 
-/// Returns whether the mesh has to be written as it came, because the container's steps work on plain triangles: it has
-/// morph targets, or it holds points or lines.
+/// Returns whether the mesh must be written unchanged, because steps work on triangles only: it has morph targets,
+/// points or lines.
 bool IsCarriedWhole(const aiMesh& mesh);
 
 /// Makes the primitive that is written for such a mesh: positions, normals, texture coordinates, colours, the faces of

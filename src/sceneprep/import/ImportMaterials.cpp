@@ -110,7 +110,7 @@ int MaterialImporter::AddMaterial(const aiMaterial& source)
     const auto [found, isNew] = indexByPatch_.emplace(std::pair(same, patch.dump()), same);
     if (!isNew)
         return found->second;
-    // Materials that only the container cannot tell apart stay two.
+    // Materials that are equal in the container but differ in the file stay separate.
     if (static_cast<std::size_t>(same) < carried_.size())
         found->second = scene_.AddMaterialToLibrary(material, false);
     carried_.resize(scene_.MaterialLibrary.size());

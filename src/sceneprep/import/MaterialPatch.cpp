@@ -14,7 +14,7 @@ namespace Sceneprep
 namespace
 {
 
-/// Importers store the mark as a truth value, an integer or a float.
+/// Assimp's importers store the flag as a bool, an integer or a float.
 bool IsDoubleSided(const aiMaterial& material)
 {
     const aiMaterialProperty* mark = nullptr;
@@ -66,7 +66,7 @@ void AddSheen(const aiMaterial& material, Json& patch)
     SetFactor(sheen, "sheenRoughnessFactor", FactorOf(material, AI_MATKEY_SHEEN_ROUGHNESS_FACTOR));
 }
 
-/// Importers leave the mode and the threshold of cut-outs where their names say glTF, whatever the format.
+/// Assimp's importers store the alpha mode and the cutoff in properties named after glTF, regardless of the format.
 void AddAlphaMode(const aiMaterial& material, Json& patch)
 {
     aiString mode;

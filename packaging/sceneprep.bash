@@ -4,7 +4,7 @@ _sceneprep()
 {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
     local mappings="planar-x planar-y planar-z cubic cylindrical spherical"
-    local common="--help --quiet --memory-limit --plugin"
+    local common="--help --quiet --memory-limit --no-isolation --plugin"
     local prepare="--output --keep-going --strict --json --report --all --resolve-instances --repair-mirrors
         --check-orientation --fix-culling --weld --normals --unify-normals --uvs --unique-names --flatten --min-surfaces
         --max-vertices --ignore-animation --surface-names --collision-offsets"

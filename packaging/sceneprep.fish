@@ -8,6 +8,7 @@ complete -c sceneprep -n "not __fish_seen_subcommand_from $commands" -l version 
 set -l works "__fish_seen_subcommand_from prepare inspect"
 complete -c sceneprep -n $works -l quiet -d "Tell neither progress nor notes"
 complete -c sceneprep -n $works -l memory-limit -x -d "Memory that the work may take, in GiB"
+complete -c sceneprep -n $works -l no-isolation -d "Do all work in one process"
 complete -c sceneprep -n $works -l plugin -r -d "The plug-in to load"
 
 set -l prepare "__fish_seen_subcommand_from prepare"

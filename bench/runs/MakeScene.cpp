@@ -31,8 +31,9 @@ void MakeScene(int nodes, bool ownMeshes, const char* file)
         scene.ResolveGeomInstances();
     std::cout << HeapInUse() - before << '\n';
 
+    Sceneprep::WorkState state;
     Sceneprep::Progress silent(std::cerr, false);
-    Sceneprep::ExportModel(model, file, silent);
+    Sceneprep::ExportModel(model, file, silent, state);
 }
 
 }  // namespace

@@ -1,18 +1,18 @@
 #pragma once
 
 #include <sceneprep/Options.h>
+#include <sceneprep/run/RunContext.h>
 
-#include <ostream>
 #include <string>
 
 namespace Sceneprep
 {
 
-/// Does what the options ask for. Results go to `out`; progress, notes and one-line errors to `errors`.
+/// Runs the command that the options name.
 /// @return the exit status.
-int RunCommand(const Options& options, std::ostream& out, std::ostream& errors);
+int RunCommand(const Options& options, const RunContext& context);
 
-/// @return what a command works on: the name of its first input.
+/// Returns what a command works on: the name of its first input.
 std::string SubjectOf(const Options& options);
 
 }  // namespace Sceneprep

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 #include <sceneprep/run/ChildProcess.h>
 #include <sceneprep/run/Error.h>
-#include <sceneprep/run/WorkState.h>
 
 #include <algorithm>
 #include <csignal>
@@ -16,37 +15,39 @@ namespace Sceneprep
 namespace
 {
 
-using WorkState::Phase;
+using Phase = WorkState::Phase;
 
 constexpr int kStoppedBySignal = 128;
 
-std::string CrashText(int signal)
+std::string CrashText(const WorkState& state, int signal)
 {
-    const std::string file = WorkState::CurrentFile().string();
+    const std::string file = state.CurrentFile().string();
     const std::string reason = strsignal(signal);
-    if (WorkState::CurrentPhase() == Phase::Reading)
+    if (state.CurrentPhase() == Phase::Reading)
         return fmt::format("the reader crashed on {} ({}); repair the file or convert it to another format", file,
                            reason);
-    return fmt::format("crashed while {} ({}); try other steps or another format", WorkState::Describe(), reason);
+    return fmt::format("crashed while {} ({}); try other steps or another format", state.Describe(), reason);
 }
 
-/// Files appear whole or not at all; only the report may still be missing.
-std::string StopText()
+/// The output appears complete or not at all; only reports may be missing after it.
+std::string StopText(const WorkState& state)
 {
-    if (WorkState::CurrentPhase() == Phase::Written)
-        return fmt::format("stopped; {} has been written already", WorkState::CurrentFile().string());
+    if (state.CurrentPhase() == Phase::Written)
+        return fmt::format("stopped; {} has been written already", state.CurrentFile().string());
     return "stopped; nothing has been written";
 }
 
-/// @return whether the input at which the work crashed could be left out.
-bool LeaveOutCurrentInput(PrepareCommand& prepare)
+/// Moves the input that the work crashed on from the options to the crashed inputs.
+/// @return whether the work can start again without it.
+bool SkipCurrentInput(PrepareCommand& prepare, RunContext& context)
 {
-    if (!prepare.keepGoing || WorkState::CurrentPhase() != Phase::Reading || prepare.inputs.size() < 2)
+    const WorkState& state = context.state;
+    if (!prepare.keepGoing || state.CurrentPhase() != Phase::Reading || prepare.inputs.size() < 2)
         return false;
-    const auto input = std::find(prepare.inputs.begin(), prepare.inputs.end(), WorkState::CurrentFile());
+    const auto input = std::find(prepare.inputs.begin(), prepare.inputs.end(), state.CurrentFile());
     if (input == prepare.inputs.end())
         return false;
-    prepare.leftOut.push_back(*input);
+    context.crashedInputs.push_back(*input);
     prepare.inputs.erase(input);
     return true;
 }
@@ -55,35 +56,37 @@ bool LeaveOutCurrentInput(PrepareCommand& prepare)
 
 std::uint64_t MemoryLimitOf(const Options& options)
 {
-    return options.memoryLimit > 0 ? static_cast<std::uint64_t>(options.memoryLimit * WorkState::kBytesPerGiB)
+    return options.memoryLimit > 0 ? static_cast<std::uint64_t>(options.memoryLimit * kBytesPerGiB)
                                    : DefaultMemoryLimit();
 }
 
-int RunIsolated(const Options& options, std::ostream& errors, const std::function<int(const Options&)>& run)
+int RunIsolated(const Options& options, const RunContext& context, const CommandFunction& run)
 {
-    Options now = options;
+    Options currentOptions = options;
+    RunContext currentContext = context;
+    WorkState& state = context.state;
+    const std::uint64_t memoryLimit = MemoryLimitOf(options);
     for (;;)
     {
-        WorkState::Reset();
-        const std::uint64_t memoryLimit = MemoryLimitOf(now);
-        const ChildResult result = RunInChildProcess(memoryLimit, [&now, &run, memoryLimit] {
-            WorkState::WatchMemory(memoryLimit);
-            return run(now);
+        state.Reset();
+        const ChildResult result = RunInChildProcess(memoryLimit, [&] {
+            state.WatchMemory(memoryLimit);
+            return run(currentOptions, currentContext);
         });
         if (result.killedBy == 0)
             return result.status;
 
-        WorkState::RemoveTemporaryFolder();
+        state.RemoveTemporaryFolder();
         if (result.killedBy == SIGPIPE)
-            return kStoppedBySignal + SIGPIPE;  // who read the output has enough of it
+            return kStoppedBySignal + SIGPIPE;  // the reader closed the pipe
         if (result.interruptedBy != 0)
         {
-            errors << ErrorLine(StopText());
+            context.errors << ErrorLine(StopText(state));
             return kStoppedBySignal + result.interruptedBy;
         }
-        const bool memory = WorkState::RanOutOfMemory();
-        errors << ErrorLine(memory ? WorkState::DescribeShortage() : CrashText(result.killedBy));
-        if (!LeaveOutCurrentInput(now.prepare))
+        context.errors << ErrorLine(state.RanOutOfMemory() ? state.DescribeShortage()
+                                                           : CrashText(state, result.killedBy));
+        if (!SkipCurrentInput(currentOptions.prepare, currentContext))
             return kUnusable;
     }
 }

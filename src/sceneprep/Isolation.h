@@ -1,26 +1,27 @@
 #pragma once
 
 #include <sceneprep/Options.h>
+#include <sceneprep/run/RunContext.h>
 
 #include <cstdint>
 #include <functional>
-#include <ostream>
 
 namespace Sceneprep
 {
 
-/// @return the memory that the work may take, in bytes.
+/// Returns the memory that the work may use, in bytes.
 std::uint64_t MemoryLimitOf(const Options& options);
 
-/// Does what the options ask for in a process of its own and tells, in one line on `errors`, when that ended early: by
-/// a crash, or because the user stopped it. What was half written is removed then, and the line says when the output
-/// had been written already.
+/// A command: runs with options and a context, and returns the exit status.
+using CommandFunction = std::function<int(const Options&, const RunContext&)>;
+
+/// Runs a command in a child process. If that ends early, by a crash or because the user stopped it, removes what was
+/// half written and prints one error line, which says if the output had been written already.
 ///
-/// With keepGoing a crash while an input is read starts the work again without that input.
+/// With keepGoing, a crash while an input is read starts the work again without that input.
 ///
-/// @param run  the work; returns the exit status
-/// @return the exit status: that of the work; kUnusable after a crash, also one that was got over; 128 and the signal's
-///         number when the user stopped it.
-int RunIsolated(const Options& options, std::ostream& errors, const std::function<int(const Options&)>& run);
+/// @return the exit status: that of the command; kUnusable after a crash, also if the work could continue without the
+///         input; 128 plus the number of the signal if the user stopped it.
+int RunIsolated(const Options& options, const RunContext& context, const CommandFunction& run);
 
 }  // namespace Sceneprep

@@ -8,6 +8,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <charconv>
 
 namespace Sceneprep
 {
@@ -29,9 +30,11 @@ std::string CheckOutput(const std::string& output)
 std::string CheckMemory(const std::string& text)
 {
     double gigabytes = 0;
-    if (CLI::detail::lexical_cast(text, gigabytes) && gigabytes > 0 && gigabytes < 1e6)
+    const char* end = text.data() + text.size();
+    const auto [read, error] = std::from_chars(text.data(), end, gigabytes);
+    if (error == std::errc() && read == end && gigabytes > 0 && gigabytes < 1e6)
         return {};
-    return fmt::format("{} is no number of GiB above 0", text);
+    return fmt::format("'{}' is not a positive number of GiB", text);
 }
 
 std::string CheckUVs(const std::string& text)
@@ -53,6 +56,8 @@ void AddCommonOptions(CLI::App& command, Options& options)
                     "Memory that the work may take, in GiB (default: three quarters of the machine's)")
         ->type_name("GIB")
         ->check(CLI::Validator(CheckMemory, ""));
+    command.add_flag_callback("--no-isolation", [&options] { options.isIsolated = false; },
+                              "Do all work in one process, without a memory limit, for a debugger");
     command.add_option("--plugin", options.plugin, "The plug-in to load (default: the one that came with sceneprep)")
         ->type_name("PATH");
 }

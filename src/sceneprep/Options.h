@@ -16,11 +16,10 @@ struct PrepareCommand
     std::vector<std::filesystem::path> inputs = {};  ///< the first takes the others
     std::filesystem::path output = {};
     Pipeline::PrepareOptions steps = {};
-    bool strict = false;                              ///< fail when the world is not the same afterwards
-    std::filesystem::path jsonFile = {};              ///< empty: none
-    std::filesystem::path reportFile = {};            ///< the page; empty: none
-    bool keepGoing = false;                           ///< leave inputs out that cannot be read
-    std::vector<std::filesystem::path> leftOut = {};  ///< inputs that were left out already
+    bool strict = false;                    ///< fail when the world is not the same afterwards
+    std::filesystem::path jsonFile = {};    ///< empty: none
+    std::filesystem::path reportFile = {};  ///< the page; empty: none
+    bool keepGoing = false;                 ///< leave inputs out that cannot be read
 };
 
 /// What `inspect` is asked to do.
@@ -44,6 +43,7 @@ struct Options
     Command command = Command::Formats;
     std::filesystem::path plugin;  ///< empty: look for it in the usual places
     bool quiet = false;
+    bool isIsolated = true;  ///< whether the work runs in a process of its own
     double memoryLimit = 0;  ///< in GiB; 0: three quarters of the machine's memory
     PrepareCommand prepare;
     InspectOptions inspect;

@@ -3,8 +3,8 @@
 #include <fmt/format.h>
 #include <pipeline/steps/PrepareScene.h>
 #include <sceneprep/export/ExportModel.h>
-#include <sceneprep/import/ImportModel.h>
 #include <sceneprep/import/LoadInputs.h>
+#include <sceneprep/import/ModelSource.h>
 #include <sceneprep/model/TextureReferences.h>
 #include <sceneprep/report/PageText.h>
 #include <sceneprep/report/PrepareReport.h>
@@ -13,7 +13,6 @@
 #include <sceneprep/run/Error.h>
 #include <sceneprep/run/FreedMemory.h>
 #include <sceneprep/run/PlaceFiles.h>
-#include <sceneprep/run/WorkState.h>
 
 #include <iterator>
 
@@ -49,8 +48,7 @@ void CheckFiles(const PrepareCommand& options)
 /// Shows notes and adds them to the report.
 void Show(Notes notes, Progress& progress, PrepareReport& report)
 {
-    for (const Note& note : notes.All())
-        progress.Note(note.text);
+    progress.Show(notes);
     report.notes.Append(std::move(notes));
 }
 
@@ -79,20 +77,21 @@ struct Pictures
     Report::Picture after;
 };
 
-void WriteReports(const PrepareCommand& options, const PrepareReport& report, const Pictures& pictures)
+void WriteReports(const PrepareCommand& options, const PrepareReport& report, const Pictures& pictures,
+                  WorkState& state)
 {
     if (!options.jsonFile.empty())
-        WriteWhole(options.jsonFile, [&](std::ostream& file) { file << ReportJson(report); });
+        WriteWhole(options.jsonFile, state, [&](std::ostream& file) { file << ReportJson(report); });
     if (!options.reportFile.empty())
-        WriteWhole(options.reportFile,
+        WriteWhole(options.reportFile, state,
                    [&](std::ostream& file) { Report::WritePage(file, report, pictures.before, pictures.after); });
 }
 
-PrepareReport BeginReport(const PrepareCommand& options, const Inputs& inputs)
+PrepareReport BeginReport(const PrepareCommand& options, const RunContext& context, const Inputs& inputs)
 {
     PrepareReport report;
     report.inputs = inputs.read;
-    report.leftOut = options.leftOut;
+    report.leftOut = context.crashedInputs;
     for (const SkippedInput& input : inputs.skipped)
         report.leftOut.push_back(input.file);
     report.output = options.output;
@@ -100,7 +99,8 @@ PrepareReport BeginReport(const PrepareCommand& options, const Inputs& inputs)
     return report;
 }
 
-void Process(const PrepareCommand& options, Model& model, Progress& progress, PrepareReport& report, Pictures& pictures)
+void Process(const PrepareCommand& options, Model& model, WorkState& state, Progress& progress, PrepareReport& report,
+             Pictures& pictures)
 {
     Importing::SceneContainer& scene = *model.scene;
     report.before = MeasureInStep("Measure", scene, progress, report);
@@ -108,7 +108,7 @@ void Process(const PrepareCommand& options, Model& model, Progress& progress, Pr
         model.notes.Add(note);
     Show(std::move(model.notes), progress, report);
 
-    WorkState::Enter(WorkState::Phase::Preparing, model.file);
+    state.Enter(WorkState::Phase::Preparing, model.file);
     if (!options.reportFile.empty())
         pictures.before = Report::TakePicture(scene, report.before.world);
     std::vector<StepResult> results = Pipeline::PrepareScene(scene, options.steps, model.supplement, progress).steps;
@@ -120,42 +120,41 @@ void Process(const PrepareCommand& options, Model& model, Progress& progress, Pr
         pictures.after = Report::TakePicture(scene, report.after.world);
 }
 
-void Export(const PrepareCommand& options, Model& model, Progress& progress, PrepareReport& report)
+void Export(const PrepareCommand& options, Model& model, WorkState& state, Progress& progress, PrepareReport& report)
 {
-    WorkState::Enter(WorkState::Phase::Writing, options.output);
+    state.Enter(WorkState::Phase::Writing, options.output);
     RebaseReferences(*model.scene, model.file, options.output, model.textures);
     Notes notes;
     report.steps.push_back(RunStep("Export", progress, [&] {
         ReturnFreedMemory();
-        notes = ExportModel(model, options.output, progress, {.others = {options.jsonFile, options.reportFile}});
+        notes = ExportModel(model, options.output, progress, state, {.others = {options.jsonFile, options.reportFile}});
     }));
     Show(std::move(notes), progress, report);
 }
 
 }  // namespace
 
-int Prepare(const PrepareCommand& options, const PluginLibrary& plugin, std::ostream& out, std::ostream& errors,
-            Progress& progress)
+int Prepare(const PrepareCommand& options, const PluginLibrary& plugin, const RunContext& context, Progress& progress)
 {
     CheckFiles(options);
-    Inputs inputs = LoadInputs(options.inputs, options.keepGoing, plugin, progress);
+    Inputs inputs = LoadInputs(options.inputs, options.keepGoing, plugin, progress, context.state);
     if (inputs.read.empty())
     {
-        PrintProblems(inputs.skipped, progress, errors);
+        PrintProblems(inputs.skipped, progress, context.errors);
         throw ToolError("none of the inputs could be read");
     }
 
-    PrepareReport report = BeginReport(options, inputs);
+    PrepareReport report = BeginReport(options, context, inputs);
     Pictures pictures;
-    Process(options, inputs.model, progress, report, pictures);
+    Process(options, inputs.model, context.state, progress, report, pictures);
     const bool isRefused = options.strict && !report.differences.empty();
     if (!isRefused)
-        Export(options, inputs.model, progress, report);
+        Export(options, inputs.model, context.state, progress, report);
 
-    WriteReports(options, report, pictures);
+    WriteReports(options, report, pictures, context.state);
     progress.Clear();
-    out << ReportText(report);
-    PrintProblems(inputs.skipped, progress, errors);
+    context.out << ReportText(report);
+    PrintProblems(inputs.skipped, progress, context.errors);
     if (isRefused)
         throw ToolError(fmt::format("{} would show another world ({}); leave steps out, or --strict",
                                     options.output.string(), fmt::join(report.differences, ", ")));

@@ -3,20 +3,16 @@
 #include <sceneprep/Options.h>
 #include <sceneprep/run/PluginLibrary.h>
 #include <sceneprep/run/Progress.h>
-
-#include <ostream>
+#include <sceneprep/run/RunContext.h>
 
 namespace Sceneprep
 {
 
-/// Runs `prepare`: reads and appends the inputs, runs the steps, compares the worlds before and after, exports the
-/// result and reports.
+/// Runs `prepare`: reads and appends the inputs, runs the steps, compares the scene before and after, exports the
+/// result and prints the report, and one error line for each input that was skipped.
 ///
-/// @param out     takes the report
-/// @param errors  takes one line for each input that was left out
-/// @return kDone, or kUnusable when inputs were left out.
-/// @throws ToolError when nothing could be written, which with strict includes a result that shows another world.
-int Prepare(const PrepareCommand& options, const PluginLibrary& plugin, std::ostream& out, std::ostream& errors,
-            Progress& progress);
+/// @return kDone, or kUnusable if inputs were skipped.
+/// @throws ToolError if the output could not be written; with `strict` also if the result differs from the input.
+int Prepare(const PrepareCommand& options, const PluginLibrary& plugin, const RunContext& context, Progress& progress);
 
 }  // namespace Sceneprep

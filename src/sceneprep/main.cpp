@@ -3,6 +3,7 @@
 #include <sceneprep/Options.h>
 #include <sceneprep/run/Error.h>
 #include <sceneprep/run/StandardStreams.h>
+#include <unistd.h>
 
 #include <iostream>
 
@@ -22,6 +23,9 @@ int main(int argc, char** argv)
         std::cerr << ErrorLine(kNoStdout);
         return kUnusable;
     }
-    return RunIsolated(*parsed.options, std::cerr,
-                       [](const Options& options) { return RunCommand(options, std::cout, std::cerr); });
+    WorkState state;
+    const RunContext context{
+        .out = std::cout, .errors = std::cerr, .state = state, .errorsGoToTerminal = isatty(STDERR_FILENO) != 0};
+    return parsed.options->isIsolated ? RunIsolated(*parsed.options, context, RunCommand)
+                                      : RunCommand(*parsed.options, context);
 }

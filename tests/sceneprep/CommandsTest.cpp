@@ -20,12 +20,13 @@ class CommandsTest : public testing::Test
 protected:
     CommandsTest() { options_.plugin = SCENEPREP_PLUGIN; }
 
-    int Run() { return RunCommand(options_, out_, errors_); }
+    int Run() { return RunCommand(options_, {.out = out_, .errors = errors_, .state = state_}); }
 
     TemporaryFolder folder_;
     Options options_;
     std::ostringstream out_;
     std::ostringstream errors_;
+    WorkState state_;
 };
 
 TEST_F(CommandsTest, PreparePrintsBothTablesAndWritesTheOutput)
@@ -50,29 +51,6 @@ TEST_F(CommandsTest, WithoutFlattenTheHierarchyStays)
     EXPECT_EQ(Run(), kDone) << errors_.str();
     EXPECT_THAT(out_.str(), HasSubstr("nodes                  4           4\n"));
     EXPECT_THAT(out_.str(), Not(HasSubstr("Flatten")));
-}
-
-TEST_F(CommandsTest, InspectPrintsCountsAndTree)
-{
-    options_.command = Command::Inspect;
-    options_.inspect = {.input = WriteSmallObj(folder_), .json = false, .tree = true};
-    EXPECT_EQ(Run(), kDone) << errors_.str();
-    EXPECT_THAT(out_.str(), HasSubstr("materials              2\n"));
-    EXPECT_THAT(out_.str(), HasSubstr("max z                  2\n"));
-    EXPECT_THAT(out_.str(), HasSubstr("\n  Square (1 surface)\n"));
-}
-
-TEST_F(CommandsTest, InspectTellsWhatLooksWrong)
-{
-    options_.command = Command::Inspect;
-    options_.inspect.input = folder_.Write("flat.obj", "v 0 0 0\nv 1 0 0\nv 2 0 0\nf 1 2 3\nl 1 2\n");
-    for (const bool json : {false, true})
-    {
-        options_.inspect.json = json;
-        errors_.str("");
-        EXPECT_EQ(Run(), kDone);
-        EXPECT_THAT(errors_.str(), HasSubstr("note: triangles have no area (1)\n"));
-    }
 }
 
 TEST_F(CommandsTest, AMissingInputIsOneLineAndNothingElse)

@@ -16,7 +16,7 @@ namespace
 using namespace Pipeline;
 using namespace Sceneprep;
 using namespace SceneprepTests;
-using WorkState::Phase;
+using Phase = WorkState::Phase;
 
 int Crash()
 {
@@ -27,22 +27,27 @@ int Crash()
 class IsolationTest : public testing::Test
 {
 protected:
-    int Run(const std::function<int(const Options&)>& work) { return RunIsolated(options_, errors_, work); }
+    int Run(const CommandFunction& work)
+    {
+        return RunIsolated(options_, {.out = out_, .errors = errors_, .state = state_}, work);
+    }
 
     Options options_;
+    std::ostringstream out_;
     std::ostringstream errors_;
+    WorkState state_;
 };
 
-TEST_F(IsolationTest, HandsTheStatusOn)
+TEST_F(IsolationTest, ReturnsTheStatusOfTheCommand)
 {
-    EXPECT_EQ(Run([](const Options&) { return kUnusable; }), kUnusable);
+    EXPECT_EQ(Run([](const Options&, const RunContext&) { return kUnusable; }), kUnusable);
     EXPECT_EQ(errors_.str(), "");
 }
 
-TEST_F(IsolationTest, ACrashOfTheReaderNamesTheFile)
+TEST_F(IsolationTest, NamesTheFileThatTheReaderCrashedOn)
 {
-    EXPECT_EQ(Run([](const Options&) {
-                  WorkState::Enter(Phase::Reading, "model.obj");
+    EXPECT_EQ(Run([](const Options&, const RunContext& context) {
+                  context.state.Enter(Phase::Reading, "model.obj");
                   return Crash();
               }),
               kUnusable);
@@ -51,13 +56,13 @@ TEST_F(IsolationTest, ACrashOfTheReaderNamesTheFile)
               "another format\n");
 }
 
-TEST_F(IsolationTest, ACrashOfTheWriterLeavesNothingBehind)
+TEST_F(IsolationTest, RemovesTheTemporaryFolderAfterACrash)
 {
     const TemporaryFolder folder;
     std::filesystem::create_directory(folder / "half");
-    EXPECT_EQ(Run([&folder](const Options&) {
-                  WorkState::Enter(Phase::Writing, "out.glb");
-                  WorkState::SetTemporaryFolder(folder / "half");
+    EXPECT_EQ(Run([&folder](const Options&, const RunContext& context) {
+                  context.state.Enter(Phase::Writing, "out.glb");
+                  context.state.SetTemporaryFolder(folder / "half");
                   return Crash();
               }),
               kUnusable);
@@ -66,19 +71,19 @@ TEST_F(IsolationTest, ACrashOfTheWriterLeavesNothingBehind)
     EXPECT_EQ(folder.CountEntries(), 0U);
 }
 
-/// Crashes on bad.off; otherwise 1 when an input was left out.
-int ReadInputs(const Options& options)
+/// Crashes on bad.off; otherwise returns kUnusable if an input was skipped.
+int ReadInputs(const Options& options, const RunContext& context)
 {
     for (const std::filesystem::path& input : options.prepare.inputs)
     {
-        WorkState::Enter(Phase::Reading, input);
+        context.state.Enter(Phase::Reading, input);
         if (input == "bad.off")
             Crash();
     }
-    return options.prepare.leftOut.empty() ? kDone : kUnusable;
+    return context.crashedInputs.empty() ? kDone : kUnusable;
 }
 
-TEST_F(IsolationTest, ToKeepGoingTheWorkStartsAgainWithoutTheInput)
+TEST_F(IsolationTest, StartsAgainWithoutTheInputIfAskedToKeepGoing)
 {
     options_.prepare.inputs = {"a.obj", "bad.off", "b.obj", "bad.off"};
     options_.prepare.keepGoing = true;
@@ -87,7 +92,7 @@ TEST_F(IsolationTest, ToKeepGoingTheWorkStartsAgainWithoutTheInput)
     EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 2);
 }
 
-TEST_F(IsolationTest, TheLastInputIsNotLeftOut)
+TEST_F(IsolationTest, DoesNotSkipTheLastInput)
 {
     options_.prepare.inputs = {"bad.off"};
     options_.prepare.keepGoing = true;
@@ -96,21 +101,21 @@ TEST_F(IsolationTest, TheLastInputIsNotLeftOut)
     EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 1);
 }
 
-TEST_F(IsolationTest, WhoReadsNoFurtherIsNotToldOfACrash)
+TEST_F(IsolationTest, PrintsNothingIfTheReaderClosedThePipe)
 {
-    EXPECT_EQ(Run([](const Options&) { return std::raise(SIGPIPE); }), 128 + SIGPIPE);
+    EXPECT_EQ(Run([](const Options&, const RunContext&) { return std::raise(SIGPIPE); }), 128 + SIGPIPE);
     EXPECT_EQ(errors_.str(), "");
 }
 
-TEST_F(IsolationTest, AStopRequestEndsTheWorkAndCleansUp)
+TEST_F(IsolationTest, CleansUpAfterAStopSignal)
 {
     for (const int signal : {SIGHUP, SIGINT, SIGTERM})
     {
         const TemporaryFolder folder;
         std::filesystem::create_directory(folder / "half");
         const pid_t self = getpid();
-        EXPECT_EQ(Run([&folder, self, signal](const Options&) {
-                      WorkState::SetTemporaryFolder(folder / "half");
+        EXPECT_EQ(Run([&folder, self, signal](const Options&, const RunContext& context) {
+                      context.state.SetTemporaryFolder(folder / "half");
                       kill(self, signal);
                       for (;;)
                           pause();
@@ -124,11 +129,11 @@ TEST_F(IsolationTest, AStopRequestEndsTheWorkAndCleansUp)
               "sceneprep: stopped; nothing has been written\n");
 }
 
-TEST_F(IsolationTest, AStopRequestAfterTheOutputSaysThatItIsThere)
+TEST_F(IsolationTest, MentionsTheOutputIfStoppedAfterWritingIt)
 {
     const pid_t self = getpid();
-    EXPECT_EQ(Run([self](const Options&) {
-                  WorkState::Enter(Phase::Written, "out.glb");
+    EXPECT_EQ(Run([self](const Options&, const RunContext& context) {
+                  context.state.Enter(Phase::Written, "out.glb");
                   kill(self, SIGTERM);
                   for (;;)
                       pause();
@@ -138,7 +143,7 @@ TEST_F(IsolationTest, AStopRequestAfterTheOutputSaysThatItIsThere)
     EXPECT_EQ(errors_.str(), "sceneprep: stopped; out.glb has been written already\n");
 }
 
-TEST_F(IsolationTest, MemoryIsLimitedAsAsked)
+TEST_F(IsolationTest, ComputesTheMemoryLimit)
 {
     options_.memoryLimit = 0.5;
     EXPECT_EQ(MemoryLimitOf(options_), std::uint64_t{1} << 29);

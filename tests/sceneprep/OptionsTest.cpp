@@ -141,8 +141,15 @@ TEST(Options, MemoryIsAPositiveNumber)
 {
     for (const char* text : {"0", "-1", "much", "1e9"})
         ExpectBadUsage({"inspect", "in.obj", "--memory-limit", text},
-                       std::string("sceneprep: --memory-limit: ") + text +
-                           " is no number of GiB above 0; see 'sceneprep inspect --help'");
+                       std::string("sceneprep: --memory-limit: '") + text +
+                           "' is not a positive number of GiB; see 'sceneprep inspect --help'");
+}
+
+TEST(Options, NoIsolationKeepsTheWorkInThisProcess)
+{
+    EXPECT_TRUE(ParseCommandLine({"inspect", "in.obj"}).options->isIsolated);
+    EXPECT_FALSE(ParseCommandLine({"inspect", "in.obj", "--no-isolation"}).options->isIsolated);
+    EXPECT_FALSE(ParseCommandLine({"prepare", "in.obj", "-o", "out.glb", "--no-isolation"}).options->isIsolated);
 }
 
 TEST(Options, Inspect)

@@ -27,7 +27,7 @@ protected:
         options_.output = folder_ / "out.glb";
     }
 
-    int Run() { return Prepare(options_, plugin_, out_, errors_, progress_); }
+    int Run() { return Prepare(options_, plugin_, {.out = out_, .errors = errors_, .state = state_}, progress_); }
 
     std::string RunError()
     {
@@ -47,6 +47,7 @@ protected:
     PrepareCommand options_;
     std::ostringstream out_;
     std::ostringstream errors_;
+    WorkState state_;
     std::ostringstream told_;
     Progress progress_{told_, false};
 };
@@ -128,7 +129,7 @@ TEST_F(PrepareTest, WhatBelongsBesideTheOutputTakesTheNameOfNoReport)
 {
     options_.output = folder_ / "out.gltf";
     options_.jsonFile = folder_ / "out.bin";
-    EXPECT_THAT(RunError(), HasSubstr("out.bin belongs beside it and is named as another output"));
+    EXPECT_THAT(RunError(), HasSubstr("its companion out.bin is also named as another output"));
     EXPECT_FALSE(std::filesystem::exists(options_.output));
     EXPECT_FALSE(std::filesystem::exists(options_.jsonFile));
 }

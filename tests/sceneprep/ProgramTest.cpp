@@ -32,6 +32,17 @@ TEST(Program, PreparesTheBundledScene)
     EXPECT_EQ(flat["materials"], original["materials"]);
 }
 
+TEST(Program, PrintsTheSameInOneProcess)
+{
+    const TemporaryFolder folder;
+    const std::string arguments = "inspect --tree " + WriteSmallObj(folder).string();
+    const ProgramRun isolated = RunProgram(arguments);
+    const ProgramRun single = RunProgram(arguments + " --no-isolation");
+    EXPECT_EQ(single.status, 0);
+    EXPECT_EQ(single.output, isolated.output);
+    EXPECT_EQ(single.errors, isolated.errors);
+}
+
 TEST(Program, AnUnusableInputExitsWithOne)
 {
     const ProgramRun run = RunProgram("inspect /no/such.obj");

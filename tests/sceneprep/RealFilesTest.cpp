@@ -111,7 +111,7 @@ protected:
     {
         SCOPED_TRACE(name);
         Model model = ModelOf(scene);
-        ExportModel(model, folder_ / name, progress_);
+        ExportModel(model, folder_ / name, progress_, state_);
         SceneContainer back = Import(folder_ / name);
         ExpectSameWorld(Measure(back), Measure(scene));
     }
@@ -122,7 +122,7 @@ protected:
         SceneContainer& scene = *model.scene;
         SCOPED_TRACE(format.extension);
         const path file = folder_ / ("out." + format.extension);
-        ExportModel(model, file, progress_);
+        ExportModel(model, file, progress_, state_);
         if (format.extension == "x3d")
             folder_.Write("out.x3d", WithoutTextures(ReadText(file)));
         if (format.extension == "stp")
@@ -141,6 +141,7 @@ protected:
     TemporaryFolder folder_;
     std::ostringstream out_;
     Progress progress_{out_, false};
+    WorkState state_;
 };
 
 TEST_P(RealFilesTest, ResolvedInstancesShowTheSameWorld)

@@ -45,7 +45,7 @@ protected:
     {
         Model model;
         *model.scene = scene;
-        ExportModel(model, folder_ / name, progress_);
+        ExportModel(model, folder_ / name, progress_, state_);
         Model back;
         ImportModel(folder_ / name, back, progress_);
         return *back.scene;
@@ -56,6 +56,7 @@ protected:
     TemporaryFolder folder_;
     std::ostringstream out_;
     Progress progress_{out_, false};
+    WorkState state_;
 };
 
 TEST_P(SkinnedScenesTest, FlatteningKeepsEveryPose)

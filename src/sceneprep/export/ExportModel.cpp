@@ -87,17 +87,19 @@ void CheckFolderOf(const fs::path& file)
         throw ToolError(fmt::format("cannot write {}: {}; choose another name", file.string(), error.message()));
 }
 
-Notes ExportModel(Model& model, const fs::path& file, Progress& progress, const ExportOptions& options)
+Notes ExportModel(Model& model, const fs::path& file, Progress& progress, WorkState& state,
+                  const ExportOptions& options)
 {
     CheckWritable(file);
     const WriteFormat format = FormatOf(file);
     const fs::path absolute = fs::absolute(file);
-    const TemporaryFolder temporary(absolute.parent_path());
+    const TemporaryFolder temporary(absolute.parent_path(), state);
     Notes notes;
     for (std::string& text :
          Write(*model.scene, model.textures, format, temporary.Path() / absolute.filename(), progress))
         notes.Add(std::move(text));
-    MoveIntoPlace(temporary.Path(), absolute, options.others);
+    if (options.accept(notes))
+        MoveIntoPlace(temporary.Path(), absolute, state, options.others);
     return notes;
 }
 

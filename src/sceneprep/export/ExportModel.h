@@ -2,8 +2,10 @@
 
 #include <sceneprep/model/Model.h>
 #include <sceneprep/run/Progress.h>
+#include <sceneprep/run/WorkState.h>
 
 #include <filesystem>
+#include <functional>
 #include <vector>
 
 namespace Sceneprep
@@ -20,6 +22,9 @@ struct ExportOptions
 {
     std::vector<std::filesystem::path> others = {};  ///< further files of this run, which no companion may replace
     bool externalTextures = false;  ///< refer to the original texture files instead of copies or embedded images
+    /// Asked once the file is complete and before it is moved into place, with the notes of the export; false discards
+    /// the file.
+    std::function<bool(const Notes&)> accept = [](const Notes&) { return true; };
 };
 
 /// Writes a model to a file; the extension selects the format.
@@ -31,7 +36,7 @@ struct ExportOptions
 /// @return what the format cannot hold.
 /// @throws ToolError when the ending stands for no format, or the file cannot be written. Then nothing has changed,
 ///         unless moving into place failed.
-Notes ExportModel(Model& model, const std::filesystem::path& file, Progress& progress,
+Notes ExportModel(Model& model, const std::filesystem::path& file, Progress& progress, WorkState& state,
                   const ExportOptions& options = {});
 
 }  // namespace Sceneprep

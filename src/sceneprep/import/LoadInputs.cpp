@@ -5,7 +5,6 @@
 #include <sceneprep/import/ImportModel.h>
 #include <sceneprep/run/Error.h>
 #include <sceneprep/run/FreedMemory.h>
-#include <sceneprep/run/WorkState.h>
 
 #include <algorithm>
 #include <iterator>
@@ -32,14 +31,30 @@ struct Input
     std::vector<StepResult> steps;
 };
 
-Input Read(const fs::path& file, const PluginLibrary& plugin, Progress& progress)
+/// Reads a file by Assimp.
+/// @throws std::bad_alloc if Assimp failed since it ran out of memory, whatever reason it gives.
+ModelSource ReadSource(const fs::path& file, Progress& progress, const WorkState& state)
 {
-    WorkState::Enter(WorkState::Phase::Reading, file);
+    try
+    {
+        return ModelSource(file, progress);
+    }
+    catch (const ToolError&)
+    {
+        if (state.RanOutOfMemory())
+            throw std::bad_alloc();
+        throw;
+    }
+}
+
+Input Read(const fs::path& file, const PluginLibrary& plugin, Progress& progress, WorkState& state)
+{
+    state.Enter(WorkState::Phase::Reading, file);
     Input input;
     input.model.scene = plugin.CreateScene();
     std::optional<ModelSource> source;
-    input.steps.push_back(
-        RunStep("Read " + file.filename().string(), progress, [&] { source.emplace(file, progress); }));
+    input.steps.push_back(RunStep("Read " + file.filename().string(), progress,
+                                  [&] { source.emplace(ReadSource(file, progress, state)); }));
     input.steps.push_back(RunStep("Import " + file.filename().string(), progress, [&] {
         ImportModel(std::move(*source), input.model, [&](double part) { progress.Update(part); });
         source.reset();
@@ -48,34 +63,9 @@ Input Read(const fs::path& file, const PluginLibrary& plugin, Progress& progress
     return input;
 }
 
-/// Reads a file and catches every error.
-/// @return none if the file cannot be read; `problem` is the reason then.
-std::optional<Input> TryToRead(const fs::path& file, const PluginLibrary& plugin, Progress& progress,
-                               std::string& problem)
-{
-    try
-    {
-        return Read(file, plugin, progress);
-    }
-    catch (const ToolError& error)
-    {
-        problem = error.what();
-    }
-    catch (const std::bad_alloc&)
-    {
-        problem = WorkState::DescribeShortage();
-    }
-    catch (const std::exception& error)
-    {
-        problem = WorkState::DescribeFailure(error);
-    }
-    return std::nullopt;
-}
-
 /// Makes an input the model, or appends it to the model.
 void Add(const fs::path& file, Input input, Progress& progress, Inputs& inputs)
 {
-    WorkState::Enter(WorkState::Phase::Preparing, file);
     std::move(input.steps.begin(), input.steps.end(), std::back_inserter(inputs.steps));
     if (inputs.read.empty())
         inputs.model = std::move(input.model);
@@ -87,19 +77,27 @@ void Add(const fs::path& file, Input input, Progress& progress, Inputs& inputs)
 
 }  // namespace
 
-Inputs LoadInputs(const std::vector<fs::path>& files, bool keepGoing, const PluginLibrary& plugin, Progress& progress)
+Inputs LoadInputs(const std::vector<fs::path>& files, bool keepGoing, const PluginLibrary& plugin, Progress& progress,
+                  WorkState& state)
 {
     Inputs inputs;
     for (const fs::path& file : files)
     {
-        std::string problem;
-        std::optional<Input> input =
-            keepGoing ? TryToRead(file, plugin, progress, problem) : Read(file, plugin, progress);
+        std::optional<Input> input;
+        try
+        {
+            input = Read(file, plugin, progress, state);
+        }
+        catch (const std::exception& error)
+        {
+            if (!keepGoing)
+                throw;
+            inputs.skipped.push_back({file, state.DescribeError(error)});
+            continue;
+        }
         // An error from here on ends the work, since it leaves half a model.
-        if (input)
-            Add(file, std::move(*input), progress, inputs);
-        else
-            inputs.skipped.push_back({file, problem});
+        state.Enter(WorkState::Phase::Preparing, file);
+        Add(file, std::move(*input), progress, inputs);
     }
     if (inputs.read.size() > 1)
         DropUnreachableNodes({*inputs.model.scene, inputs.model.supplement});  // each AppendSC() leaves a spare node

@@ -4,6 +4,7 @@
 #include <sceneprep/model/Model.h>
 #include <sceneprep/run/PluginLibrary.h>
 #include <sceneprep/run/Progress.h>
+#include <sceneprep/run/WorkState.h>
 
 #include <filesystem>
 #include <string>
@@ -32,6 +33,6 @@ struct Inputs
 /// reason are skipped, even if none remains.
 /// @throws ToolError without keepGoing, if an input cannot be read.
 Inputs LoadInputs(const std::vector<std::filesystem::path>& files, bool keepGoing, const PluginLibrary& plugin,
-                  Progress& progress);
+                  Progress& progress, WorkState& state);
 
 }  // namespace Sceneprep

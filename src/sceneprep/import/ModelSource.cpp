@@ -5,10 +5,7 @@
 #include <fmt/format.h>
 #include <sceneprep/assimp/ModelProgress.h>
 #include <sceneprep/run/Error.h>
-#include <sceneprep/run/WorkState.h>
 #include <assimp/Importer.hpp>
-
-#include <new>
 
 namespace Sceneprep
 {
@@ -25,8 +22,6 @@ std::unique_ptr<aiScene> Read(const std::filesystem::path& file, Progress& progr
     importer.SetProgressHandler(new ModelProgress(progress));             // the importer owns it
     // Sorting splits meshes that mix triangles with points and lines.
     const aiScene* scene = importer.ReadFile(file.string(), aiProcess_Triangulate | aiProcess_SortByPType);
-    if (scene == nullptr && WorkState::RanOutOfMemory())
-        throw std::bad_alloc();
     if (scene == nullptr || scene->mRootNode == nullptr)
         throw ToolError(fmt::format("cannot read {}: {}; repair the file or convert it to another format",
                                     file.string(), OneLine(importer.GetErrorString())));

@@ -4,7 +4,6 @@
 #include <fmt/format.h>
 #include <sceneprep/run/ChildProcess.h>
 #include <sceneprep/run/Error.h>
-#include <sceneprep/run/WorkState.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -25,8 +24,8 @@ namespace fs = std::filesystem;
 namespace
 {
 
-/// Brings a file, or the names in a folder, to the disk.
-/// @return 0, or what is wrong, as errno says it.
+/// Flushes a file, or the names in a folder, to the disk.
+/// Returns 0 or an error number.
 int Sync(const fs::path& path)
 {
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
@@ -37,7 +36,7 @@ int Sync(const fs::path& path)
     return problem;
 }
 
-/// Brings files' content to the disk before their names appear.
+/// Flushes the contents of files to the disk, before their names appear.
 void SyncAll(const std::vector<fs::path>& files)
 {
     for (const fs::path& file : files)
@@ -57,7 +56,7 @@ std::vector<fs::path> ListFiles(const fs::path& folder)
     return files;
 }
 
-/// @return the path without links; with them where the system cannot follow them.
+/// Returns the path without links, or with them if the system cannot follow them.
 fs::path CanonicalOrPlain(const fs::path& path)
 {
     std::error_code error;
@@ -66,13 +65,13 @@ fs::path CanonicalOrPlain(const fs::path& path)
     return error ? absolute.lexically_normal() : canonical;
 }
 
-bool IsThere(const fs::path& path)
+bool Exists(const fs::path& path)
 {
     std::error_code ignored;
     return fs::exists(fs::symlink_status(path, ignored));
 }
 
-bool HoldTheSame(const fs::path& a, const fs::path& b)
+bool HaveEqualContents(const fs::path& a, const fs::path& b)
 {
     std::ifstream first(a, std::ios::binary);
     std::ifstream second(b, std::ios::binary);
@@ -80,22 +79,22 @@ bool HoldTheSame(const fs::path& a, const fs::path& b)
     return first && second && std::equal(Bytes(first), Bytes(), Bytes(second), Bytes());
 }
 
-/// @param written  the companion, as yet elsewhere
+/// @param written  the companion in its temporary place
 void CheckCompanion(const fs::path& written, const fs::path& file, const std::vector<fs::path>& others)
 {
     const fs::path companion = file.parent_path() / written.filename();
     const std::string cannot =
-        fmt::format("cannot write {}: {} belongs beside it and ", file.string(), companion.filename().string());
+        fmt::format("cannot write {}: its companion {} ", file.string(), companion.filename().string());
     if (std::any_of(others.begin(), others.end(), [&](const fs::path& other) { return NameOneFile(companion, other); }))
-        throw ToolError(cannot + "is named as another output; choose another name for one of them");
+        throw ToolError(cannot + "is also named as another output; choose another name for one of them");
     std::error_code ignored;
     if (fs::is_directory(companion, ignored))
-        throw ToolError(cannot + "a folder of that name is in the way; choose another name");
-    if (IsThere(companion) && !IsThere(file) && !HoldTheSame(written, companion))
-        throw ToolError(cannot + "would replace a file of that name; choose another name, or remove that file");
+        throw ToolError(cannot + "has the name of an existing folder; choose another name");
+    if (Exists(companion) && !Exists(file) && !HaveEqualContents(written, companion))
+        throw ToolError(cannot + "would replace another file; choose another name, or remove that file");
 }
 
-/// While it lives, nobody can stop the program half way.
+/// Blocks stop signals during its lifetime.
 class Uninterrupted
 {
 public:
@@ -115,7 +114,7 @@ private:
     sigset_t before_ = {};
 };
 
-/// Pipes, devices and links to them are written to, not replaced.
+/// Returns false for pipes, devices and links, which are written to instead.
 bool MayBeReplaced(const fs::path& file)
 {
     const fs::file_type type = fs::symlink_status(file).type();
@@ -133,21 +132,21 @@ void WriteInto(const fs::path& target, const fs::path& file, const std::function
 
 }  // namespace
 
-TemporaryFolder::TemporaryFolder(const fs::path& parent)
+TemporaryFolder::TemporaryFolder(const fs::path& parent, WorkState& state) : state_(state)
 {
     std::string name = (parent / ".sceneprep-XXXXXX").string();
     if (mkdtemp(name.data()) == nullptr)
         throw ToolError(fmt::format("cannot write into {}: {}; choose another folder", parent.string(),
                                     OneLine(std::strerror(errno))));
     path_ = name;
-    WorkState::SetTemporaryFolder(path_);
+    state_.SetTemporaryFolder(path_);
 }
 
 TemporaryFolder::~TemporaryFolder()
 {
     std::error_code ignored;
     fs::remove_all(path_, ignored);
-    WorkState::SetTemporaryFolder({});
+    state_.SetTemporaryFolder({});
 }
 
 bool NameOneFile(const fs::path& a, const fs::path& b)
@@ -156,7 +155,7 @@ bool NameOneFile(const fs::path& a, const fs::path& b)
     return CanonicalOrPlain(a) == CanonicalOrPlain(b) || fs::equivalent(a, b, ignored);
 }
 
-void MoveIntoPlace(const fs::path& from, const fs::path& file, const std::vector<fs::path>& others)
+void MoveIntoPlace(const fs::path& from, const fs::path& file, WorkState& state, const std::vector<fs::path>& others)
 {
     const fs::path folder = file.parent_path();
     std::vector<fs::path> companions = ListFiles(from);
@@ -170,7 +169,7 @@ void MoveIntoPlace(const fs::path& from, const fs::path& file, const std::vector
         for (const fs::path& companion : companions)
             fs::rename(companion, folder / companion.filename());
         fs::rename(from / file.filename(), file);
-        WorkState::Enter(WorkState::Phase::Written, file);
+        state.Enter(WorkState::Phase::Written, file);
     }
     catch (const fs::filesystem_error& error)
     {
@@ -179,7 +178,7 @@ void MoveIntoPlace(const fs::path& from, const fs::path& file, const std::vector
     Sync(folder);  // not every file system can; the files themselves are on the disk
 }
 
-void WriteWhole(const fs::path& file, const std::function<void(std::ostream&)>& write)
+void WriteWhole(const fs::path& file, WorkState& state, const std::function<void(std::ostream&)>& write)
 {
     if (!MayBeReplaced(file))
     {
@@ -187,9 +186,9 @@ void WriteWhole(const fs::path& file, const std::function<void(std::ostream&)>& 
         return;
     }
     const fs::path absolute = fs::absolute(file);
-    const TemporaryFolder temporary(absolute.parent_path());
+    const TemporaryFolder temporary(absolute.parent_path(), state);
     WriteInto(temporary.Path() / absolute.filename(), file, write);
-    MoveIntoPlace(temporary.Path(), absolute);
+    MoveIntoPlace(temporary.Path(), absolute, state);
 }
 
 }  // namespace Sceneprep

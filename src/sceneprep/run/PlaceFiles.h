@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sceneprep/run/WorkState.h>
+
 #include <filesystem>
 #include <functional>
 #include <ostream>
@@ -8,14 +10,14 @@
 namespace Sceneprep
 {
 
-/// A new folder that is gone, with all that is in it, at the end; also when the work is stopped from outside.
+/// A new folder that is removed with its contents at the end, also if the work is stopped from outside.
 ///
-/// A folder and not just another name: some formats refer to companion files by names made of the file's own.
+/// A folder instead of a temporary file name, since some formats name companion files after the file.
 class TemporaryFolder
 {
 public:
-    /// @throws ToolError when no folder can be made there.
-    explicit TemporaryFolder(const std::filesystem::path& parent);
+    /// @throws ToolError if the folder cannot be created.
+    TemporaryFolder(const std::filesystem::path& parent, WorkState& state);
     ~TemporaryFolder();
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -24,25 +26,27 @@ public:
 
 private:
     std::filesystem::path path_;
+    WorkState& state_;
 };
 
-/// @return whether two names stand for one file, there already or not.
+/// Returns whether two names refer to one file, which need not exist.
 bool NameOneFile(const std::filesystem::path& a, const std::filesystem::path& b);
 
-/// Moves all files of a folder beside a file, that file last, once all of them are on the disk. Nobody can stop the
-/// program half way. The work is then at Phase::Written.
+/// Moves all files of a folder next to a file, that file last, after flushing them to the disk. Stop signals are
+/// blocked meanwhile. The state is then at Phase::Written.
 ///
-/// The file may be replaced, for somebody named it. Its companions, which nobody named, replace files that hold
-/// something else only where the file is replaced as well: then these are taken for its former companions.
+/// The file replaces an existing one, since the user named it. Its companions, which the user did not name, replace
+/// files with other contents only if the file itself is replaced: those are taken for its former companions.
 ///
-/// @param others  further files of this run, which no companion may take the place of
-/// @throws ToolError when one cannot be moved. Nothing has been moved if it can be known beforehand: folders in the
-///         way, files of others.
-void MoveIntoPlace(const std::filesystem::path& from, const std::filesystem::path& file,
+/// @param others  further files of this run, which no companion may replace
+/// @throws ToolError if a file cannot be moved. Nothing has been moved if the reason can be known in advance: folders
+/// in
+///         the way, files of others.
+void MoveIntoPlace(const std::filesystem::path& from, const std::filesystem::path& file, WorkState& state,
                    const std::vector<std::filesystem::path>& others = {});
 
-/// Writes a file that appears whole or not at all. Pipes, devices and links are written to instead, not replaced.
-/// @throws ToolError when it cannot be written.
-void WriteWhole(const std::filesystem::path& file, const std::function<void(std::ostream&)>& write);
+/// Writes a file that appears complete or not at all. Pipes, devices and links are written to, not replaced.
+/// @throws ToolError if it cannot be written.
+void WriteWhole(const std::filesystem::path& file, WorkState& state, const std::function<void(std::ostream&)>& write);
 
 }  // namespace Sceneprep

@@ -13,7 +13,7 @@ namespace
 
 constexpr const char* kBackToEmptyLine = "\r\033[K";
 
-/// Seconds up to a minute, minutes above: nobody waits by the second for those.
+/// Returns seconds up to a minute, and whole minutes above.
 std::string TextOf(std::chrono::seconds left)
 {
     if (left <= std::chrono::minutes(1))
@@ -35,7 +35,7 @@ void Progress::Begin(const std::string& step)
     if (movingLine_)
     {
         timeLeft_.Begin(clock_());
-        Show(step_ + " ...");
+        ShowLine(step_ + " ...");
     }
     else
         out_ << step_ << " ..." << std::endl;
@@ -49,22 +49,23 @@ void Progress::Update(double part)
     std::string text = fmt::format("{} ... {:.0f} %", step_, done * 100);
     if (const auto left = timeLeft_.Estimate(done, clock_()))
         text += fmt::format(", {} left", TextOf(*left));
-    Show(text);
+    ShowLine(text);
 }
 
 void Progress::Finish(double milliseconds)
 {
     if (movingLine_)
-        Show(fmt::format("{}: {:.1f} ms", step_, milliseconds));
+        ShowLine(fmt::format("{}: {:.1f} ms", step_, milliseconds));
 }
 
-void Progress::Note(const std::string& text)
+void Progress::Show(const Notes& notes)
 {
     const std::string shown = shown_;
     Clear();
-    out_ << "note: " << text << std::endl;
+    for (const Note& note : notes.All())
+        out_ << "note: " << note.text << std::endl;
     if (!shown.empty())
-        Show(shown);
+        ShowLine(shown);
 }
 
 void Progress::Clear()
@@ -75,7 +76,7 @@ void Progress::Clear()
     shown_.clear();
 }
 
-void Progress::Show(const std::string& text)
+void Progress::ShowLine(const std::string& text)
 {
     if (text == shown_)
         return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <pipeline/steps/StepListener.h>
+#include <sceneprep/run/Notes.h>
 #include <sceneprep/run/TimeLeft.h>
 
 #include <functional>
@@ -10,31 +11,31 @@
 namespace Sceneprep
 {
 
-/// Tells what is going on: on a terminal one line that is written over and over, with the share that is done and the
-/// time left; elsewhere plain lines.
+/// Prints progress: on a terminal one line that is rewritten, with the percentage done and the time left; elsewhere
+/// one line a step.
 class Progress : public Pipeline::StepListener
 {
 public:
     using Clock = std::function<TimeLeft::Clock::time_point()>;
 
     /// @param movingLine  whether `out` is a terminal
-    /// @param clock       what time it is; asked on a terminal only
+    /// @param clock       returns the time; called on a terminal only
     Progress(std::ostream& out, bool movingLine, Clock clock = TimeLeft::Clock::now);
     /// Clears the moving line.
     ~Progress() override;
 
     void Begin(const std::string& step) override;
-    /// The step is done to this part, 0 to 1; values outside are taken as the nearest. Shown on a terminal only.
+    /// Shows the fraction done of the step, clamped to 0 to 1; on a terminal only.
     void Update(double part) override;
-    /// The step that began last is done. Shown on a terminal only.
+    /// Shows the time of the step that began last; on a terminal only.
     void Finish(double milliseconds) override;
-    /// Says something that stays on the screen.
-    void Note(const std::string& text);
-    /// Takes the moving line away, before something else is printed.
+    /// Prints notes, each on a line that stays.
+    void Show(const Notes& notes);
+    /// Clears the moving line, before something else is printed.
     void Clear();
 
 private:
-    void Show(const std::string& text);
+    void ShowLine(const std::string& text);
 
     std::ostream& out_;
     bool movingLine_;

@@ -10,36 +10,13 @@
 #include <new>
 #include <system_error>
 
-namespace Sceneprep::WorkState
+namespace Sceneprep
 {
 
 namespace
 {
 
 using Text = std::array<char, 4001>;
-
-struct Record
-{
-    Phase phase = Phase::Starting;
-    bool ranOutOfMemory = false;
-    std::uint64_t memoryLimit = 0;  // 0: not known
-    Text file = {};
-    Text temporaryFolder = {};
-};
-
-Record* MapRecord()
-{
-    void* memory = mmap(nullptr, sizeof(Record), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED)
-        throw std::bad_alloc();
-    return new (memory) Record;
-}
-
-Record& Shared()
-{
-    static Record* const record = MapRecord();
-    return *record;
-}
 
 void Store(Text& target, const std::string& text)
 {
@@ -48,18 +25,18 @@ void Store(Text& target, const std::string& text)
     target[length] = '\0';
 }
 
-const char* Verb(Phase phase)
+const char* Verb(WorkState::Phase phase)
 {
     switch (phase)
     {
-        case Phase::Reading:
+        case WorkState::Phase::Reading:
             return "reading";
-        case Phase::Writing:
+        case WorkState::Phase::Writing:
             return "writing";
-        case Phase::Written:
+        case WorkState::Phase::Written:
             return "reporting on";
-        case Phase::Starting:
-        case Phase::Preparing:
+        case WorkState::Phase::Starting:
+        case WorkState::Phase::Preparing:
             break;
     }
     return "preparing";
@@ -67,49 +44,86 @@ const char* Verb(Phase phase)
 
 }  // namespace
 
-void Reset() { Shared() = {}; }
-
-void Enter(Phase phase, const std::filesystem::path& file)
+struct WorkState::Record
 {
-    Shared().phase = phase;
-    Shared().ranOutOfMemory = false;
-    Store(Shared().file, file.string());
+    Phase phase = Phase::Starting;
+    bool ranOutOfMemory = false;
+    std::uint64_t memoryLimit = 0;  // 0: not known
+    Text file = {};
+    Text temporaryFolder = {};
+};
+
+WorkState::Record* WorkState::watched_ = nullptr;
+
+WorkState::WorkState()
+{
+    void* memory = mmap(nullptr, sizeof(Record), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED)
+        throw std::bad_alloc();
+    record_ = new (memory) Record;
 }
 
-Phase CurrentPhase() { return Shared().phase; }
-
-std::filesystem::path CurrentFile() { return Shared().file.data(); }
-
-std::string Describe() { return fmt::format("{} {}", Verb(CurrentPhase()), CurrentFile().string()); }
-
-std::string DescribeFailure(const std::exception& error)
+WorkState::~WorkState()
 {
-    return fmt::format("{} went wrong ({}); check the model", Describe(), OneLine(error.what()));
+    if (watched_ == record_)
+    {
+        std::set_new_handler(nullptr);
+        watched_ = nullptr;
+    }
+    munmap(record_, sizeof(Record));
 }
 
-void WatchMemory(std::uint64_t limit)
+void WorkState::Reset() { *record_ = {}; }
+
+void WorkState::Enter(Phase phase, const std::filesystem::path& file)
 {
-    Shared().memoryLimit = limit;
+    record_->phase = phase;
+    record_->ranOutOfMemory = false;
+    Store(record_->file, file.string());
+}
+
+WorkState::Phase WorkState::CurrentPhase() const { return record_->phase; }
+
+std::filesystem::path WorkState::CurrentFile() const { return record_->file.data(); }
+
+std::string WorkState::Describe() const { return fmt::format("{} {}", Verb(CurrentPhase()), CurrentFile().string()); }
+
+std::string WorkState::DescribeError(const std::exception& error) const
+{
+    if (dynamic_cast<const ToolError*>(&error) != nullptr)
+        return error.what();
+    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
+        return DescribeShortage();
+    return fmt::format("{} failed: {}; check the model", Describe(), OneLine(error.what()));
+}
+
+void WorkState::WatchMemory(std::uint64_t limit)
+{
+    record_->memoryLimit = limit;
+    watched_ = record_;
     std::set_new_handler([] {
-        Shared().ranOutOfMemory = true;
+        watched_->ranOutOfMemory = true;
         throw std::bad_alloc();
     });
 }
 
-bool RanOutOfMemory() { return Shared().ranOutOfMemory; }
+bool WorkState::RanOutOfMemory() const { return record_->ranOutOfMemory; }
 
-std::string DescribeShortage()
+std::string WorkState::DescribeShortage() const
 {
-    const auto limit = static_cast<double>(Shared().memoryLimit) / kBytesPerGiB;
-    const std::string amount = limit > 0 ? fmt::format("than {:.3g} GiB", limit) : "memory than it may have";
+    const auto limit = static_cast<double>(record_->memoryLimit) / kBytesPerGiB;
+    const std::string amount = limit > 0 ? fmt::format("than {:.3g} GiB", limit) : "memory than there is";
     return fmt::format("{} needs more {}; raise --memory-limit or use a smaller model", Describe(), amount);
 }
 
-void SetTemporaryFolder(const std::filesystem::path& folder) { Store(Shared().temporaryFolder, folder.string()); }
-
-void RemoveTemporaryFolder()
+void WorkState::SetTemporaryFolder(const std::filesystem::path& folder)
 {
-    const std::filesystem::path folder = Shared().temporaryFolder.data();
+    Store(record_->temporaryFolder, folder.string());
+}
+
+void WorkState::RemoveTemporaryFolder()
+{
+    const std::filesystem::path folder = record_->temporaryFolder.data();
     if (folder.empty())
         return;
     std::error_code ignored;
@@ -117,4 +131,4 @@ void RemoveTemporaryFolder()
     SetTemporaryFolder({});
 }
 
-}  // namespace Sceneprep::WorkState
+}  // namespace Sceneprep

@@ -30,7 +30,7 @@ protected:
     std::vector<std::string> Export(const SceneContainer& scene, const std::string& name)
     {
         Model model = ModelOf(scene);
-        return TextsOf(ExportModel(model, folder_ / name, progress_));
+        return TextsOf(ExportModel(model, folder_ / name, progress_, state_));
     }
 
     SceneContainer Reimport(const std::string& name)
@@ -45,7 +45,7 @@ protected:
         try
         {
             Model model = ModelOf(Support::Scene("Root[a]"));
-            ExportModel(model, file, progress_);
+            ExportModel(model, file, progress_, state_);
         }
         catch (const ToolError& error)
         {
@@ -57,6 +57,7 @@ protected:
     TemporaryFolder folder_;
     std::ostringstream out_;
     Progress progress_{out_, false};
+    WorkState state_;
 };
 
 /// Formats that a scene can be read back from, with and without a hierarchy.
@@ -267,10 +268,10 @@ TEST_F(ExportModelTest, PicturesOfTheInputLieBesideFilesThatHoldNone)
     scene.SurfaceLibrary[0].MapList.push_back(map);
     Model model = ModelOf(scene);
     model.textures.embedded = {{.formatHint = "png", .content = {0x89, 'P', 'N', 'G', 1}}};
-    ExportModel(model, folder_ / "out.obj", progress_);
+    ExportModel(model, folder_ / "out.obj", progress_, state_);
     EXPECT_THAT(ReadText(folder_ / "out.mtl"), HasSubstr("map_Kd out-picture0.png\n"));
     EXPECT_EQ(std::filesystem::file_size(folder_ / "out-picture0.png"), 5U);
-    ExportModel(model, folder_ / "solid.stl", progress_);
+    ExportModel(model, folder_ / "solid.stl", progress_, state_);
     EXPECT_EQ(folder_.CountEntries(), 4U);  // one more: the format has no textures
 }
 

@@ -41,8 +41,9 @@ protected:
     {
         std::ostringstream out;
         Progress progress(out, false);
+        WorkState state;
         Model model = ModelOf(scene_);
-        return TextsOf(ExportModel(model, folder_ / name, progress));
+        return TextsOf(ExportModel(model, folder_ / name, progress, state));
     }
 
     std::string ImportError(const std::filesystem::path& file)

@@ -6,7 +6,6 @@
 #include <sceneprep/Models.h>
 #include <sceneprep/TestFiles.h>
 #include <sceneprep/run/Error.h>
-#include <sceneprep/run/WorkState.h>
 #include <support/SceneText.h>
 
 #include <exception>
@@ -45,7 +44,7 @@ class LoadInputsTest : public testing::Test
 protected:
     Inputs Load(const PrepareCommand& options)
     {
-        return LoadInputs(options.inputs, options.keepGoing, plugin_, progress_);
+        return LoadInputs(options.inputs, options.keepGoing, plugin_, progress_, state_);
     }
 
     std::filesystem::path Broken() { return folder_.Write("broken.obj.glb", "no glTF at all"); }
@@ -54,6 +53,7 @@ protected:
     TemporaryFolder folder_;
     std::ostringstream out_;
     Progress progress_{out_, false};
+    WorkState state_;
 };
 
 TEST_F(LoadInputsTest, OneInputIsTheSceneAsItIs)
@@ -135,24 +135,23 @@ Inputs LoadWithFailure(const std::vector<std::filesystem::path>& inputs, const s
     std::ostream out(&buffer);
     out.exceptions(std::ios::badbit);  // or the stream would keep the failure to itself
     Progress progress(out, false);
-    return LoadInputs(inputs, true, plugin, progress);
+    WorkState state;
+    return LoadInputs(inputs, true, plugin, progress, state);
 }
 
 TEST_F(LoadInputsTest, WhateverGoesWrongWithAnInputItIsLeftOut)
 {
     const auto small = WriteSmallObj(folder_);
     const auto bad = folder_.Write("bad.obj", ReadText(small));
-    WorkState::Reset();
     const Inputs poor = LoadWithFailure<std::bad_alloc>({small, bad}, "bad.obj", plugin_);
     EXPECT_THAT(poor.read, ElementsAre(small));
-    EXPECT_THAT(ProblemsOf(poor.skipped),
-                ElementsAre("reading " + bad.string() +
-                            " needs more memory than it may have; raise --memory-limit or use a "
-                            "smaller model"));
+    EXPECT_THAT(ProblemsOf(poor.skipped), ElementsAre("reading " + bad.string() +
+                                                      " needs more memory than there is; raise --memory-limit or use a "
+                                                      "smaller model"));
     const Inputs odd = LoadWithFailure<OddFailure>({small, bad}, "bad.obj", plugin_);
     EXPECT_THAT(FilesOf(odd.skipped), ElementsAre(bad));
     EXPECT_THAT(ProblemsOf(odd.skipped),
-                ElementsAre("reading " + bad.string() + " went wrong (odd failure); check the model"));
+                ElementsAre("reading " + bad.string() + " failed: odd failure; check the model"));
 }
 
 TEST_F(LoadInputsTest, WhatGoesWrongWhileAppendingEndsTheWork)

@@ -14,12 +14,13 @@ using namespace Sceneprep;
 using SceneprepTests::ReadText;
 namespace fs = std::filesystem;
 
-TEST(PlaceFiles, AFolderIsGoneAtTheEnd)
+TEST(PlaceFiles, RemovesTheTemporaryFolderAtTheEnd)
 {
+    WorkState state;
     const SceneprepTests::TemporaryFolder parent;
     fs::path path;
     {
-        const TemporaryFolder folder(parent.Path());
+        const TemporaryFolder folder(parent.Path(), state);
         path = folder.Path();
         EXPECT_EQ(path.parent_path(), parent.Path());
         std::ofstream(path / "a") << "text";
@@ -28,56 +29,59 @@ TEST(PlaceFiles, AFolderIsGoneAtTheEnd)
     EXPECT_FALSE(fs::exists(path));
 }
 
-TEST(PlaceFiles, AFolderInNoFolderIsAnError)
+TEST(PlaceFiles, FailsIfTheParentFolderDoesNotExist)
 {
+    WorkState state;
     const SceneprepTests::TemporaryFolder parent;
-    EXPECT_THROW(TemporaryFolder(parent / "none"), ToolError);
+    EXPECT_THROW(TemporaryFolder(parent / "none", state), ToolError);
 }
 
-TEST(PlaceFiles, FilesReplaceThoseThatWereThere)
+TEST(PlaceFiles, ReplacesExistingFiles)
 {
+    WorkState state;
     const SceneprepTests::TemporaryFolder parent;
     parent.Write("house.obj", "old");
     parent.Write("house.mtl", "old");
-    const TemporaryFolder folder(parent.Path());
+    const TemporaryFolder folder(parent.Path(), state);
     std::ofstream(folder.Path() / "house.obj") << "new";
     std::ofstream(folder.Path() / "house.mtl") << "beside";
-    MoveIntoPlace(folder.Path(), parent / "house.obj");
-    EXPECT_EQ(WorkState::CurrentPhase(), WorkState::Phase::Written);
-    EXPECT_EQ(WorkState::CurrentFile(), parent / "house.obj");
+    MoveIntoPlace(folder.Path(), parent / "house.obj", state);
+    EXPECT_EQ(state.CurrentPhase(), WorkState::Phase::Written);
+    EXPECT_EQ(state.CurrentFile(), parent / "house.obj");
     EXPECT_EQ(ReadText(parent / "house.obj"), "new");
     EXPECT_EQ(ReadText(parent / "house.mtl"), "beside");
     EXPECT_TRUE(fs::is_empty(folder.Path()));
 }
 
-TEST(PlaceFiles, WhatCannotBeMovedIsAnError)
+TEST(PlaceFiles, FailsIfFilesCannotBeMoved)
 {
+    WorkState state;
     const SceneprepTests::TemporaryFolder parent;
-    const TemporaryFolder folder(parent.Path());
+    const TemporaryFolder folder(parent.Path(), state);
     std::ofstream(folder.Path() / "house.obj") << "new";
-    WorkState::Enter(WorkState::Phase::Writing, "house.obj");
-    EXPECT_THROW(MoveIntoPlace(folder.Path(), parent / "none" / "house.obj"), ToolError);
-    EXPECT_EQ(WorkState::CurrentPhase(), WorkState::Phase::Writing);
+    state.Enter(WorkState::Phase::Writing, "house.obj");
+    EXPECT_THROW(MoveIntoPlace(folder.Path(), parent / "none" / "house.obj", state), ToolError);
+    EXPECT_EQ(state.CurrentPhase(), WorkState::Phase::Writing);
     EXPECT_TRUE(fs::exists(folder.Path() / "house.obj"));
 }
 
-/// A file with a companion that is to go into a folder.
+/// A file with companions to move into a folder.
 class CompanionTest : public testing::Test
 {
 protected:
-    CompanionTest() : written_(parent_.Path())
+    CompanionTest() : written_(parent_.Path(), state_)
     {
         std::ofstream(written_.Path() / "house.gltf") << "new";
         std::ofstream(written_.Path() / "house.bin") << "new";
         std::ofstream(written_.Path() / "a-picture.png") << "new";
     }
 
-    /// @return what is wrong; then nothing has been moved.
+    /// Returns the error message, after checking that nothing has been moved.
     std::string MoveError(const std::vector<fs::path>& others = {})
     {
         try
         {
-            MoveIntoPlace(written_.Path(), parent_ / "house.gltf", others);
+            MoveIntoPlace(written_.Path(), parent_ / "house.gltf", state_, others);
         }
         catch (const ToolError& error)
         {
@@ -91,21 +95,22 @@ protected:
 
     std::string Cannot(const std::string& what)
     {
-        return "cannot write " + (parent_ / "house.gltf").string() + ": house.bin belongs beside it and " + what;
+        return "cannot write " + (parent_ / "house.gltf").string() + ": its companion house.bin " + what;
     }
 
     const SceneprepTests::TemporaryFolder parent_;
+    WorkState state_;
     const TemporaryFolder written_;
 };
 
-TEST_F(CompanionTest, ItReplacesNoFileWhereTheFileItselfIsNew)
+TEST_F(CompanionTest, DoesNotReplaceAnotherFileIfTheOutputIsNew)
 {
     parent_.Write("house.bin", "of another file");
-    EXPECT_EQ(MoveError(), Cannot("would replace a file of that name; choose another name, or remove that file"));
+    EXPECT_EQ(MoveError(), Cannot("would replace another file; choose another name, or remove that file"));
     EXPECT_EQ(ReadText(parent_ / "house.bin"), "of another file");
 }
 
-TEST_F(CompanionTest, ItReplacesWhatBelongedToTheFileBefore)
+TEST_F(CompanionTest, ReplacesTheCompanionOfAReplacedFile)
 {
     parent_.Write("house.gltf", "old");
     parent_.Write("house.bin", "old");
@@ -114,32 +119,32 @@ TEST_F(CompanionTest, ItReplacesWhatBelongedToTheFileBefore)
     EXPECT_EQ(ReadText(parent_ / "house.bin"), "new");
 }
 
-TEST_F(CompanionTest, ItMayLieThereAlready)
+TEST_F(CompanionTest, MayExistWithEqualContents)
 {
     parent_.Write("house.bin", "new");
     EXPECT_EQ(MoveError(), "no error");
     EXPECT_TRUE(fs::exists(parent_ / "house.gltf"));
 }
 
-TEST_F(CompanionTest, ItTakesThePlaceOfNoOtherOutput)
+TEST_F(CompanionTest, DoesNotReplaceAnotherOutput)
 {
     parent_.Write("house.gltf", "old");
     fs::create_directory_symlink(parent_.Path(), parent_ / "link");
-    const std::string error = Cannot("is named as another output; choose another name for one of them");
+    const std::string error = Cannot("is also named as another output; choose another name for one of them");
     EXPECT_EQ(MoveError({"", parent_ / "house.bin"}), error);
     EXPECT_EQ(MoveError({parent_ / "link" / "house.bin"}), error);
     EXPECT_EQ(MoveError({"", parent_ / "report.json"}), "no error");
 }
 
-TEST_F(CompanionTest, AFolderInItsWayIsToldBeforeAnythingMoves)
+TEST_F(CompanionTest, FailsBeforeMovingIfAFolderIsInTheWay)
 {
     parent_.Write("house.gltf", "old");
     fs::create_directory(parent_ / "house.bin");
-    EXPECT_EQ(MoveError(), Cannot("a folder of that name is in the way; choose another name"));
+    EXPECT_EQ(MoveError(), Cannot("has the name of an existing folder; choose another name"));
     EXPECT_EQ(ReadText(parent_ / "house.gltf"), "old");
 }
 
-TEST(PlaceFiles, NamesOfOneFileAreKnown)
+TEST(PlaceFiles, RecognizesNamesOfOneFile)
 {
     const SceneprepTests::TemporaryFolder parent;
     fs::create_directory_symlink(parent.Path(), parent / "link");
@@ -152,42 +157,46 @@ TEST(PlaceFiles, NamesOfOneFileAreKnown)
 
 void WriteNew(std::ostream& stream) { stream << "new"; }
 
-TEST(PlaceFiles, AFileIsReplacedWhole)
+TEST(PlaceFiles, ReplacesAFileAtomically)
 {
+    WorkState state;
     const SceneprepTests::TemporaryFolder folder;
     const fs::path file = folder.Write("report.json", "old");
     fs::create_hard_link(file, folder / "kept.json");
-    WriteWhole(file, WriteNew);
+    WriteWhole(file, state, WriteNew);
     EXPECT_EQ(ReadText(file), "new");
     EXPECT_EQ(ReadText(folder / "kept.json"), "old");
     EXPECT_EQ(folder.CountEntries(), 2U);
 }
 
-TEST(PlaceFiles, AFileThatCannotBeWrittenWholeIsLeftAsItWas)
+TEST(PlaceFiles, LeavesTheFileUnchangedIfWritingFails)
 {
+    WorkState state;
     const SceneprepTests::TemporaryFolder folder;
     const fs::path file = folder.Write("report.json", "old");
-    EXPECT_THROW(WriteWhole(file, [](std::ostream& stream) { stream.setstate(std::ios::badbit); }), ToolError);
+    EXPECT_THROW(WriteWhole(file, state, [](std::ostream& stream) { stream.setstate(std::ios::badbit); }), ToolError);
     EXPECT_EQ(ReadText(file), "old");
     EXPECT_EQ(folder.CountEntries(), 1U);
 }
 
-TEST(PlaceFiles, LinksAreWrittenThrough)
+TEST(PlaceFiles, WritesThroughLinks)
 {
+    WorkState state;
     const SceneprepTests::TemporaryFolder folder;
     fs::create_symlink(folder / "far.json", folder / "link.json");
-    WriteWhole(folder / "link.json", WriteNew);
+    WriteWhole(folder / "link.json", state, WriteNew);
     EXPECT_TRUE(fs::is_symlink(folder / "link.json"));
     EXPECT_EQ(ReadText(folder / "far.json"), "new");
 }
 
-TEST(PlaceFiles, AFullDiskIsAnError)
+TEST(PlaceFiles, FailsOnAFullDisk)
 {
+    WorkState state;
     if (!fs::exists("/dev/full"))
         return;
     try
     {
-        WriteWhole("/dev/full", WriteNew);
+        WriteWhole("/dev/full", state, WriteNew);
         ADD_FAILURE() << "no error";
     }
     catch (const ToolError& error)

@@ -13,6 +13,13 @@ using namespace std::chrono_literals;
 using Sceneprep::Progress;
 using Sceneprep::TimeLeft;
 
+Sceneprep::Notes NoteOn(const std::string& text)
+{
+    Sceneprep::Notes notes;
+    notes.Add(text);
+    return notes;
+}
+
 TEST(Progress, ElsewhereThanOnATerminalStepsAndNotesArePlainLines)
 {
     std::ostringstream out;
@@ -21,7 +28,7 @@ TEST(Progress, ElsewhereThanOnATerminalStepsAndNotesArePlainLines)
         progress.Begin("Import");
         progress.Update(0.5);
         progress.Finish(12);
-        progress.Note("something");
+        progress.Show(NoteOn("something"));
         progress.Clear();
     }
     EXPECT_EQ(out.str(), "Import ...\nnote: something\n");
@@ -68,7 +75,7 @@ TEST(Progress, ANoteStaysAboveTheMovingLine)
     std::ostringstream out;
     Progress progress(out, true);
     progress.Begin("S");
-    progress.Note("n");
+    progress.Show(NoteOn("n"));
     EXPECT_EQ(out.str(), "\r\033[KS ...\r\033[Knote: n\n\r\033[KS ...");
 }
 

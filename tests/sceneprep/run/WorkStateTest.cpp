@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sceneprep/TestFiles.h>
+#include <sceneprep/run/Error.h>
 #include <unistd.h>
 
 #include <new>
@@ -13,78 +14,93 @@ namespace
 using namespace Sceneprep;
 using namespace SceneprepTests;
 
-TEST(WorkState, SaysWhatIsGoingOn)
+TEST(WorkState, DescribesTheWork)
 {
-    WorkState::Enter(WorkState::Phase::Reading, "a.obj");
-    EXPECT_EQ(WorkState::Describe(), "reading a.obj");
-    WorkState::Enter(WorkState::Phase::Writing, "b.glb");
-    EXPECT_EQ(WorkState::Describe(), "writing b.glb");
-    WorkState::Enter(WorkState::Phase::Written, "b.glb");
-    EXPECT_EQ(WorkState::Describe(), "reporting on b.glb");
-    WorkState::Enter(WorkState::Phase::Preparing, "c");
-    EXPECT_EQ(WorkState::Describe(), "preparing c");
-    EXPECT_EQ(WorkState::CurrentPhase(), WorkState::Phase::Preparing);
+    WorkState state;
+    state.Enter(WorkState::Phase::Reading, "a.obj");
+    EXPECT_EQ(state.Describe(), "reading a.obj");
+    state.Enter(WorkState::Phase::Writing, "b.glb");
+    EXPECT_EQ(state.Describe(), "writing b.glb");
+    state.Enter(WorkState::Phase::Written, "b.glb");
+    EXPECT_EQ(state.Describe(), "reporting on b.glb");
+    state.Enter(WorkState::Phase::Preparing, "c");
+    EXPECT_EQ(state.Describe(), "preparing c");
+    EXPECT_EQ(state.CurrentPhase(), WorkState::Phase::Preparing);
 }
 
-TEST(WorkState, SaysInOneLineWhatWentWrong)
+TEST(WorkState, DescribesErrorsInOneLine)
 {
-    WorkState::Enter(WorkState::Phase::Reading, "a.obj");
-    EXPECT_EQ(WorkState::DescribeFailure(std::runtime_error("two\nlines")),
-              "reading a.obj went wrong (two lines); check the model");
+    WorkState state;
+    state.Enter(WorkState::Phase::Reading, "a.obj");
+    EXPECT_EQ(state.DescribeError(std::runtime_error("two\nlines")),
+              "reading a.obj failed: two lines; check the model");
+    EXPECT_EQ(state.DescribeError(ToolError("cannot read a.obj")), "cannot read a.obj");
+    EXPECT_EQ(state.DescribeError(std::bad_alloc()), state.DescribeShortage());
 }
 
-TEST(WorkState, IsSeenFromTheParentProcess)
+TEST(WorkState, IsSharedWithTheParentProcess)
 {
-    WorkState::Enter(WorkState::Phase::Starting, {});
+    WorkState state;
+    state.Enter(WorkState::Phase::Starting, {});
     const pid_t child = fork();
     if (child == 0)
     {
-        WorkState::Enter(WorkState::Phase::Reading, "from/the/child.obj");
+        state.Enter(WorkState::Phase::Reading, "from/the/child.obj");
         _exit(0);
     }
     int status = 0;
     waitpid(child, &status, 0);
-    EXPECT_EQ(WorkState::CurrentFile(), "from/the/child.obj");
+    EXPECT_EQ(state.CurrentFile(), "from/the/child.obj");
 }
 
-TEST(WorkState, LongPathsAreCut)
+TEST(WorkState, CutsLongPaths)
 {
-    WorkState::Enter(WorkState::Phase::Reading, std::string(10000, 'x'));
-    EXPECT_EQ(WorkState::CurrentFile().string(), std::string(4000, 'x'));
+    WorkState state;
+    state.Enter(WorkState::Phase::Reading, std::string(10000, 'x'));
+    EXPECT_EQ(state.CurrentFile().string(), std::string(4000, 'x'));
 }
 
-TEST(WorkState, KeepsInMindThatMemoryRanOut)
+TEST(WorkState, RecordsFailedAllocations)
 {
-    WorkState::Reset();
-    const std::new_handler before = std::get_new_handler();
-    WorkState::Enter(WorkState::Phase::Reading, "a.obj");
-    EXPECT_EQ(WorkState::DescribeShortage(),
-              "reading a.obj needs more memory than it may have; raise --memory-limit or use a smaller model");
-    WorkState::WatchMemory(std::uint64_t{3} << 29);
-    EXPECT_EQ(WorkState::DescribeShortage(),
+    WorkState state;
+    state.Enter(WorkState::Phase::Reading, "a.obj");
+    EXPECT_EQ(state.DescribeShortage(),
+              "reading a.obj needs more memory than there is; raise --memory-limit or use a smaller model");
+    state.WatchMemory(std::uint64_t{3} << 29);
+    EXPECT_EQ(state.DescribeShortage(),
               "reading a.obj needs more than 1.5 GiB; raise --memory-limit or use a smaller model");
-    EXPECT_FALSE(WorkState::RanOutOfMemory());
+    EXPECT_FALSE(state.RanOutOfMemory());
     EXPECT_THROW(std::get_new_handler()(), std::bad_alloc);
-    EXPECT_TRUE(WorkState::RanOutOfMemory());
-    WorkState::Enter(WorkState::Phase::Reading, "next.obj");
-    EXPECT_FALSE(WorkState::RanOutOfMemory());
+    EXPECT_TRUE(state.RanOutOfMemory());
+    state.Enter(WorkState::Phase::Reading, "next.obj");
+    EXPECT_FALSE(state.RanOutOfMemory());
     EXPECT_THROW(std::get_new_handler()(), std::bad_alloc);
-    EXPECT_TRUE(WorkState::RanOutOfMemory());
-    std::set_new_handler(before);
-    WorkState::Reset();
-    EXPECT_FALSE(WorkState::RanOutOfMemory());
+    EXPECT_TRUE(state.RanOutOfMemory());
+    state.Reset();
+    EXPECT_FALSE(state.RanOutOfMemory());
 }
 
-TEST(WorkState, RemovesWhatWasLeftBehindOnce)
+TEST(WorkState, StopsWatchingAtItsEnd)
 {
+    {
+        WorkState state;
+        state.WatchMemory(1);
+        EXPECT_NE(std::get_new_handler(), nullptr);
+    }
+    EXPECT_EQ(std::get_new_handler(), nullptr);
+}
+
+TEST(WorkState, RemovesTheTemporaryFolderOnce)
+{
+    WorkState state;
     const TemporaryFolder folder;
     std::filesystem::create_directory(folder / "half");
     folder.Write("half/written.glb", "x");
-    WorkState::SetTemporaryFolder(folder / "half");
-    WorkState::RemoveTemporaryFolder();
+    state.SetTemporaryFolder(folder / "half");
+    state.RemoveTemporaryFolder();
     EXPECT_FALSE(std::filesystem::exists(folder / "half"));
     std::filesystem::create_directory(folder / "half");
-    WorkState::RemoveTemporaryFolder();
+    state.RemoveTemporaryFolder();
     EXPECT_TRUE(std::filesystem::exists(folder / "half"));
 }
 

@@ -6,7 +6,9 @@
 #include <sceneprep/model/TextureReferences.h>
 #include <support/SceneText.h>
 
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace
 {
@@ -47,7 +49,7 @@ const EmbeddedTexture* ImageOf(const Model& model, std::size_t surface, std::siz
     return FindEmbedded(model.textures, SpellingOf(model.textures, TextureOf(model, surface, map)));
 }
 
-TEST(AppendModel, SkinsKeepTheirJointsAndMovements)
+TEST(AppendModel, KeepsJointsAndTheirAnimations)
 {
     Model first = ModelFrom("a.obj", "House*[a]");
     Model other = ModelFrom("b.obj", "Figure( Hip@1,0,0* Body[b] )");
@@ -73,7 +75,7 @@ TEST(AppendModel, JoinsTheHierarchies)
     EXPECT_EQ(Measure(*first.scene).max[0], 7);
 }
 
-TEST(AppendModel, PicturesInTheFileAreCountedOn)
+TEST(AppendModel, RenumbersEmbeddedImages)
 {
     Model first = ModelFrom("a.glb", "A[a]");
     AddTexture(first, "*0");
@@ -90,7 +92,7 @@ TEST(AppendModel, PicturesInTheFileAreCountedOn)
     EXPECT_EQ(first.textures.embedded[1].fileName, "second");
 }
 
-TEST(AppendModel, FilesOfOneFolderAreShared)
+TEST(AppendModel, SharesTextureFilesOfOneFolder)
 {
     Model first = ModelFrom("in/a.obj", "A[a]");
     AddTexture(first, "Wood.PNG");
@@ -101,7 +103,7 @@ TEST(AppendModel, FilesOfOneFolderAreShared)
     EXPECT_EQ(TextureOf(first, 1, 0), "wood.png");
 }
 
-TEST(AppendModel, FilesOfAnotherFolderAreNamedFromTheFirstOne)
+TEST(AppendModel, NamesTextureFilesFromTheFolderOfTheFirstModel)
 {
     Model first = ModelFrom("models/house/a.obj", "A[a]");
     AddTexture(first, "Wood.png");
@@ -116,7 +118,7 @@ TEST(AppendModel, FilesOfAnotherFolderAreNamedFromTheFirstOne)
     EXPECT_EQ(TextureOf(first, 1, 2), "https://example.org/sky.png");
 }
 
-TEST(AppendModel, PicturesOfOneNameStayApart)
+TEST(AppendModel, KeepsImagesOfOneNameApart)
 {
     Model first = ModelFrom("a.fbx", "A[a]");
     AddTexture(first, "maps/Texture.png");
@@ -133,7 +135,7 @@ TEST(AppendModel, PicturesOfOneNameStayApart)
     EXPECT_EQ(first.textures.embedded[1].fileName, "other.png");
 }
 
-TEST(AppendModel, AFileIsNoPictureOfItsName)
+TEST(AppendModel, KeepsAFileAndAnEmbeddedImageOfOneNameApart)
 {
     Model first = ModelFrom("a.fbx", "A[a]");
     AddTexture(first, "Texture.png");
@@ -151,7 +153,7 @@ TEST(AppendModel, AFileIsNoPictureOfItsName)
     EXPECT_EQ(ImageOf(first, 2, 0), &first.textures.embedded[1]);
 }
 
-TEST(AppendModel, AStarWithoutAPictureIsAFileName)
+TEST(AppendModel, TreatsAStarWithoutAnImageAsAFileName)
 {
     Model first = ModelFrom("a.glb", "A[a]");
     AddTexture(first, "*1");
@@ -167,6 +169,99 @@ TEST(AppendModel, AStarWithoutAPictureIsAFileName)
     EXPECT_EQ(TextureOf(first, 1, 1), "./*1a");
     EXPECT_EQ(first.textures.spelling.at("./*1a"), "./*1A");
     EXPECT_EQ(ImageOf(first, 1, 2), nullptr);
+}
+
+CarriedMaterial Carrying(int material)
+{
+    CarriedMaterial carried;
+    carried.material = material;
+    return carried;
+}
+
+/// Returns a model with two materials that are equal in the container, "m:c" and its copy, used by a surface each.
+Model TwoAlike(const char* file)
+{
+    Model model = ModelFrom(file, "A( B[a=m:c] C[b=n:d] )");
+    model.scene->MaterialLibrary[1] = model.scene->MaterialLibrary[0];
+    model.carried.materials = {{{"name", "m"}}, {{"name", "m"}, {"doubleSided", true}}};
+    model.carried.materialOf = {Carrying(0), Carrying(1)};
+    return model;
+}
+
+TEST(AppendModel, KeepsMaterialsApartThatDifferInWhatIsCarried)
+{
+    Model first = TwoAlike("a.gltf");
+    const std::string name = first.scene->MaterialLibrary[0].GetName();
+    Model other = TwoAlike("b.gltf");
+    other.carried.materials[0]["alphaMode"] = "MASK";
+    AppendModel(first, std::move(other));
+    ASSERT_EQ(first.scene->MaterialLibrary.size(), 3U);
+    std::vector<int> carried;
+    for (const CarriedMaterial& material : first.carried.materialOf)
+        carried.push_back(material.material);
+    EXPECT_EQ(carried, (std::vector<int>{0, 1, 2}));
+    EXPECT_EQ(first.carried.materials.at(2)["alphaMode"], "MASK");
+    EXPECT_EQ(first.scene->SurfaceLibrary.at(2).GetMaterialID(), 2);
+    EXPECT_EQ(first.scene->SurfaceLibrary.at(3).GetMaterialID(), 1);
+    for (Importing::Material& material : first.scene->MaterialLibrary)
+        EXPECT_EQ(material.GetName(), name);
+}
+
+TEST(AppendModel, JoinsMaterialsWithoutCarriedDataByContent)
+{
+    Model first = ModelFrom("a.obj", "A[a=m:c]");
+    AppendModel(first, ModelFrom("b.obj", "B[b=m:c]"));
+    EXPECT_EQ(first.scene->MaterialLibrary.size(), 1U);
+    EXPECT_TRUE(first.carried.materialOf.empty());
+}
+
+TEST(AppendModel, AppendsCarriedMaterialsToAModelWithoutAny)
+{
+    Model first = ModelFrom("a.obj", "A[a=m:c]");
+    AppendModel(first, TwoAlike("b.gltf"));
+    ASSERT_EQ(first.carried.materialOf.size(), 3U);
+    EXPECT_EQ(first.carried.materialOf[0].material, CarriedMaterial::kNotCarried);
+    EXPECT_EQ(first.carried.materialOf[1].material, 0);
+    EXPECT_EQ(first.carried.materialOf[2].material, 1);
+}
+
+TEST(AppendModel, RenumbersTheSupplement)
+{
+    Model first = ModelFrom("a.gltf", "A[a]");
+    first.carried.nodes.resize(4);
+    first.carried.meshOf.resize(3);
+    first.supplement.meshKeys = {2};
+    Model other = ModelFrom("b.gltf", "B( C[b] )");
+    other.carried.nodes.resize(2);
+    other.carried.meshOf.resize(1);
+    other.supplement = {.layouts = {{.texCoordSets = 1}},
+                        .pinnedMeshes = {true},
+                        .keptNodes = {false, true},
+                        .nodeKeys = {1, -1},
+                        .meshKeys = {0}};
+    AppendModel(first, std::move(other));
+    EXPECT_EQ(first.supplement.meshKeys, (std::vector<int>{2, 3}));
+    EXPECT_EQ(first.supplement.pinnedMeshes, (std::vector<bool>{false, true}));
+    EXPECT_EQ(first.supplement.layouts.at(0).texCoordSets, -1);
+    EXPECT_EQ(first.supplement.layouts.at(1).texCoordSets, 1);
+    EXPECT_EQ(first.supplement.keptNodes, (std::vector<bool>{false, false, true}));
+    EXPECT_EQ(first.supplement.nodeKeys, (std::vector<int>{-1, 5, -1}));
+}
+
+TEST(AppendModel, ReplacesMadeRootsByTheirChildren)
+{
+    Model first = ModelFrom("a.gltf", "Root( A[a] B[b] )");
+    first.carried.hasMadeRoot = true;
+    Model other = ModelFrom("b.gltf", "Root( C[c] D[d] )");
+    other.carried.hasMadeRoot = true;
+    AppendModel(first, std::move(other));
+    EXPECT_FALSE(first.carried.hasMadeRoot);
+    const Importing::Node& root =
+        first.scene->NodeLibrary.at(static_cast<std::size_t>(first.scene->GetRootNodeIndex()));
+    std::vector<std::string> children;
+    for (const int child : root.ChildList)
+        children.push_back(first.scene->NodeLibrary.at(static_cast<std::size_t>(child)).GetName());
+    EXPECT_EQ(children, (std::vector<std::string>{"A", "B", "C", "D"}));
 }
 
 }  // namespace

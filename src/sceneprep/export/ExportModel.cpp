@@ -46,23 +46,28 @@ void WriteByModelLibrary(const aiScene& scene, const WriteFormat& format, const 
                                     file.filename().string()));
 }
 
-std::vector<std::string> Write(Importing::SceneContainer& scene, const Textures& textures, const WriteFormat& format,
-                               const fs::path& file, Progress& progress)
+/// @param file    in the temporary folder
+/// @param folder  where the file is going to be
+Notes Write(Model& model, const WriteFormat& format, const fs::path& file, const fs::path& folder, Progress& progress,
+            const ExportOptions& options)
 {
     if (format.IsGltf())
-        return Gltf::WriteModel(scene, textures, file, format.extension == "glb",
+        return Gltf::WriteModel(model, file, folder, options.externalTextures,
                                 [&progress](double part) { progress.Update(part); });
     if (format.HoldsPictures() || !format.Holds(Content::Textures))
     {
-        WriteByModelLibrary(*BuildExportScene(scene, textures, format), format, file, progress);
+        WriteByModelLibrary(*BuildExportScene(*model.scene, model.textures, format), format, file, progress);
     }
     else
     {
-        const PlacedTextures placed = PlaceBeside(scene, textures, file.stem().string());
-        WriteByModelLibrary(*BuildExportScene(scene, placed.textures, format), format, file, progress);
+        const PlacedTextures placed = PlaceBeside(*model.scene, model.textures, file.stem().string());
+        WriteByModelLibrary(*BuildExportScene(*model.scene, placed.textures, format), format, file, progress);
         WriteCompanions(placed.companions, file.parent_path());
     }
-    return NotesOnExport(scene, format);
+    Notes notes;
+    for (std::string& text : NotesOnExport(*model.scene, format))
+        notes.Add(std::move(text));
+    return notes;
 }
 
 }  // namespace
@@ -94,10 +99,8 @@ Notes ExportModel(Model& model, const fs::path& file, Progress& progress, WorkSt
     const WriteFormat format = FormatOf(file);
     const fs::path absolute = fs::absolute(file);
     const TemporaryFolder temporary(absolute.parent_path(), state);
-    Notes notes;
-    for (std::string& text :
-         Write(*model.scene, model.textures, format, temporary.Path() / absolute.filename(), progress))
-        notes.Add(std::move(text));
+    Notes notes =
+        Write(model, format, temporary.Path() / absolute.filename(), absolute.parent_path(), progress, options);
     if (options.accept(notes))
         MoveIntoPlace(temporary.Path(), absolute, state, options.others);
     return notes;

@@ -9,16 +9,28 @@ namespace Sceneprep
 namespace
 {
 
-constexpr PictureKind kKinds[] = {{"image/png", "png", "\x89PNG"}, {"image/jpeg", "jpg", "\xFF\xD8\xFF"}};
+constexpr PictureKind kKinds[] = {
+    {"image/png", "png", "\x89PNG", "", 0, nullptr},
+    {"image/jpeg", "jpg", "\xFF\xD8\xFF", "", 0, nullptr},
+    {"image/webp", "webp", "RIFF", "WEBP", 8, "EXT_texture_webp"},
+    {"image/avif", "avif", "", "ftypavif", 4, "EXT_texture_avif"},
+    {"image/ktx2", "ktx2", "\xABKTX 20\xBB", "", 0, "KHR_texture_basisu"},
+    {"image/vnd-ms.dds", "dds", "DDS ", "", 0, "MSFT_texture_dds"},
+};
+
+bool HasBytes(const std::vector<unsigned char>& file, std::size_t place, std::string_view bytes)
+{
+    return file.size() > place + bytes.size() &&
+           std::equal(bytes.begin(), bytes.end(), file.begin() + static_cast<std::ptrdiff_t>(place),
+                      [](char a, unsigned char b) { return static_cast<unsigned char>(a) == b; });
+}
 
 }  // namespace
 
 const PictureKind* KindOf(const std::vector<unsigned char>& file)
 {
     const auto* found = std::find_if(std::begin(kKinds), std::end(kKinds), [&](const PictureKind& kind) {
-        return file.size() > kind.start.size() &&
-               std::equal(kind.start.begin(), kind.start.end(), file.begin(),
-                          [](char a, unsigned char b) { return static_cast<unsigned char>(a) == b; });
+        return HasBytes(file, 0, kind.start) && HasBytes(file, kind.markAt, kind.mark);
     });
     return found == std::end(kKinds) ? nullptr : found;
 }

@@ -6,15 +6,18 @@
 namespace Sceneprep
 {
 
-/// A kind of picture files.
+/// A kind of image files.
 struct PictureKind
 {
     const char* mimeType;
-    const char* extension;
-    std::string_view start;  ///< the file's first bytes
+    const char* extension;   ///< of file names
+    std::string_view start;  ///< the first bytes of the file
+    std::string_view mark;   ///< the bytes at markAt; empty where the first bytes are enough
+    std::size_t markAt;
+    const char* textureExtension;  ///< the glTF extension for textures of this kind; null for kinds of the core format
 };
 
-/// @return the kind, by the file's first bytes: PNG or JPEG; null when it is neither.
+/// Returns the kind by the first bytes of a file: PNG, JPEG, WebP, AVIF, KTX2 or DDS; null for any other file.
 const PictureKind* KindOf(const std::vector<unsigned char>& file);
 
 }  // namespace Sceneprep

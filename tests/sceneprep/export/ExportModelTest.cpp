@@ -162,7 +162,7 @@ TEST_F(ExportModelTest, NamesDoNotBreakAListing)
 
 TEST_F(ExportModelTest, SharedMeshesStaySharedInGltf)
 {
-    SceneContainer scene = Support::Scene("Root( A[a=m:c x=n:c] B[b=m:c] C[d=m:c y=n:c] )");
+    SceneContainer scene = Support::Scene("Root( A[a=m:c] X[x=n:c] B[b=m:c] C[d=m:c] Y[y=n:c] )");
     Export(scene, "out.glb");
     SceneContainer back = Reimport("out.glb");
     EXPECT_EQ(CountScene(back).geometries, 2U);

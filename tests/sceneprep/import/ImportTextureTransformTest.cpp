@@ -53,9 +53,9 @@ D3DXMATRIX MatrixIn(const std::string& gltf)
     return scene.SurfaceLibrary.at(0).MapList.at(0).GetMatrix();
 }
 
-double NumberIn(const tinygltf::Value& value, const char* key, int index, double otherwise)
+double NumberIn(const Json& value, const char* key, int index, double otherwise)
 {
-    return value.IsObject() && value.Has(key) ? value.Get(key).Get(index).GetNumberAsDouble() : otherwise;
+    return value.contains(key) ? value[key][static_cast<std::size_t>(index)].get<double>() : otherwise;
 }
 
 class ImportTextureTransformTest : public testing::TestWithParam<Transform>
@@ -64,15 +64,14 @@ class ImportTextureTransformTest : public testing::TestWithParam<Transform>
 TEST_P(ImportTextureTransformTest, EqualsTheTransformOfTheFile)
 {
     const Transform& expected = GetParam();
-    const tinygltf::Value value = Gltf::TextureTransform(MatrixIn(GltfWith(expected)));
+    const Json value = Gltf::TextureTransform(MatrixIn(GltfWith(expected)));
     for (const int i : {0, 1})
     {
         const auto part = static_cast<std::size_t>(i);
         EXPECT_NEAR(NumberIn(value, "offset", i, 0), expected.offset[part], 2e-6);
         EXPECT_NEAR(NumberIn(value, "scale", i, 1), expected.scale[part], 2e-6);
     }
-    const bool isTurned = value.IsObject() && value.Has("rotation");
-    EXPECT_NEAR(isTurned ? value.Get("rotation").GetNumberAsDouble() : 0, expected.rotation, 2e-6);
+    EXPECT_NEAR(value.contains("rotation") ? value["rotation"].get<double>() : 0, expected.rotation, 2e-6);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -88,7 +87,7 @@ TEST(ImportTextureTransform, OffsetsOfZeroAreExact)
 {
     const D3DXMATRIX matrix = MatrixIn(GltfWith({"", {0, 0}, 0, {0.1, 0.7}}));
     EXPECT_EQ(matrix._41, 0);
-    EXPECT_FALSE(Gltf::TextureTransform(matrix).Has("rotation"));
+    EXPECT_FALSE(Gltf::TextureTransform(matrix).contains("rotation"));
 }
 
 /// Coordinates rotate counterclockwise about the upper left corner of the image, which is (0, 1).

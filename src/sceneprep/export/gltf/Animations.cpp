@@ -14,7 +14,7 @@ namespace
 
 using Importing::Key;
 
-/// Values in the order in which they lie in the file.
+/// Values as they are stored in the file.
 struct Track
 {
     std::vector<float> seconds;
@@ -54,35 +54,27 @@ void AnimationWriter::Add(std::vector<Key>& keys, int node)
     if (keys.empty())
         return;
     const Track track = TrackOf(keys);
-    const int times = buffers_.Add(track.seconds, {TINYGLTF_TYPE_SCALAR, TINYGLTF_COMPONENT_TYPE_FLOAT}, Usage::Other);
-    tinygltf::Accessor& accessor = model_.accessors[static_cast<std::size_t>(times)];
-    accessor.minValues = {track.seconds.front()};
-    accessor.maxValues = {track.seconds.back()};
-    AddChannel(times, track.positions, TINYGLTF_TYPE_VEC3, "translation", node);
-    AddChannel(times, track.rotations, TINYGLTF_TYPE_VEC4, "rotation", node);
-    AddChannel(times, track.scales, TINYGLTF_TYPE_VEC3, "scale", node);
+    const int times = buffers_.Add(track.seconds, {}, Usage::Other);
+    Json& accessor = EntryAt(document_.accessors, times);
+    accessor["min"] = Json::array({track.seconds.front()});
+    accessor["max"] = Json::array({track.seconds.back()});
+    AddChannel(times, track.positions, "VEC3", "translation", node);
+    AddChannel(times, track.rotations, "VEC4", "rotation", node);
+    AddChannel(times, track.scales, "VEC3", "scale", node);
 }
 
 template <typename T>
-void AnimationWriter::AddChannel(int times, const std::vector<T>& values, int type, const char* path, int node)
+void AnimationWriter::AddChannel(int times, const std::vector<T>& values, const char* type, const char* path, int node)
 {
-    tinygltf::AnimationSampler sampler;
-    sampler.input = times;
-    sampler.output = buffers_.Add(values, {type, TINYGLTF_COMPONENT_TYPE_FLOAT}, Usage::Other);
-    sampler.interpolation = "LINEAR";
-    animation_.samplers.push_back(std::move(sampler));
-
-    tinygltf::AnimationChannel channel;
-    channel.sampler = static_cast<int>(animation_.samplers.size() - 1);
-    channel.target_node = node;
-    channel.target_path = path;
-    animation_.channels.push_back(std::move(channel));
+    const int output = buffers_.Add(values, {type}, Usage::Other);
+    channels_.push_back({{"sampler", samplers_.size()}, {"target", {{"node", node}, {"path", path}}}});
+    samplers_.push_back({{"input", times}, {"interpolation", "LINEAR"}, {"output", output}});
 }
 
 void AnimationWriter::Finish()
 {
-    if (!animation_.channels.empty())
-        model_.animations.push_back(std::move(animation_));
+    if (!channels_.empty())
+        Append(document_.animations, {{"channels", std::move(channels_)}, {"samplers", std::move(samplers_)}});
 }
 
 }  // namespace Sceneprep::Gltf

@@ -8,26 +8,26 @@
 namespace Sceneprep::Gltf
 {
 
-/// Gathers the movements of a model's nodes in one animation.
+/// Collects the keys of animated nodes in one animation.
 class AnimationWriter
 {
 public:
-    AnimationWriter(Buffers& buffers, tinygltf::Model& model) : buffers_(buffers), model_(model) {}
+    AnimationWriter(Buffers& buffers, Document& document) : buffers_(buffers), document_(document) {}
 
-    /// Moves a node through keys. Times become seconds; where keys do not follow each other in time, those that come
-    /// too late are left out.
+    /// Animates a node. Times become seconds; keys that do not come after the key before them are dropped.
     void Add(std::vector<Importing::Key>& keys, int node);
 
-    /// Hands the animation over to the model, if anything moves.
+    /// Adds the animation to the document if it has channels.
     void Finish();
 
 private:
     template <typename T>
-    void AddChannel(int times, const std::vector<T>& values, int type, const char* path, int node);
+    void AddChannel(int times, const std::vector<T>& values, const char* type, const char* path, int node);
 
     Buffers& buffers_;
-    tinygltf::Model& model_;
-    tinygltf::Animation animation_;
+    Document& document_;
+    Json channels_ = Json::array();
+    Json samplers_ = Json::array();
 };
 
 }  // namespace Sceneprep::Gltf

@@ -1,55 +1,80 @@
 #pragma once
 
-#include <sceneprep/export/gltf/TinyGltf.h>
+#include <sceneprep/export/gltf/Document.h>
 
 #include <cstddef>
+#include <cstdint>
+#include <ostream>
 #include <vector>
 
 namespace Sceneprep::Gltf
 {
 
-/// What an array is read as, which drawing libraries like to know beforehand.
+/// Types of components, by the numbers of the format.
+enum ComponentType : int
+{
+    kByte = 5120,
+    kUnsignedByte = 5121,
+    kShort = 5122,
+    kUnsignedShort = 5123,
+    kUnsignedInt = 5125,
+    kFloat = 5126
+};
+
+/// What an array is used for; the format asks for it in bufferView.target.
 enum class Usage
 {
-    Vertices = TINYGLTF_TARGET_ARRAY_BUFFER,
-    Indices = TINYGLTF_TARGET_ELEMENT_ARRAY_BUFFER,
+    Vertices = 34962,
+    Indices = 34963,
     Other = 0
 };
 
-/// The layout of an array's elements, in the constants of the glTF library.
+/// The layout of an array's elements.
 struct Layout
 {
-    int type = TINYGLTF_TYPE_SCALAR;
-    int componentType = TINYGLTF_COMPONENT_TYPE_FLOAT;
+    const char* type = "SCALAR";
+    int componentType = kFloat;
+    bool isNormalized = false;
 };
 
-/// Lays arrays into the one binary buffer of a model. Each gets a view and an accessor of its own and starts at a
+/// Lays arrays into the one binary buffer of a document. Each gets a view and an accessor of its own and starts at a
 /// multiple of 4 bytes.
 class Buffers
 {
 public:
-    explicit Buffers(tinygltf::Model& model) : model_(model) {}
+    /// @param stream  takes the bytes as they come; without one they are kept until WriteTo(). Whether writing
+    ///                succeeds is the stream's to say.
+    explicit Buffers(Document& document, std::ostream* stream = nullptr) : document_(document), stream_(stream) {}
 
-    /// Says roughly how many bytes will come, so that they need not move as they grow. Call it before the first comes.
-    void Expect(std::size_t size) { expected_ = size; }
-
-    /// Copies an array whose elements lie close together in the given layout.
+    /// Adds an array whose elements are tightly packed in the given layout.
     /// @return the index of its accessor.
     template <typename T>
     int Add(const std::vector<T>& elements, const Layout& layout, Usage usage)
     {
-        return AddBytes(elements.data(), elements.size(), sizeof(T), layout, usage);
+        const int view = AddView(elements.data(), elements.size() * sizeof(T), usage);
+        return AddAccessor(view, elements.size(), layout);
     }
 
-    /// Copies bytes that are no array of numbers, a picture for one.
+    /// Adds bytes that are no array of numbers, an image for one.
     /// @return the index of their view.
     int AddView(const void* data, std::size_t size, Usage usage);
 
-private:
-    int AddBytes(const void* data, std::size_t count, std::size_t elementSize, const Layout& layout, Usage usage);
+    /// Adds an accessor for a view.
+    int AddAccessor(int view, std::size_t count, const Layout& layout);
 
-    tinygltf::Model& model_;
-    std::size_t expected_ = 0;
+    /// Returns the length of the buffer in bytes.
+    std::size_t Size() const { return size_; }
+
+    /// Writes all bytes that have been kept.
+    void WriteTo(std::ostream& stream) const;
+
+private:
+    void Put(const void* data, std::size_t size);
+
+    Document& document_;
+    std::ostream* stream_;
+    std::size_t size_ = 0;
+    std::vector<std::vector<char>> kept_;  // one for each view, so that nothing moves as the buffer grows
 };
 
 }  // namespace Sceneprep::Gltf

@@ -1,35 +1,29 @@
 #pragma once
 
-#include <importing/plugin/SceneContainer.h>
 #include <pipeline/scene/PartCounter.h>
+#include <sceneprep/export/gltf/Buffers.h>
 #include <sceneprep/export/gltf/Images.h>
-#include <sceneprep/model/Textures.h>
+#include <sceneprep/export/gltf/WriteOptions.h>
+#include <sceneprep/model/Model.h>
+#include <sceneprep/run/Notes.h>
 
-#include <string>
 #include <vector>
 
 namespace Sceneprep::Gltf
 {
 
-/// A scene in the format's terms.
-struct BuiltModel
+/// What belongs to a model besides the document and its buffer.
+struct BuiltFiles
 {
-    tinygltf::Model model;
-    std::vector<CompanionFile> companions;
-    std::vector<std::string> notes;  ///< what the format cannot hold or had to be mended, one line each
+    std::vector<CompanionFile> companions;  ///< images that the input held
+    std::vector<ImageCopy> copies;          ///< image files to copy
+    Notes notes;                            ///< what was lost or had to be mended
 };
 
-/// Builds a model of what the scene's root leads to.
-///
-/// Nodes keep their order and names, but those that are joints get names of their own. A node carries at most one mesh
-/// of one surface: one with several surfaces gets a child for each. Joints that are no nodes of the scene become nodes
-/// behind those. Surfaces of one geometry and one material share a mesh. What the format has no words
-/// for travels as extras of nodes, where it says anything: a node's `note`; the `collisionOffset` of the surface that a
-/// node shows, and its `surfaceName` unless the mesh has that name already.
-///
-/// @param stem      name of the model file without its ending
-/// @param isBinary  whether pictures go into the buffer instead of files beside the model
-BuiltModel BuildModel(Importing::SceneContainer& scene, const Textures& textures, const std::string& stem,
-                      bool isBinary, const Pipeline::PartListener& listener = Pipeline::IgnorePart);
+/// Builds the document of what the scene's root leads to: nodes as WriteNodes() does, meshes as NodeMeshWriter, cameras
+/// and lights as NodeObjectWriter, skins and clips of the input as they were where their nodes are left.
+/// @param model  has to outlive the result
+BuiltFiles BuildModel(const Model& model, const WriteOptions& options, Buffers& buffers, Document& document,
+                      const Pipeline::PartListener& listener = Pipeline::IgnorePart);
 
 }  // namespace Sceneprep::Gltf

@@ -7,8 +7,7 @@
 namespace Sceneprep::Gltf
 {
 
-/// The format holds finite numbers only.
-/// @return the value, or the other one where it is infinite or no number.
+/// Returns the value, or the other one where it is infinite or NaN, neither of which the format can hold.
 inline float Finite(float value, float otherwise) { return std::isfinite(value) ? value : otherwise; }
 
 inline D3DXVECTOR3 Finite(const D3DXVECTOR3& value, float otherwise)

@@ -1,65 +1,181 @@
 #include <sceneprep/export/gltf/Images.h>
 
-#include <importing/base/CheckedAccess.h>
-#include <sceneprep/export/gltf/Utf8.h>
-#include <sceneprep/model/PictureKind.h>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <sceneprep/model/TextureReferences.h>
 #include <sceneprep/model/Uri.h>
 
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <fstream>
+#include <iterator>
+#include <optional>
 #include <utility>
 
 namespace Sceneprep::Gltf
 {
 
-ImageWriter::ImageWriter(Importing::SceneContainer& scene, const Textures& textures, std::string stem, bool isBinary,
-                         Buffers& buffers, tinygltf::Model& model)
-    : scene_(scene), textures_(textures), stem_(std::move(stem)), isBinary_(isBinary), buffers_(buffers), model_(model)
-{}
-
-int ImageWriter::Find(int texture)
+namespace
 {
-    auto found = written_.find(texture);
-    if (found == written_.end())
-        found = written_.emplace(texture, Write(texture)).first;
+
+namespace fs = std::filesystem;
+
+std::vector<unsigned char> FirstBytes(std::istream& in)
+{
+    std::array<char, 16> bytes = {};
+    in.read(bytes.data(), bytes.size());
+    return {bytes.begin(), bytes.begin() + in.gcount()};
+}
+
+std::string WithSlashes(std::string reference)
+{
+    std::replace(reference.begin(), reference.end(), '\\', '/');
+    return reference;
+}
+
+/// Returns the regular file that a reference means: as it is spelled, else with backslashes as separators.
+std::optional<fs::path> FindFile(const std::string& reference, const fs::path& folder)
+{
+    for (const std::string& spelling : {reference, WithSlashes(reference)})
+    {
+        std::error_code error;
+        const fs::path file = (folder / spelling).lexically_normal();
+        if (fs::is_regular_file(file, error))
+            return file;
+    }
+    return std::nullopt;
+}
+
+bool IsBelow(const fs::path& file, const fs::path& folder)
+{
+    const fs::path relative = fs::absolute(file).lexically_normal().lexically_relative(
+        (fs::absolute(folder) / "").lexically_normal().parent_path());
+    return !relative.empty() && *relative.begin() != "..";
+}
+
+bool IsOnTheNet(const std::string& reference) { return reference.find("://") != std::string::npos; }
+
+std::string LowerCase(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
+
+/// Returns a name that a URI does not have to encode and that no file system refuses.
+std::string PlainName(std::string name)
+{
+    std::replace_if(
+        name.begin(), name.end(),
+        [](unsigned char c) { return std::isalnum(c) == 0 && c != '.' && c != '-' && c != '_'; }, '_');
+    return name.empty() || name.front() == '.' ? "image" + name : name;
+}
+
+Json WithUri(Json object, const std::string& path)
+{
+    object["uri"] = EncodeUri(path);
+    return object;
+}
+
+}  // namespace
+
+WrittenImage ImageWriter::AddEmbedded(const EmbeddedTexture& picture, Json object)
+{
+    const std::string key = fmt::format("{}|{}", static_cast<const void*>(&picture), TextOf(object));
+    const auto [found, isNew] = written_.emplace(key, WrittenImage());
+    if (isNew)
+        found->second = WriteEmbedded(picture, std::move(object));
     return found->second;
 }
 
-int ImageWriter::Write(int texture)
+WrittenImage ImageWriter::AddFile(const std::string& reference, Json object)
 {
-    const std::string reference = SpellingOf(textures_, Importing::At(scene_.TextureLibrary, texture));
-    tinygltf::Image image;
-    const EmbeddedTexture* picture = FindEmbedded(textures_, reference);
-    if (picture == nullptr)
-        image.uri = EncodeUri(reference);
-    else if (!Fill(*picture, image))
-    {
-        leftOut_.insert(reference);
-        return -1;
-    }
-    model_.images.push_back(std::move(image));
-
-    tinygltf::Texture target;
-    target.source = static_cast<int>(model_.images.size() - 1);
-    model_.textures.push_back(std::move(target));
-    return static_cast<int>(model_.textures.size() - 1);
+    const std::string key = fmt::format("{}|{}", reference, TextOf(object));
+    const auto [found, isNew] = written_.emplace(key, WrittenImage());
+    if (isNew)
+        found->second = WriteFile(reference, std::move(object));
+    return found->second;
 }
 
-bool ImageWriter::Fill(const EmbeddedTexture& picture, tinygltf::Image& image)
+WrittenImage ImageWriter::WriteEmbedded(const EmbeddedTexture& picture, Json object)
 {
-    const PictureKind* kind = KindOf(picture.content);  // those that every reader of the format knows
-    if (kind == nullptr)
-        return false;
-    image.name = ToUtf8(picture.fileName);
-    if (isBinary_)
+    const PictureKind* kind = KindOf(picture.content);
+    if (kind == nullptr && !object.contains("mimeType"))
     {
-        image.mimeType = kind->mimeType;
-        image.bufferView = buffers_.AddView(picture.content.data(), picture.content.size(), Usage::Other);
-        return true;
+        dropped_.insert(picture.fileName.empty() ? "an embedded image" : picture.fileName);
+        return {};
     }
-    const std::string name = CompanionName(stem_, companions_.size(), picture);
-    image.uri = EncodeUri(name);
-    companions_.push_back({name, &picture.content});
-    return true;
+    if (kind != nullptr)
+        object["mimeType"] = kind->mimeType;
+    if (options_.isBinary)
+        object["bufferView"] = buffers_.AddView(picture.content.data(), picture.content.size(), Usage::Other);
+    else
+    {
+        const std::string name = CompanionName(options_.stem, companions_.size(), picture);
+        fileNames_.insert(LowerCase(name));
+        companions_.push_back({name, &picture.content});
+        object["uri"] = EncodeUri(name);
+    }
+    return {Append(document_.images, std::move(object)), kind};
+}
+
+WrittenImage ImageWriter::WriteFile(const std::string& reference, Json object)
+{
+    const auto keepReference = [&](const PictureKind* kind) {
+        return WrittenImage{Append(document_.images, WithUri(std::move(object), reference)), kind};
+    };
+    if (IsOnTheNet(reference))
+        return keepReference(nullptr);
+    const std::optional<fs::path> file = FindFile(reference, options_.folder);
+    if (!file)
+    {
+        missing_.insert(reference);
+        return keepReference(nullptr);
+    }
+    std::ifstream in(*file, std::ios::binary);
+    const PictureKind* kind = KindOf(FirstBytes(in));
+    if (kind == nullptr)
+        unknown_.insert(reference);
+    if (kind == nullptr || options_.externalTextures)
+        return keepReference(kind);
+    if (options_.isBinary)
+        return Embed(*file, kind, std::move(object));
+    if (IsBelow(*file, options_.folder))
+        return keepReference(kind);
+    const std::string name = CopyNameFor(*file);
+    copies_.push_back({name, *file});
+    return {Append(document_.images, WithUri(std::move(object), name)), kind};
+}
+
+WrittenImage ImageWriter::Embed(const fs::path& file, const PictureKind* kind, Json object)
+{
+    std::ifstream in(file, std::ios::binary);
+    const std::vector<char> bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    object["mimeType"] = kind->mimeType;
+    object["bufferView"] = buffers_.AddView(bytes.data(), bytes.size(), Usage::Other);
+    return {Append(document_.images, std::move(object)), kind};
+}
+
+std::string ImageWriter::CopyNameFor(const fs::path& file)
+{
+    const std::string stem = PlainName(file.stem().string());
+    const std::string extension = PlainName("x" + file.extension().string()).substr(1);
+    std::string name = stem + extension;
+    for (int number = 2; !fileNames_.insert(LowerCase(name)).second; ++number)
+        name = fmt::format("{}_{}{}", stem, number, extension);
+    return name;
+}
+
+void ImageWriter::AddNotes(Notes& notes) const
+{
+    for (const std::string& file : missing_)
+        notes.Add(fmt::format("the image file '{}' is missing; the reference to it is kept", file));
+    for (const std::string& file : unknown_)
+        notes.Add(fmt::format("the file '{}' is no known kind of image; the reference to it is kept", file));
+    if (!dropped_.empty())
+        notes.AddLoss("images", fmt::format("dropped images that are not PNG, JPEG, WebP, AVIF, KTX2 or DDS: {}",
+                                            fmt::join(dropped_, ", ")));
 }
 
 }  // namespace Sceneprep::Gltf

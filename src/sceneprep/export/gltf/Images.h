@@ -1,9 +1,11 @@
 #pragma once
 
-#include <importing/plugin/SceneContainer.h>
 #include <sceneprep/export/gltf/Buffers.h>
+#include <sceneprep/export/gltf/WriteOptions.h>
 #include <sceneprep/model/CompanionFiles.h>
+#include <sceneprep/model/PictureKind.h>
 #include <sceneprep/model/Textures.h>
+#include <sceneprep/run/Notes.h>
 
 #include <filesystem>
 #include <map>
@@ -14,38 +16,61 @@
 namespace Sceneprep::Gltf
 {
 
-/// Writes the textures that materials ask for.
+/// A file that is copied next to the model file.
+struct ImageCopy
+{
+    std::string name;
+    std::filesystem::path source;
+};
+
+/// An image in the document.
+struct WrittenImage
+{
+    int index = -1;                     ///< -1 for an image of a kind that the format has no place for
+    const PictureKind* kind = nullptr;  ///< null where it is unknown
+};
+
+/// Writes images as the bytes that they came as.
 ///
-/// Files are referred to as the input refers to them. Pictures that lay in the input go into a binary model file, or
-/// beside one that is text.
+/// A binary file holds its images. A text file refers to files next to it: images that the input held are written
+/// there, and image files are copied there unless they are in or below that folder already. Image files that are
+/// missing, that are no known kind of image, or that are on the net stay references.
 class ImageWriter
 {
 public:
-    /// @param stem      name of the model file without its ending; companions' names begin with it
-    /// @param isBinary  whether pictures go into the buffer
-    ImageWriter(Importing::SceneContainer& scene, const Textures& textures, std::string stem, bool isBinary,
-                Buffers& buffers, tinygltf::Model& model);
+    ImageWriter(const WriteOptions& options, Buffers& buffers, Document& document)
+        : options_(options), buffers_(buffers), document_(document)
+    {}
 
-    /// @return the texture's index in the file; -1 when it is of a kind that the format cannot hold.
-    int Find(int texture);
+    /// Writes an image that the input held, once.
+    /// @param picture  has to outlive the writer
+    /// @param object   name, extras and extensions of the image
+    WrittenImage AddEmbedded(const EmbeddedTexture& picture, Json object);
 
+    /// Writes an image file, once.
+    /// @param reference  the file relative to the folder of the output, or absolute
+    WrittenImage AddFile(const std::string& reference, Json object);
+
+    const WriteOptions& Options() const { return options_; }
     const std::vector<CompanionFile>& Companions() const { return companions_; }
-    /// References that were left out.
-    const std::set<std::string>& LeftOut() const { return leftOut_; }
+    const std::vector<ImageCopy>& Copies() const { return copies_; }
+    /// Adds notes about missing files and dropped images.
+    void AddNotes(Notes& notes) const;
 
 private:
-    int Write(int texture);
-    bool Fill(const EmbeddedTexture& picture, tinygltf::Image& image);
+    WrittenImage WriteEmbedded(const EmbeddedTexture& picture, Json object);
+    WrittenImage WriteFile(const std::string& reference, Json object);
+    WrittenImage Embed(const std::filesystem::path& file, const PictureKind* kind, Json object);
+    std::string CopyNameFor(const std::filesystem::path& file);
 
-    Importing::SceneContainer& scene_;
-    const Textures& textures_;
-    std::string stem_;
-    bool isBinary_;
+    const WriteOptions& options_;
     Buffers& buffers_;
-    tinygltf::Model& model_;
-    std::map<int, int> written_;
+    Document& document_;
+    std::map<std::string, WrittenImage> written_;
     std::vector<CompanionFile> companions_;
-    std::set<std::string> leftOut_;
+    std::vector<ImageCopy> copies_;
+    std::set<std::string> fileNames_;  // of companions and copies, in lower case
+    std::set<std::string> missing_, unknown_, dropped_;
 };
 
 }  // namespace Sceneprep::Gltf

@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
 #include <pipeline/scene/ShownSurfaces.h>
+#include <sceneprep/export/gltf/Attributes.h>
+#include <sceneprep/export/gltf/PinnedPrimitives.h>
 #include <sceneprep/export/gltf/Weights.h>
 
 #include <algorithm>
@@ -19,16 +21,9 @@ namespace
 using Importing::Geometry;
 using Importing::Vertex;
 
-constexpr Layout kVectors2 = {TINYGLTF_TYPE_VEC2, TINYGLTF_COMPONENT_TYPE_FLOAT};
-constexpr Layout kVectors3 = {TINYGLTF_TYPE_VEC3, TINYGLTF_COMPONENT_TYPE_FLOAT};
-constexpr Layout kShortIndices = {TINYGLTF_TYPE_SCALAR, TINYGLTF_COMPONENT_TYPE_UNSIGNED_SHORT};
-constexpr Layout kLongIndices = {TINYGLTF_TYPE_SCALAR, TINYGLTF_COMPONENT_TYPE_UNSIGNED_INT};
-
 bool IsFinite(const D3DXVECTOR3& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
 
-bool IsFinite(const D3DXVECTOR2& v) { return std::isfinite(v.x) && std::isfinite(v.y); }
-
-/// To unit length, in double precision: short normals keep their direction.
+/// Gives a vector unit length, in double precision, so that short normals keep their direction.
 /// @return whether the vector has a direction.
 bool Normalize(D3DXVECTOR3& v)
 {
@@ -48,7 +43,7 @@ D3DXVECTOR3 FaceNormal(Geometry& geometry, const std::uint32_t* corners)
     return Normalize(normal) ? normal : D3DXVECTOR3(0, 0, 1);
 }
 
-void SetBounds(const std::vector<D3DXVECTOR3>& positions, tinygltf::Accessor& accessor)
+void SetBounds(const std::vector<D3DXVECTOR3>& positions, Json& accessor)
 {
     D3DXVECTOR3 min = positions.front();
     D3DXVECTOR3 max = min;
@@ -57,54 +52,56 @@ void SetBounds(const std::vector<D3DXVECTOR3>& positions, tinygltf::Accessor& ac
         min = {std::min(min.x, p.x), std::min(min.y, p.y), std::min(min.z, p.z)};
         max = {std::max(max.x, p.x), std::max(max.y, p.y), std::max(max.z, p.z)};
     }
-    accessor.minValues = {min.x, min.y, min.z};
-    accessor.maxValues = {max.x, max.y, max.z};
+    accessor["min"] = Json::array({min.x, min.y, min.z});
+    accessor["max"] = Json::array({max.x, max.y, max.z});
 }
 
-/// The largest number of an index of two bytes is kept for other purposes.
+/// The largest index of two bytes restarts strips, so no vertex may have it.
 constexpr std::size_t kMostShort = 65535;
 
-/// Of a mesh every vertex of which has as many UV sets as the first.
-std::size_t ExpectedBytes(const Geometry& geometry)
+bool HasNormals(Geometry& geometry)
 {
-    const std::size_t vertices = geometry.VertexArray.size();
-    const std::size_t sets = vertices > 0 ? geometry.VertexArray.front().GetTexCoordCount() : 0;
-    const std::size_t indexSize = vertices <= kMostShort ? sizeof(std::uint16_t) : sizeof(std::uint32_t);
-    return vertices * (2 * sizeof(D3DXVECTOR3) + sets * sizeof(D3DXVECTOR2)) + geometry.IndexArray.size() * indexSize;
+    const D3DXVECTOR3 none(0, 0, 0);
+    return std::any_of(geometry.VertexArray.begin(), geometry.VertexArray.end(),
+                       [&](Vertex& vertex) { return vertex.Vertex::GetNormal() != none; });
 }
 
-std::size_t ExpectedBytes(const Importing::SceneContainer& scene)
+/// Returns the primitive of the input that a geometry has to be written as; null for none.
+const CarriedPrimitive* CarriedPrimitiveOf(const Model& model, int geometry)
 {
-    std::size_t bytes = 0;
-    for (const Geometry& geometry : scene.GeometryLibrary)
-        bytes += ExpectedBytes(geometry);
-    return bytes;
+    const auto index = static_cast<std::size_t>(geometry);
+    const std::vector<int>& keys = model.supplement.meshKeys;
+    if (index >= keys.size() || !Importing::IsValidIndex(keys[index], model.carried.meshOf.size()))
+        return nullptr;
+    const CarriedMesh& mesh = Importing::At(model.carried.meshOf, keys[index]);
+    return mesh.primitive ? &*mesh.primitive : nullptr;
 }
 
 }  // namespace
 
-std::size_t MeshArrays::CountTexCoords() const
-{
-    return static_cast<std::size_t>(std::count_if(attributes.begin(), attributes.end(), [](const auto& attribute) {
-        return attribute.first.starts_with("TEXCOORD_");
-    }));
-}
-
-MeshWriter::MeshWriter(Importing::SceneContainer& scene, Buffers& buffers, tinygltf::Model& model)
-    : scene_(scene), buffers_(buffers), model_(model)
-{
-    buffers_.Expect(ExpectedBytes(scene));
-}
+MeshWriter::MeshWriter(const Model& model, Buffers& buffers, Document& document)
+    : model_(model), buffers_(buffers), document_(document)
+{}
 
 const MeshArrays* MeshWriter::Find(int geometry)
 {
     auto found = written_.find(geometry);
     if (found == written_.end())
-        found = written_.emplace(geometry, Write(Importing::At(scene_.GeometryLibrary, geometry))).first;
+        found = written_.emplace(geometry, Write(geometry)).first;
     return found->second ? &*found->second : nullptr;
 }
 
-std::optional<MeshArrays> MeshWriter::Write(Geometry& geometry)
+std::optional<MeshArrays> MeshWriter::Write(int geometry)
+{
+    Geometry& mesh = Importing::At(model_.scene->GeometryLibrary, geometry);
+    if (const CarriedPrimitive* primitive = CarriedPrimitiveOf(model_, geometry))
+        return WritePinned(*primitive, buffers_, document_);
+    const auto index = static_cast<std::size_t>(geometry);
+    const std::vector<Pipeline::VertexLayout>& layouts = model_.supplement.layouts;
+    return WriteTriangles(mesh, index < layouts.size() ? layouts[index] : Pipeline::VertexLayout());
+}
+
+std::optional<MeshArrays> MeshWriter::WriteTriangles(Geometry& geometry, const Pipeline::VertexLayout& layout)
 {
     if (!HasTriangles(geometry))
         return std::nullopt;
@@ -114,8 +111,9 @@ std::optional<MeshArrays> MeshWriter::Write(Geometry& geometry)
 
     MeshArrays arrays;
     WritePositions(geometry, triangles, arrays);
-    WriteNormals(geometry, triangles, arrays);
-    WriteTexCoords(geometry, arrays);
+    if (HasNormals(geometry))
+        WriteNormals(geometry, triangles, arrays);
+    WriteAttributes(geometry, layout, buffers_, arrays, mended_);
     WriteWeights(geometry, arrays);
     WriteIndices(triangles, geometry.VertexArray.size(), arrays);
     return arrays;
@@ -145,7 +143,7 @@ std::vector<std::uint32_t> MeshWriter::UsableTriangles(Geometry& geometry)
 
 void MeshWriter::WritePositions(Geometry& geometry, const std::vector<std::uint32_t>& triangles, MeshArrays& arrays)
 {
-    // Vertices that cannot be written are those that no triangle uses.
+    // Only vertices that no usable triangle uses are not finite.
     const D3DXVECTOR3 usable = geometry.VertexArray[triangles.front()].GetPosition();
     std::vector<D3DXVECTOR3> positions;
     positions.reserve(geometry.VertexArray.size());
@@ -155,8 +153,8 @@ void MeshWriter::WritePositions(Geometry& geometry, const std::vector<std::uint3
         positions.push_back(IsFinite(position) ? position : usable);
     }
 
-    const int accessor = buffers_.Add(positions, kVectors3, Usage::Vertices);
-    SetBounds(positions, model_.accessors[static_cast<std::size_t>(accessor)]);
+    const int accessor = buffers_.Add(positions, {"VEC3"}, Usage::Vertices);
+    SetBounds(positions, EntryAt(document_.accessors, accessor));
     arrays.attributes["POSITION"] = accessor;
 }
 
@@ -183,32 +181,7 @@ void MeshWriter::WriteNormals(Geometry& geometry, const std::vector<std::uint32_
         if (isMissing[triangles[i]])
             normals[triangles[i]] = FaceNormal(geometry, &triangles[i - i % 3]);
     }
-    arrays.attributes["NORMAL"] = buffers_.Add(normals, kVectors3, Usage::Vertices);
-}
-
-/// The format counts v downwards, the scene upwards. Merged meshes may hold vertices with fewer sets than others; what
-/// they lack is (0, 0).
-void MeshWriter::WriteTexCoords(Geometry& geometry, MeshArrays& arrays)
-{
-    std::uint64_t sets = 0;
-    for (const Vertex& vertex : geometry.VertexArray)
-        sets = std::max(sets, vertex.GetTexCoordCount());
-    for (std::uint64_t set = 0; set < sets; ++set)
-    {
-        std::vector<D3DXVECTOR2> texCoords(geometry.VertexArray.size(), D3DXVECTOR2(0, 1));
-        for (std::size_t v = 0; v < texCoords.size(); ++v)
-        {
-            Vertex& vertex = geometry.VertexArray[v];
-            if (set >= vertex.GetTexCoordCount())
-                continue;
-            const D3DXVECTOR2 uv = vertex.GetTexCoord(static_cast<int>(set));
-            if (IsFinite(uv))
-                texCoords[v] = {uv.x, 1 - uv.y};
-            else
-                ++mended_.texCoords;
-        }
-        arrays.attributes[fmt::format("TEXCOORD_{}", set)] = buffers_.Add(texCoords, kVectors2, Usage::Vertices);
-    }
+    arrays.attributes["NORMAL"] = buffers_.Add(normals, {"VEC3"}, Usage::Vertices);
 }
 
 void MeshWriter::WriteWeights(Geometry& geometry, MeshArrays& arrays)
@@ -221,13 +194,13 @@ void MeshWriter::WriteWeights(Geometry& geometry, MeshArrays& arrays)
         ++mended_.skins;
         return;
     }
-    mended_.weights += weights->sharedAnew;
+    mended_.weights += weights->normalized;
     for (std::size_t set = 0; set < weights->joints.size(); ++set)
     {
-        arrays.attributes[fmt::format("JOINTS_{}", set)] = buffers_.Add(
-            weights->joints[set], {TINYGLTF_TYPE_VEC4, TINYGLTF_COMPONENT_TYPE_UNSIGNED_SHORT}, Usage::Vertices);
+        arrays.attributes[fmt::format("JOINTS_{}", set)] =
+            buffers_.Add(weights->joints[set], {"VEC4", kUnsignedShort}, Usage::Vertices);
         arrays.attributes[fmt::format("WEIGHTS_{}", set)] =
-            buffers_.Add(weights->weights[set], {TINYGLTF_TYPE_VEC4, TINYGLTF_COMPONENT_TYPE_FLOAT}, Usage::Vertices);
+            buffers_.Add(weights->weights[set], {"VEC4"}, Usage::Vertices);
     }
     arrays.isSkinned = true;
 }
@@ -235,10 +208,10 @@ void MeshWriter::WriteWeights(Geometry& geometry, MeshArrays& arrays)
 void MeshWriter::WriteIndices(const std::vector<std::uint32_t>& triangles, std::size_t vertexCount, MeshArrays& arrays)
 {
     if (vertexCount <= kMostShort)
-        arrays.indices =
-            buffers_.Add(std::vector<std::uint16_t>(triangles.begin(), triangles.end()), kShortIndices, Usage::Indices);
+        arrays.indices = buffers_.Add(std::vector<std::uint16_t>(triangles.begin(), triangles.end()),
+                                      {"SCALAR", kUnsignedShort}, Usage::Indices);
     else
-        arrays.indices = buffers_.Add(triangles, kLongIndices, Usage::Indices);
+        arrays.indices = buffers_.Add(triangles, {"SCALAR", kUnsignedInt}, Usage::Indices);
 }
 
 }  // namespace Sceneprep::Gltf

@@ -20,7 +20,7 @@ namespace
 using Row = std::array<double, 3>;
 using Matrix3 = std::array<Row, 3>;
 
-/// Beside the largest singular value, this is nothing.
+/// Singular values below this share of the largest one count as 0.
 constexpr double kVanishing = 1e-12;
 
 double Dot(const Row& a, const Row& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
@@ -53,9 +53,9 @@ D3DXQUATERNION RotationOf(const Matrix3& m)
     return *D3DXQuaternionRotationMatrix(&rotation, &matrix);
 }
 
-/// Turns columns p and q of both matrices so that they stand at right angles in the first one.
-/// One step of the one-sided Jacobi method (Hestenes 1958).
-void TurnApart(Matrix3& a, Matrix3& v, std::size_t p, std::size_t q)
+/// Rotates columns p and q of both matrices so that they are at right angles in the first one: one step of the
+/// one-sided Jacobi method (Hestenes 1958).
+void Orthogonalize(Matrix3& a, Matrix3& v, std::size_t p, std::size_t q)
 {
     const Matrix3 columns = Transposed(a);
     const double across = Dot(columns[p], columns[q]);
@@ -76,7 +76,7 @@ void TurnApart(Matrix3& a, Matrix3& v, std::size_t p, std::size_t q)
     }
 }
 
-/// Unit rows at right angles; those that vanish are found from the others.
+/// Makes unit rows at right angles; rows that vanish are computed from the others.
 void CompleteBasis(Matrix3& rows, const Row& lengths)
 {
     std::array<std::size_t, 3> order = {0, 1, 2};
@@ -98,14 +98,14 @@ void CompleteBasis(Matrix3& rows, const Row& lengths)
 
 double Determinant(const Matrix3& m) { return Dot(m[0], Cross(m[1], m[2])); }
 
-std::vector<double> ToList(const D3DXVECTOR3& v) { return {v.x, v.y, v.z}; }
+Json ToList(const D3DXVECTOR3& v) { return Json::array({v.x, v.y, v.z}); }
 
-std::vector<double> ToList(const D3DXQUATERNION& q)
+Json ToList(const D3DXQUATERNION& q)
 {
     const double length = std::hypot(std::hypot(q.x, q.y), std::hypot(q.z, q.w));
     if (!(length > 0))
-        return {0, 0, 0, 1};
-    return {q.x / length, q.y / length, q.z / length, q.w / length};
+        return Json::array({0, 0, 0, 1});
+    return Json::array({q.x / length, q.y / length, q.z / length, q.w / length});
 }
 
 }  // namespace
@@ -119,22 +119,22 @@ bool IsFinite(const D3DXMATRIX& matrix)
 Parts SplitShearFree(const D3DXMATRIX& matrix)
 {
     Parts parts{{1, 1, 1}, {0, 0, 0, 1}, {0, 0, 0}};
-    const bool flattens = Importing::DecomposeMatrix(parts.scale, parts.rotation, parts.translation, matrix) != 0;
-    return flattens ? SplitSheared(matrix).outer : parts;
+    const bool isSingular = Importing::DecomposeMatrix(parts.scale, parts.rotation, parts.translation, matrix) != 0;
+    return isSingular ? SplitSheared(matrix).outer : parts;
 }
 
 ShearedParts SplitSheared(const D3DXMATRIX& matrix)
 {
-    // Of the transposed matrix A = V S U: the columns of A W, W turning, end at right angles.
+    // For the transposed matrix A: rotates A by W until the columns of A W are at right angles.
     Matrix3 a = UpperPart(matrix);
     a = Transposed(a);
-    Matrix3 turns = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
+    Matrix3 rotation = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
     constexpr int kSweeps = 30;
     for (int sweep = 0; sweep < kSweeps; ++sweep)
     {
-        TurnApart(a, turns, 0, 1);
-        TurnApart(a, turns, 0, 2);
-        TurnApart(a, turns, 1, 2);
+        Orthogonalize(a, rotation, 0, 1);
+        Orthogonalize(a, rotation, 0, 2);
+        Orthogonalize(a, rotation, 1, 2);
     }
     Matrix3 outer = Transposed(a);
     Row sizes = {std::sqrt(Dot(outer[0], outer[0])), std::sqrt(Dot(outer[1], outer[1])),
@@ -145,33 +145,34 @@ ShearedParts SplitSheared(const D3DXMATRIX& matrix)
         outer[0] = Times(outer[0], -1);
         sizes[0] = -sizes[0];
     }
-    return {.inner = RotationOf(turns),
+    return {.inner = RotationOf(rotation),
             .outer = {{static_cast<float>(sizes[0]), static_cast<float>(sizes[1]), static_cast<float>(sizes[2])},
                       RotationOf(outer),
                       {matrix._41, matrix._42, matrix._43}}};
 }
 
-void SetMatrix(const D3DXMATRIX& matrix, tinygltf::Node& node)
+void SetMatrix(const D3DXMATRIX& matrix, Json& node)
 {
     if (IsIdentity(matrix))
         return;
-    // Row vectors times rows, laid out by rows, is the format's columns times column vectors, laid out by columns.
+    // Matrices for row vectors, stored by rows, are those of the format for column vectors, stored by columns.
     const float* first = &matrix.m[0][0];
-    node.matrix.assign(first, first + 16);
-    node.matrix[3] = node.matrix[7] = node.matrix[11] = 0;
-    node.matrix[15] = 1;
+    Json elements(std::vector<float>(first, first + 16));
+    elements[3] = elements[7] = elements[11] = 0;
+    elements[15] = 1;
+    node["matrix"] = std::move(elements);
 }
 
-void SetParts(const Parts& parts, tinygltf::Node& node)
+void SetParts(const Parts& parts, Json& node)
 {
-    node.scale = ToList(parts.scale);
-    node.rotation = ToList(parts.rotation);
-    node.translation = ToList(parts.translation);
+    node["scale"] = ToList(parts.scale);
+    node["rotation"] = ToList(parts.rotation);
+    node["translation"] = ToList(parts.translation);
 }
 
-void SetRotation(const D3DXQUATERNION& rotation, tinygltf::Node& node) { node.rotation = ToList(rotation); }
+void SetRotation(const D3DXQUATERNION& rotation, Json& node) { node["rotation"] = ToList(rotation); }
 
-std::optional<D3DXQUATERNION> Place(const D3DXMATRIX& matrix, tinygltf::Node& node)
+std::optional<D3DXQUATERNION> Place(const D3DXMATRIX& matrix, Json& node)
 {
     if (!IsFinite(matrix))
         return std::nullopt;

@@ -1,18 +1,16 @@
 #include <sceneprep/export/gltf/Skins.h>
 
-#include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
+#include <sceneprep/export/gltf/CarriedAccessors.h>
+#include <sceneprep/export/gltf/CarriedKeys.h>
 #include <sceneprep/export/gltf/Placement.h>
-#include <sceneprep/export/gltf/Utf8.h>
 
+#include <algorithm>
 #include <cstring>
+#include <set>
 
 namespace Sceneprep::Gltf
 {
-
-using Pipeline::JointNode;
-using Pipeline::NodeWalk;
-using Pipeline::Product;
 
 namespace
 {
@@ -21,121 +19,63 @@ using Importing::At;
 using Importing::Geometry;
 using Importing::Joint;
 
-template <typename Record>
-void CountNames(std::vector<Record>& library, std::map<std::string, std::size_t>& uses)
-{
-    for (Record& record : library)
-        ++uses[record.GetName()];
-}
-
 }  // namespace
 
-SkinWriter::SkinWriter(Importing::SceneContainer& scene, const NodeWalk& walk, Buffers& buffers,
-                       AnimationWriter& animations, tinygltf::Model& model)
-    : scene_(scene), buffers_(buffers), animations_(animations), model_(model), walk_(walk),
-      isJoint_(scene.NodeLibrary.size(), false)
-{}
-
-void SkinWriter::Announce(int geometry, int node)
+KeptSkins::KeptSkins(const Model& model, const Pipeline::NodeWalk& walk) : model_(model)
 {
-    std::vector<int>& joints = jointsOf_[{geometry, node}];
-    if (!joints.empty())
-        return;
-    if (!skeletons_)
-        Prepare();
-    joints = skeletons_->Find(At(scene_.GeometryLibrary, geometry), node);
-    for (const int joint : joints)
-    {
-        if (Importing::IsValidIndex(joint, isJoint_.size()))
-            isJoint_[static_cast<std::size_t>(joint)] = true;
-    }
+    std::set<int> keys;
+    for (const int node : walk.order)
+        keys.insert(KeyAt(model.supplement.nodeKeys, node));
+    for (const CarriedSkin& skin : model.carried.skins)
+        isKept_.push_back(std::all_of(skin.joints.begin(), skin.joints.end(),
+                                      [&](int joint) { return joint >= 0 && keys.contains(joint); }));
 }
 
-std::string SkinWriter::NameOf(int node)
+int KeptSkins::Find(int geometry, int node) const
 {
-    const std::string name = At(scene_.NodeLibrary, node).GetName();
-    const bool needsOwnName = isJoint_[static_cast<std::size_t>(node)] && (name.empty() || nameUses_[name] > 1);
-    return needsOwnName ? UniqueName(name) : name;
+    const CarriedNode* carried = CarriedNodeOf(model_, node);
+    if (carried == nullptr || !Importing::IsValidIndex(carried->skin, isKept_.size()))
+        return -1;
+    const std::size_t joints = At(model_.scene->GeometryLibrary, geometry).JointArray.size();
+    const bool isKept = isKept_[static_cast<std::size_t>(carried->skin)] &&
+                        joints == At(model_.carried.skins, carried->skin).joints.size();
+    return isKept ? carried->skin : -1;
 }
 
-void SkinWriter::AddJointNodes(std::vector<int>& carriers)
+int SkinWriter::AddKept(int skin, const WrittenNodes& nodes)
 {
-    if (!skeletons_)
-        return;
-    for (const JointNode& joint : skeletons_->JointNodes())
-    {
-        const int parent = At(carriers, joint.parent);
-        const int added = static_cast<int>(model_.nodes.size());
-        carriers.push_back(AddNode(joint, UniqueName(joint.name)));
-        At(model_.nodes, parent).children.push_back(added);
-    }
+    const auto [found, isNew] = kept_.emplace(skin, static_cast<int>(document_.skins.size()));
+    if (!isNew)
+        return found->second;
+    const CarriedSkin& source = At(model_.carried.skins, skin);
+    Json target = source.object;
+    if (source.inverseBindMatrices)
+        target["inverseBindMatrices"] =
+            AddCarried(*source.inverseBindMatrices, Usage::Other, false, buffers_, document_);
+    if (const int root = nodes.InnerOf(source.skeleton); root >= 0)
+        target["skeleton"] = root;
+    target["joints"] = Json::array();
+    for (const int joint : source.joints)
+        target["joints"].push_back(nodes.InnerOf(joint));
+    return Append(document_.skins, std::move(target));
 }
 
-int SkinWriter::Add(int geometry, int node, const std::vector<int>& carriers)
+int SkinWriter::AddMade(int geometry, int skeleton, const WrittenNodes& nodes)
 {
-    Geometry& mesh = At(scene_.GeometryLibrary, geometry);
-    tinygltf::Skin skin;
-    skin.name = ToUtf8(mesh.GetName());
-    skin.inverseBindMatrices = AddInverseBinds(mesh);
-    for (const int joint : jointsOf_.at({geometry, node}))
-        skin.joints.push_back(At(carriers, joint));
-
+    Geometry& mesh = At(model_.scene->GeometryLibrary, geometry);
+    const int inverseBinds = AddInverseBinds(mesh);
     const auto [same, isNew] =
-        skins_.emplace(std::pair(skin.joints, skin.inverseBindMatrices), static_cast<int>(model_.skins.size()));
-    if (isNew)
-        model_.skins.push_back(std::move(skin));
-    return same->second;
-}
-
-void SkinWriter::Prepare()
-{
-    skeletons_.emplace(scene_, walk_);
-    CountNames(scene_.NodeLibrary, nameUses_);
-    // Those of which a node has several get a node each.
-    CountNames(scene_.SurfaceLibrary, nameUses_);
-    CountNames(scene_.CameraLibrary, nameUses_);
-    CountNames(scene_.LightLibrary, nameUses_);
-}
-
-std::string SkinWriter::UniqueName(const std::string& wanted)
-{
-    const std::string plain = wanted.empty() ? "joint" : wanted;
-    std::string unique = plain;
-    for (int number = 2; nameUses_[unique] > 0; ++number)
-        unique = fmt::format("{}_{}", plain, number);
-    ++nameUses_[unique];
-    return unique;
-}
-
-/// @return the node that is the joint: the inner one of two where the placement shears.
-int SkinWriter::AddNode(const JointNode& joint, const std::string& name)
-{
-    const int index = static_cast<int>(model_.nodes.size());
-    tinygltf::Node node;
-    node.name = ToUtf8(name);
-    if (joint.animation >= 0)
-    {
-        // What moves has to be placed in parts.
-        if (IsFinite(joint.local))
-            SetParts(SplitShearFree(joint.local), node);
-        model_.nodes.push_back(std::move(node));
-        animations_.Add(At(scene_.AnimationLibrary, joint.animation), index);
-        return index;
-    }
-    const std::optional<D3DXQUATERNION> turn = Place(joint.local, node);
-    if (!turn)
-    {
-        model_.nodes.push_back(std::move(node));
-        return index;
-    }
-    tinygltf::Node inner;
-    std::swap(inner.name, node.name);
-    node.name = inner.name + " (sheared)";
-    node.children.push_back(index + 1);
-    SetRotation(*turn, inner);
-    model_.nodes.push_back(std::move(node));
-    model_.nodes.push_back(std::move(inner));
-    return index + 1;
+        made_.emplace(std::pair(skeleton, inverseBinds), static_cast<int>(document_.skins.size()));
+    if (!isNew)
+        return same->second;
+    Json skin = Json::object();
+    if (!mesh.GetName().empty())
+        skin["name"] = mesh.GetName();
+    skin["inverseBindMatrices"] = inverseBinds;
+    skin["joints"] = Json::array();
+    for (const int joint : At(plan_.skeletons, skeleton))
+        skin["joints"].push_back(At(nodes.inner, joint));
+    return Append(document_.skins, std::move(skin));
 }
 
 int SkinWriter::AddInverseBinds(Geometry& geometry)
@@ -143,7 +83,7 @@ int SkinWriter::AddInverseBinds(Geometry& geometry)
     Matrices matrices;
     for (Joint& joint : geometry.JointArray)
     {
-        D3DXMATRIX matrix = Product(geometry.GetBindShapeTransform(), joint.GetBindPoseInverse());
+        D3DXMATRIX matrix = Pipeline::Product(geometry.GetBindShapeTransform(), joint.GetBindPoseInverse());
         if (!IsFinite(matrix))
             D3DXMatrixIdentity(&matrix);
         matrix._14 = matrix._24 = matrix._34 = 0;
@@ -152,7 +92,7 @@ int SkinWriter::AddInverseBinds(Geometry& geometry)
     }
     const auto [known, isNew] = inverseBinds_.emplace(std::move(matrices), -1);
     if (isNew)
-        known->second = buffers_.Add(known->first, {TINYGLTF_TYPE_MAT4, TINYGLTF_COMPONENT_TYPE_FLOAT}, Usage::Other);
+        known->second = buffers_.Add(known->first, {"MAT4"}, Usage::Other);
     return known->second;
 }
 

@@ -15,13 +15,13 @@ using Importing::Vertex;
 
 constexpr std::size_t kPerSet = 4;
 
-/// Sums that lie nearer to 1 come from rounding.
+/// Sums that differ from 1 by less come from rounding.
 constexpr float kRounding = 1e-3F;
 
 /// A vertex's weights, one for each joint, largest first.
 using Shares = std::vector<Vertex::Weight>;
 
-bool NamesItsJoints(Geometry& geometry)
+bool HasAllJoints(Geometry& geometry)
 {
     const std::size_t count =
         std::min<std::size_t>(geometry.JointArray.size(), std::numeric_limits<std::uint16_t>::max() + 1U);
@@ -54,7 +54,7 @@ bool AddUpToOne(Vertex& vertex)
     return std::fabs(sum - 1) <= kRounding;
 }
 
-void ShareOut(Shares& shares)
+void Normalize(Shares& shares)
 {
     float sum = 0;
     for (const Vertex::Weight& share : shares)
@@ -77,7 +77,7 @@ Shares SharesOf(Vertex& vertex)
         if (weight.second > 0)
             Join(weight, shares);
     }
-    ShareOut(shares);
+    Normalize(shares);
     std::stable_sort(shares.begin(), shares.end(),
                      [](const Vertex::Weight& a, const Vertex::Weight& b) { return a.second > b.second; });
     return shares;
@@ -98,14 +98,14 @@ std::optional<WeightSets> CollectWeights(Geometry& geometry)
 {
     const bool anyWeights = std::any_of(geometry.VertexArray.begin(), geometry.VertexArray.end(),
                                         [](const Vertex& vertex) { return vertex.GetWeightsCount() > 0; });
-    if (!anyWeights || !NamesItsJoints(geometry))
+    if (!anyWeights || !HasAllJoints(geometry))
         return std::nullopt;
 
     WeightSets sets;
     for (std::size_t v = 0; v < geometry.VertexArray.size(); ++v)
     {
         const Shares shares = SharesOf(geometry.VertexArray[v]);
-        sets.sharedAnew += AddUpToOne(geometry.VertexArray[v]) ? 0 : 1;
+        sets.normalized += AddUpToOne(geometry.VertexArray[v]) ? 0 : 1;
         Grow(sets, (shares.size() + kPerSet - 1) / kPerSet, geometry.VertexArray.size());
         for (std::size_t w = 0; w < shares.size(); ++w)
         {

@@ -9,7 +9,9 @@
 #include <array>
 #include <cstdint>
 #include <fstream>
-#include <string_view>
+#include <limits>
+#include <string>
+#include <system_error>
 
 namespace Sceneprep::Gltf
 {
@@ -21,10 +23,10 @@ namespace
 
 namespace fs = std::filesystem;
 
-/// The part of building in the whole work, roughly: the library does not tell how far its writing has come.
-constexpr double kBuilding = 0.5;
+/// The share of building in the whole work, roughly.
+constexpr double kBuilding = 0.8;
 
-/// For names of files that the model refers to: nothing that a reference would have to encode.
+/// Returns a name for files that the model refers to: nothing in it has to be encoded in a URI.
 std::string PlainName(std::string stem)
 {
     std::replace_if(
@@ -32,57 +34,108 @@ std::string PlainName(std::string stem)
     return stem;
 }
 
-std::uintmax_t SizeOf(const fs::path& file)
+/// @param model  the file that the user named
+void Check(const std::ofstream& stream, const fs::path& model)
 {
-    std::error_code error;
-    const std::uintmax_t size = fs::file_size(file, error);
-    return error ? 0 : size;
+    if (!stream)
+        throw ToolError(fmt::format("cannot write {}: is the disk full? Make room or choose another folder",
+                                    model.filename().string()));
 }
 
-/// The library does not tell when the disk is full. A binary file says in its third word how long it is.
-bool IsWholeBinary(const fs::path& file)
+std::ofstream Open(const fs::path& file, const fs::path& model)
 {
-    std::array<std::uint32_t, 3> header = {};
-    std::ifstream in(file, std::ios::binary);
-    in.read(reinterpret_cast<char*>(header.data()), sizeof(header));
-    constexpr std::uint32_t kMagic = 0x46546C67;  // "glTF"
-    return in && header[0] == kMagic && SizeOf(file) == header[2];
+    std::ofstream stream(file, std::ios::binary);
+    Check(stream, model);
+    return stream;
 }
 
-/// Only the last brace of a text stands at the start of its line, and the buffer is as long as it should be.
-bool IsWholeText(const fs::path& file, const tinygltf::Model& model)
+void Close(std::ofstream& stream, const fs::path& model)
 {
-    for (const tinygltf::Buffer& buffer : model.buffers)
+    stream.close();
+    Check(stream, model);
+}
+
+void PutWords(std::ostream& stream, const std::array<std::uint32_t, 2>& words)
+{
+    stream.write(reinterpret_cast<const char*>(words.data()), sizeof(words));
+}
+
+void WriteBinary(const Document& document, const Buffers& buffers, const fs::path& file)
+{
+    constexpr std::uint32_t kMagic = 0x46546C67;   // "glTF"
+    constexpr std::uint32_t kJson = 0x4E4F534A;    // "JSON"
+    constexpr std::uint32_t kBinary = 0x004E4942;  // "BIN"
+    std::string text = TextOf(document, buffers.Size(), "");
+    text.resize((text.size() + 3) / 4 * 4, ' ');
+    const std::size_t padded = (buffers.Size() + 3) / 4 * 4;
+    const std::size_t size = 12 + 8 + text.size() + (padded > 0 ? 8 + padded : 0);
+    if (size > std::numeric_limits<std::uint32_t>::max())
+        throw ToolError(
+            fmt::format("cannot write {}: a .glb file holds at most 4 GiB, this one needs {} bytes; choose "
+                        "the extension .gltf",
+                        file.filename().string(), size));
+    std::ofstream stream = Open(file, file);
+    const auto version = static_cast<std::uint32_t>(2);
+    PutWords(stream, {kMagic, version});
+    const auto length = static_cast<std::uint32_t>(size);
+    stream.write(reinterpret_cast<const char*>(&length), sizeof(length));
+    PutWords(stream, {static_cast<std::uint32_t>(text.size()), kJson});
+    stream << text;
+    if (padded > 0)
     {
-        if (SizeOf(file.parent_path() / buffer.uri) != buffer.data.size())
-            return false;
+        PutWords(stream, {static_cast<std::uint32_t>(padded), kBinary});
+        buffers.WriteTo(stream);
+        stream.write("\0\0\0", static_cast<std::streamsize>(padded - buffers.Size()));
     }
-    std::array<char, 3> end = {};
-    std::ifstream in(file, std::ios::binary);
-    in.seekg(-static_cast<std::streamoff>(end.size()), std::ios::end);
-    in.read(end.data(), end.size());
-    return in && std::string_view(end.data(), end.size()) == "\n}\n";
+    Close(stream, file);
+}
+
+void CopyImages(const std::vector<ImageCopy>& copies, const fs::path& folder)
+{
+    for (const ImageCopy& copy : copies)
+    {
+        std::error_code error;
+        fs::copy_file(copy.source, folder / copy.name, fs::copy_options::overwrite_existing, error);
+        if (error)
+            throw ToolError(
+                fmt::format("cannot copy the image {} to {}: {}", copy.source.string(), copy.name, error.message()));
+    }
 }
 
 }  // namespace
 
-std::vector<std::string> WriteModel(Importing::SceneContainer& scene, const Textures& textures, const fs::path& file,
-                                    bool isBinary, const PartListener& listener)
+Notes WriteModel(const Model& model, const fs::path& file, const fs::path& folder, bool externalTextures,
+                 const PartListener& listener)
 {
+    const bool isBinary = file.extension() != ".gltf";
     const std::string stem = PlainName(file.stem().string());
-    BuiltModel built =
-        BuildModel(scene, textures, stem, isBinary, [&listener](double part) { listener(part * kBuilding); });
-    if (!isBinary && !built.model.buffers.empty())
-        built.model.buffers.front().uri = stem + ".bin";
+    const fs::path bufferFile = file.parent_path() / (stem + ".bin");
+    const WriteOptions options = {isBinary, externalTextures, stem, folder};
+    const auto listenToBuilding = [&listener](double part) { listener(part * kBuilding); };
 
-    tinygltf::TinyGLTF writer;
-    writer.SetImageWriter(nullptr, nullptr);  // pictures are written here, as they came
-    const bool isWritten = writer.WriteGltfSceneToFile(&built.model, file.string(), false, false, true, isBinary);
-    if (!isWritten || !(isBinary ? IsWholeBinary(file) : IsWholeText(file, built.model)))
-        throw ToolError(fmt::format("cannot write {}: is the disk full? Make room or choose another folder",
-                                    file.filename().string()));
+    Document document;
+    BuiltFiles built;
+    if (isBinary)
+    {
+        Buffers buffers(document);
+        built = BuildModel(model, options, buffers, document, listenToBuilding);
+        WriteBinary(document, buffers, file);
+    }
+    else
+    {
+        std::ofstream bufferStream = Open(bufferFile, file);
+        Buffers buffers(document, &bufferStream);
+        built = BuildModel(model, options, buffers, document, listenToBuilding);
+        Close(bufferStream, file);
+        if (buffers.Size() == 0)
+            fs::remove(bufferFile);
+        std::ofstream stream = Open(file, file);
+        stream << TextOf(document, buffers.Size(), bufferFile.filename().string());
+        Close(stream, file);
+    }
     WriteCompanions(built.companions, file.parent_path());
-    return built.notes;
+    CopyImages(built.copies, file.parent_path());
+    return std::move(built.notes);
 }
 
 }  // namespace Sceneprep::Gltf

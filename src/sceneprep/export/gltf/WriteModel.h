@@ -1,22 +1,20 @@
 #pragma once
 
-#include <importing/plugin/SceneContainer.h>
 #include <pipeline/scene/PartCounter.h>
-#include <sceneprep/model/Textures.h>
+#include <sceneprep/model/Model.h>
+#include <sceneprep/run/Notes.h>
 
 #include <filesystem>
-#include <string>
-#include <vector>
 
 namespace Sceneprep::Gltf
 {
 
-/// Writes a scene as glTF 2.0: one binary file, or a text file and beside it the binary buffer and the pictures that
-/// lay in the input.
-/// @return what the format cannot hold or had to be mended, one line each.
+/// Writes a model as glTF 2.0: one .glb file, or a .gltf file and next to it the binary buffer and images.
+/// @param folder            where the file is going to be; references to images are relative to it
+/// @param externalTextures  refers to the original image files instead of copies or embedded images
+/// @return what the format cannot hold or had to be mended.
 /// @throws ToolError when a file cannot be written.
-std::vector<std::string> WriteModel(Importing::SceneContainer& scene, const Textures& textures,
-                                    const std::filesystem::path& file, bool isBinary,
-                                    const Pipeline::PartListener& listener = Pipeline::IgnorePart);
+Notes WriteModel(const Model& model, const std::filesystem::path& file, const std::filesystem::path& folder,
+                 bool externalTextures = false, const Pipeline::PartListener& listener = Pipeline::IgnorePart);
 
 }  // namespace Sceneprep::Gltf

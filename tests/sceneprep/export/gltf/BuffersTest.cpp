@@ -3,63 +3,82 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <sstream>
+#include <vector>
 
 namespace
 {
 
+using namespace Sceneprep;
 using namespace Sceneprep::Gltf;
+
+std::string BytesOf(const Buffers& buffers)
+{
+    std::ostringstream stream;
+    buffers.WriteTo(stream);
+    return stream.str();
+}
 
 TEST(GltfBuffers, EveryArrayStartsAtAMultipleOfFourBytes)
 {
-    tinygltf::Model model;
-    Buffers buffers(model);
+    Document document;
+    Buffers buffers(document);
     const std::vector<std::uint16_t> three = {1, 2, 3};
     const std::vector<float> one = {1.5F};
-    const Layout shorts = {TINYGLTF_TYPE_SCALAR, TINYGLTF_COMPONENT_TYPE_UNSIGNED_SHORT};
-    EXPECT_EQ(buffers.Add(three, shorts, Usage::Indices), 0);
+    EXPECT_EQ(buffers.Add(three, {"SCALAR", kUnsignedShort}, Usage::Indices), 0);
     EXPECT_EQ(buffers.Add(one, {}, Usage::Vertices), 1);
 
-    ASSERT_EQ(model.buffers.size(), 1U);
-    EXPECT_EQ(model.buffers[0].data.size(), 12U);
-    EXPECT_EQ(model.bufferViews[0].byteLength, 6U);
-    EXPECT_EQ(model.bufferViews[1].byteOffset, 8U);
-    EXPECT_EQ(model.bufferViews[1].byteLength, 4U);
-    EXPECT_EQ(model.buffers[0].data[4], 3);
-    EXPECT_EQ(model.buffers[0].data[11], 0x3F);
+    EXPECT_EQ(buffers.Size(), 12U);
+    EXPECT_EQ(document.bufferViews[0]["byteLength"], 6);
+    EXPECT_EQ(document.bufferViews[1]["byteOffset"], 8);
+    EXPECT_EQ(document.bufferViews[1]["byteLength"], 4);
+    const std::string bytes = BytesOf(buffers);
+    ASSERT_EQ(bytes.size(), 12U);
+    EXPECT_EQ(bytes[4], 3);
+    EXPECT_EQ(bytes[11], 0x3F);
 }
 
-TEST(GltfBuffers, AccessorsSayHowManyElementsOfWhichKind)
+TEST(GltfBuffers, AccessorsHaveCountAndLayout)
 {
-    tinygltf::Model model;
-    Buffers buffers(model);
+    Document document;
+    Buffers buffers(document);
     const std::vector<float> four(4);
     buffers.Add(four, {}, Usage::Vertices);
-    EXPECT_EQ(model.accessors[0].count, 4U);
-    EXPECT_EQ(model.accessors[0].componentType, TINYGLTF_COMPONENT_TYPE_FLOAT);
-    EXPECT_EQ(model.accessors[0].type, TINYGLTF_TYPE_SCALAR);
-    EXPECT_EQ(model.accessors[0].bufferView, 0);
-    EXPECT_EQ(model.bufferViews[0].target, TINYGLTF_TARGET_ARRAY_BUFFER);
+    buffers.Add(four, {"SCALAR", kUnsignedByte, true}, Usage::Other);
+    EXPECT_EQ(document.accessors[0]["count"], 4);
+    EXPECT_EQ(document.accessors[0]["componentType"], 5126);
+    EXPECT_EQ(document.accessors[0]["type"], "SCALAR");
+    EXPECT_EQ(document.accessors[0]["bufferView"], 0);
+    EXPECT_FALSE(document.accessors[0].contains("normalized"));
+    EXPECT_EQ(document.bufferViews[0]["target"], 34962);
+    EXPECT_EQ(document.accessors[1]["normalized"], true);
 }
 
-TEST(GltfBuffers, WhatIsExpectedMakesRoomAndNoBuffer)
+TEST(GltfBuffers, AStreamGetsTheSameBytesAtOnce)
 {
-    tinygltf::Model model;
-    Buffers buffers(model);
-    buffers.Expect(1000);
-    EXPECT_TRUE(model.buffers.empty());
-    buffers.AddView("abc", 3, Usage::Other);
-    EXPECT_EQ(model.buffers[0].data.size(), 3U);
-    EXPECT_GE(model.buffers[0].data.capacity(), 1000U);
+    Document document;
+    std::ostringstream stream;
+    Buffers streamed(document, &stream);
+    Buffers kept(document);
+    for (Buffers* buffers : {&streamed, &kept})
+    {
+        buffers->AddView("abc", 3, Usage::Other);
+        buffers->AddView("defg", 4, Usage::Other);
+    }
+    EXPECT_EQ(stream.str(), std::string("abc\0defg", 8));
+    EXPECT_EQ(BytesOf(kept), stream.str());
+    EXPECT_EQ(BytesOf(streamed), "") << "nothing is kept";
+    EXPECT_EQ(streamed.Size(), 8U);
 }
 
-TEST(GltfBuffers, APictureHasAViewAndNoAccessor)
+TEST(GltfBuffers, AnImageHasAViewAndNoAccessor)
 {
-    tinygltf::Model model;
-    Buffers buffers(model);
+    Document document;
+    Buffers buffers(document);
     EXPECT_EQ(buffers.AddView("abc", 3, Usage::Other), 0);
-    EXPECT_TRUE(model.accessors.empty());
-    EXPECT_EQ(model.bufferViews[0].target, 0);
-    EXPECT_EQ(model.bufferViews[0].byteLength, 3U);
+    EXPECT_TRUE(document.accessors.empty());
+    EXPECT_FALSE(document.bufferViews[0].contains("target"));
+    EXPECT_EQ(document.bufferViews[0]["byteLength"], 3);
 }
 
 }  // namespace

@@ -1,89 +1,157 @@
 #include <sceneprep/export/gltf/Images.h>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sceneprep/Models.h>
+#include <sceneprep/TestFiles.h>
+
+#include <fstream>
 
 namespace
 {
 
 using namespace Sceneprep;
 using namespace Sceneprep::Gltf;
+using SceneprepTests::TemporaryFolder;
+using SceneprepTests::TextsOf;
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 std::vector<unsigned char> Bytes(const std::string& text) { return {text.begin(), text.end()}; }
+
+const std::string kPng = "\x89PNG and more";
 
 class GltfImages : public testing::Test
 {
 protected:
-    GltfImages()
+    void WriteFile(const std::string& name, const std::string& content)
     {
-        scene_.TextureLibrary = {"wood.png", "*0", "*1", "*2"};
-        textures_.spelling["wood.png"] = "my textures\\Wood.PNG";
-        textures_.embedded.push_back({.fileName = "leaf", .content = Bytes("\x89PNG and more")});
-        textures_.embedded.push_back({.content = Bytes("\xFF\xD8\xFF and more")});
-        textures_.embedded.push_back({.content = Bytes("DDS and more")});
+        std::filesystem::create_directories((folder_ / name).parent_path());
+        std::ofstream(folder_ / name, std::ios::binary) << content;
     }
 
-    ImageWriter Writer(bool isBinary) { return {scene_, textures_, "house", isBinary, buffers_, model_}; }
+    ImageWriter Writer(bool isBinary, bool externalTextures = false)
+    {
+        options_ = {isBinary, externalTextures, "house", folder_ / "out"};
+        return {options_, buffers_, document_};
+    }
 
-    Importing::SceneContainer scene_;
-    Textures textures_;
-    tinygltf::Model model_;
-    Buffers buffers_{model_};
+    std::vector<std::string> NotesOf(const ImageWriter& writer)
+    {
+        Notes notes;
+        writer.AddNotes(notes);
+        return TextsOf(notes);
+    }
+
+    TemporaryFolder folder_;
+    EmbeddedTexture png_ = {.fileName = "leaf", .content = Bytes(kPng)};
+    EmbeddedTexture jpeg_ = {.content = Bytes("\xFF\xD8\xFF and more")};
+    EmbeddedTexture bitmap_ = {.fileName = "sky", .content = Bytes("BM and more")};
+    WriteOptions options_;
+    Document document_;
+    Buffers buffers_{document_};
 };
 
-TEST_F(GltfImages, AFileIsReferredToAsTheInputSpellsIt)
+TEST_F(GltfImages, ABinaryFileHoldsItsImages)
 {
     ImageWriter writer = Writer(true);
-    EXPECT_EQ(writer.Find(0), 0);
-    EXPECT_EQ(model_.images[0].uri, "my%20textures/Wood.PNG");
-    EXPECT_EQ(model_.textures[0].source, 0);
+    EXPECT_EQ(writer.AddEmbedded(png_, {{"name", "leaf"}}).index, 0);
+    EXPECT_EQ(writer.AddEmbedded(jpeg_, Json::object()).index, 1);
+    EXPECT_EQ(document_.images[0]["mimeType"], "image/png");
+    EXPECT_EQ(document_.images[0]["name"], "leaf");
+    EXPECT_EQ(document_.images[1]["mimeType"], "image/jpeg");
+    EXPECT_EQ(document_.bufferViews[document_.images[1]["bufferView"].get<std::size_t>()]["byteLength"], 12);
+    EXPECT_THAT(writer.Companions(), IsEmpty());
 }
 
-TEST_F(GltfImages, ATextureIsWrittenOnce)
-{
-    ImageWriter writer = Writer(true);
-    EXPECT_EQ(writer.Find(0), writer.Find(0));
-    EXPECT_EQ(model_.textures.size(), 1U);
-}
-
-TEST_F(GltfImages, PicturesGoIntoTheBufferOfABinaryFile)
-{
-    ImageWriter writer = Writer(true);
-    EXPECT_EQ(writer.Find(1), 0);
-    EXPECT_EQ(writer.Find(2), 1);
-    EXPECT_EQ(model_.images[0].mimeType, "image/png");
-    EXPECT_EQ(model_.images[0].name, "leaf");
-    EXPECT_EQ(model_.images[1].mimeType, "image/jpeg");
-    EXPECT_EQ(model_.bufferViews[static_cast<std::size_t>(model_.images[1].bufferView)].byteLength, 12U);
-    EXPECT_TRUE(writer.Companions().empty());
-}
-
-TEST_F(GltfImages, PicturesStandBesideATextFile)
+TEST_F(GltfImages, EmbeddedImagesAreFilesNextToATextFile)
 {
     ImageWriter writer = Writer(false);
-    writer.Find(1);
-    writer.Find(2);
+    writer.AddEmbedded(png_, Json::object());
+    writer.AddEmbedded(jpeg_, Json::object());
     ASSERT_EQ(writer.Companions().size(), 2U);
     EXPECT_EQ(writer.Companions()[0].name, "house-picture0.png");
     EXPECT_EQ(writer.Companions()[1].name, "house-picture1.jpg");
-    EXPECT_EQ(*writer.Companions()[0].content, textures_.embedded[0].content);
-    EXPECT_EQ(model_.images[0].uri, "house-picture0.png");
-    EXPECT_TRUE(model_.buffers.empty());
+    EXPECT_EQ(*writer.Companions()[0].content, png_.content);
+    EXPECT_EQ(document_.images[0]["uri"], "house-picture0.png");
+    EXPECT_EQ(buffers_.Size(), 0U);
 }
 
-TEST_F(GltfImages, OtherKindsOfPicturesAreLeftOutAndTold)
+TEST_F(GltfImages, AnImageIsWrittenOnce)
 {
     ImageWriter writer = Writer(true);
-    EXPECT_EQ(writer.Find(3), -1);
-    textures_.embedded[0].content = {'B', 'M', 1, 2, 3, 4};
-    EXPECT_EQ(writer.Find(1), -1);
-    EXPECT_EQ(writer.LeftOut(), (std::set<std::string>{"*0", "*2"}));
-    EXPECT_TRUE(model_.images.empty());
+    EXPECT_EQ(writer.AddEmbedded(png_, Json::object()).index, writer.AddEmbedded(png_, Json::object()).index);
+    EXPECT_EQ(document_.images.size(), 1U);
+    EXPECT_EQ(writer.AddEmbedded(png_, {{"name", "other"}}).index, 1) << "an image of another name is another image";
 }
 
-TEST_F(GltfImages, ATextureThatIsNotThereThrows)
+TEST_F(GltfImages, ABinaryFileHoldsImageFiles)
+{
+    WriteFile("textures/wood.png", kPng);
+    ImageWriter writer = Writer(true);
+    EXPECT_EQ(writer.AddFile("../textures/wood.png", Json::object()).index, 0);
+    EXPECT_EQ(document_.images[0]["mimeType"], "image/png");
+    EXPECT_EQ(buffers_.Size(), kPng.size());
+}
+
+TEST_F(GltfImages, ImageFilesAreCopiedNextToATextFileUnderUniqueNames)
+{
+    WriteFile("a/my wood.png", kPng);
+    WriteFile("b/MY wood.png", kPng);
+    ImageWriter writer = Writer(false);
+    writer.AddFile("../a/my wood.png", Json::object());
+    writer.AddFile("..\\b\\MY wood.png", Json::object());
+    ASSERT_EQ(writer.Copies().size(), 2U);
+    EXPECT_EQ(document_.images[0]["uri"], "my_wood.png");
+    EXPECT_EQ(document_.images[1]["uri"], "MY_wood_2.png");
+    EXPECT_EQ(writer.Copies()[1].name, "MY_wood_2.png");
+}
+
+TEST_F(GltfImages, AnImageFileBelowTheFolderOfTheOutputIsReferredTo)
+{
+    WriteFile("out/textures/wood oak.png", kPng);
+    ImageWriter writer = Writer(false);
+    writer.AddFile("textures/wood oak.png", Json::object());
+    EXPECT_EQ(document_.images[0]["uri"], "textures/wood%20oak.png");
+    EXPECT_THAT(writer.Copies(), IsEmpty());
+}
+
+TEST_F(GltfImages, ExternalTexturesStayReferences)
+{
+    WriteFile("wood.png", kPng);
+    ImageWriter writer = Writer(true, true);
+    writer.AddFile("../wood.png", Json::object());
+    EXPECT_EQ(document_.images[0]["uri"], "../wood.png");
+    EXPECT_EQ(buffers_.Size(), 0U);
+    EXPECT_THAT(NotesOf(writer), IsEmpty());
+}
+
+TEST_F(GltfImages, AMissingFileStaysAReferenceAndIsReported)
 {
     ImageWriter writer = Writer(true);
-    EXPECT_THROW(writer.Find(4), std::out_of_range);
+    EXPECT_EQ(writer.AddFile("my textures\\Wood.PNG", Json::object()).index, 0);
+    writer.AddFile("https://example.org/a.png", Json::object());
+    EXPECT_EQ(document_.images[0]["uri"], "my%20textures/Wood.PNG");
+    EXPECT_THAT(NotesOf(writer), ElementsAre("the image file 'my textures\\Wood.PNG' is missing; the reference to it "
+                                             "is kept"));
+}
+
+TEST_F(GltfImages, AFileThatIsNoImageIsNotCopied)
+{
+    WriteFile("secret.txt", "a text that is no image");
+    ImageWriter writer = Writer(true);
+    writer.AddFile("../secret.txt", Json::object());
+    EXPECT_EQ(document_.images[0]["uri"], "../secret.txt");
+    EXPECT_THAT(NotesOf(writer),
+                ElementsAre("the file '../secret.txt' is no known kind of image; the reference to it is kept"));
+}
+
+TEST_F(GltfImages, EmbeddedImagesOfOtherKindsAreDroppedAndReported)
+{
+    ImageWriter writer = Writer(true);
+    EXPECT_EQ(writer.AddEmbedded(bitmap_, Json::object()).index, -1);
+    EXPECT_TRUE(document_.images.empty());
+    EXPECT_THAT(NotesOf(writer), ElementsAre("dropped images that are not PNG, JPEG, WebP, AVIF, KTX2 or DDS: sky"));
 }
 
 }  // namespace

@@ -11,30 +11,35 @@ namespace
 
 using Importing::Geometry;
 using namespace Sceneprep::Gltf;
-using SceneprepTests::ReadArray;
 
-constexpr float kNowhere = std::numeric_limits<float>::quiet_NaN();
+constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
 class GltfMeshes : public testing::Test
 {
 protected:
-    /// Writes a mesh; the writer's answer stays valid for the test.
+    /// Writes a mesh; the result stays valid for the test.
     const MeshArrays* Write(const Geometry& mesh)
     {
         scene_.GeometryLibrary.push_back(mesh);
         return writer_.Find(static_cast<int>(scene_.GeometryLibrary.size() - 1));
     }
 
-    std::vector<D3DXVECTOR3> Vectors(const MeshArrays* arrays, const char* name)
+    template <typename T>
+    std::vector<T> Read(const MeshArrays* arrays, const char* name)
     {
-        return ReadArray<D3DXVECTOR3>(model_, arrays->attributes.at(name));
+        return written_.Read<T>(arrays->attributes.at(name));
     }
 
-    Importing::SceneContainer scene_;
-    tinygltf::Model model_;
-    Buffers buffers_{model_};
-    MeshWriter writer_{scene_, buffers_, model_};
+    std::vector<D3DXVECTOR3> Vectors(const MeshArrays* arrays, const char* name)
+    {
+        return Read<D3DXVECTOR3>(arrays, name);
+    }
+
+    Sceneprep::Model model_;
+    Importing::SceneContainer& scene_ = *model_.scene;
+    SceneprepTests::WrittenDocument written_;
+    MeshWriter writer_{model_, written_.buffers, written_.document};
 };
 
 TEST_F(GltfMeshes, PositionsHaveTheirBounds)
@@ -44,39 +49,38 @@ TEST_F(GltfMeshes, PositionsHaveTheirBounds)
     const std::vector<D3DXVECTOR3> positions = Vectors(arrays, "POSITION");
     ASSERT_EQ(positions.size(), 4U);
     EXPECT_EQ(positions[0], D3DXVECTOR3(-1, 0, 0));
-    const tinygltf::Accessor& accessor =
-        model_.accessors.at(static_cast<std::size_t>(arrays->attributes.at("POSITION")));
-    EXPECT_EQ(accessor.minValues, (std::vector<double>{-1, 0, 0}));
-    EXPECT_EQ(accessor.maxValues, (std::vector<double>{1, 2, 0}));
+    const Sceneprep::Json& accessor = written_.Accessor(arrays->attributes.at("POSITION"));
+    EXPECT_EQ(accessor["min"], Sceneprep::Json::array({-1, 0, 0}));
+    EXPECT_EQ(accessor["max"], Sceneprep::Json::array({1, 2, 0}));
 }
 
 TEST_F(GltfMeshes, FewVerticesHaveShortIndicesAndManyLongOnes)
 {
     const MeshArrays* few = Write(Support::Quad());
-    EXPECT_EQ(ReadArray<std::uint16_t>(model_, few->indices).size(), 6U);
+    EXPECT_EQ(written_.Read<std::uint16_t>(few->indices).size(), 6U);
     const MeshArrays* many = Write(Support::Grid(256, 255));  // 257 x 256 = 65,792 vertices
-    EXPECT_EQ(ReadArray<std::uint32_t>(model_, many->indices).size(), 256U * 255 * 6);
+    EXPECT_EQ(written_.Read<std::uint32_t>(many->indices).size(), 256U * 255 * 6);
 }
 
-TEST_F(GltfMeshes, TheLastShortIndexIsNeverUsed)
+TEST_F(GltfMeshes, TheLargestShortIndexIsNeverUsed)
 {
     Geometry mesh;
     mesh.VertexArray.resize(65535);
     mesh.IndexArray = {0, 1, 65534};
-    EXPECT_EQ(ReadArray<std::uint16_t>(model_, Write(mesh)->indices)[2], 65534);
+    EXPECT_EQ(written_.Read<std::uint16_t>(Write(mesh)->indices)[2], 65534);
     mesh.VertexArray.resize(65536);
     mesh.IndexArray = {0, 1, 65535};
-    EXPECT_EQ(ReadArray<std::uint32_t>(model_, Write(mesh)->indices)[2], 65535U);
+    EXPECT_EQ(written_.Read<std::uint32_t>(Write(mesh)->indices)[2], 65535U);
 }
 
-TEST_F(GltfMeshes, NormalsAreWrittenAtUnitLength)
+TEST_F(GltfMeshes, NormalsGetUnitLength)
 {
     const MeshArrays* arrays = Write(Support::Triangle({0, 3, 4}));
     EXPECT_EQ(Vectors(arrays, "NORMAL")[0], D3DXVECTOR3(0, 0.6F, 0.8F));
     EXPECT_EQ(writer_.Mended().normals, 0U);
 }
 
-TEST_F(GltfMeshes, ANormalWithoutDirectionIsThatOfAFace)
+TEST_F(GltfMeshes, ANormalWithoutDirectionIsReplacedByThatOfAFace)
 {
     Geometry mesh = Support::MeshOf({{0, 0, 0}, {0, 1, 0}, {0, 0, 1}, {9, 9, 9}}, {0, 1, 2});
     mesh.VertexArray[1].SetNormal({kInfinity, 0, 0});
@@ -87,40 +91,63 @@ TEST_F(GltfMeshes, ANormalWithoutDirectionIsThatOfAFace)
     EXPECT_EQ(writer_.Mended().normals, 4U);
 }
 
+TEST_F(GltfMeshes, AMeshWithoutNormalsStaysWithoutThem)
+{
+    const MeshArrays* arrays = Write(Support::MeshOf({{0, 0, 0}, {0, 1, 0}, {0, 0, 1}}, {0, 1, 2}));
+    EXPECT_FALSE(arrays->attributes.contains("NORMAL"));
+    EXPECT_EQ(writer_.Mended().normals, 0U);
+}
+
+TEST_F(GltfMeshes, APinnedMeshIsWrittenAsItCame)
+{
+    const std::vector<float> points = {0, 0, 0, 1, 2, 3};
+    Sceneprep::CarriedAccessor positions = {.componentType = kFloat, .type = "VEC3", .count = 2, .bytes = {}};
+    positions.bytes.resize(points.size() * sizeof(float));
+    std::memcpy(positions.bytes.data(), points.data(), positions.bytes.size());
+    model_.carried.meshOf.resize(1);
+    model_.carried.meshOf[0].primitive = {.mode = 1, .attributes = {{"POSITION", positions}}};
+    model_.supplement.meshKeys = {0};
+    const MeshArrays* arrays = Write(Geometry());
+    ASSERT_NE(arrays, nullptr);
+    EXPECT_EQ(arrays->mode, 1);
+    EXPECT_EQ(arrays->indices, -1);
+    EXPECT_EQ(Vectors(arrays, "POSITION")[1], D3DXVECTOR3(1, 2, 3));
+}
+
 TEST_F(GltfMeshes, TextureCoordinatesCountDownwards)
 {
     Geometry mesh = Support::Triangle();
     mesh.VertexArray[0].SetTexCoord({0.25F, 0.25F}, 1);
-    mesh.VertexArray[1].SetTexCoord({kNowhere, 0}, 0);
+    mesh.VertexArray[1].SetTexCoord({kNan, 0}, 0);
     const MeshArrays* arrays = Write(mesh);
-    const auto first = ReadArray<D3DXVECTOR2>(model_, arrays->attributes.at("TEXCOORD_0"));
-    const auto second = ReadArray<D3DXVECTOR2>(model_, arrays->attributes.at("TEXCOORD_1"));
+    const auto first = Read<D3DXVECTOR2>(arrays, "TEXCOORD_0");
+    const auto second = Read<D3DXVECTOR2>(arrays, "TEXCOORD_1");
     EXPECT_EQ(second[0], D3DXVECTOR2(0.25F, 0.75F));
     EXPECT_EQ(second[1], D3DXVECTOR2(0, 1)) << "a set that this vertex lacks";
     EXPECT_EQ(first[1], D3DXVECTOR2(0, 1));
     EXPECT_EQ(writer_.Mended().texCoords, 1U);
 }
 
-TEST_F(GltfMeshes, TrianglesWithCornersNowhereAreLeftOut)
+TEST_F(GltfMeshes, TrianglesWithNanOrInfiniteCornersAreDropped)
 {
     Geometry mesh = Support::Quad();
-    mesh.VertexArray.emplace_back(kNowhere, 0, 0);
+    mesh.VertexArray.emplace_back(kNan, 0, 0);
     mesh.VertexArray.emplace_back(0, kInfinity, 0);
     mesh.IndexArray.insert(mesh.IndexArray.end(), {0, 1, 4, 5, 1, 2});
     const MeshArrays* arrays = Write(mesh);
-    EXPECT_EQ(ReadArray<std::uint16_t>(model_, arrays->indices).size(), 6U);
+    EXPECT_EQ(written_.Read<std::uint16_t>(arrays->indices).size(), 6U);
     EXPECT_EQ(writer_.Mended().triangles, 2U);
     for (const D3DXVECTOR3& position : Vectors(arrays, "POSITION"))
         EXPECT_TRUE(std::isfinite(position.x) && std::isfinite(position.y));
 }
 
-TEST_F(GltfMeshes, AMeshWithNothingToShowIsNotWritten)
+TEST_F(GltfMeshes, AMeshWithoutUsableTrianglesIsNotWritten)
 {
     EXPECT_EQ(Write(Geometry()), nullptr);
     Geometry lost = Support::Triangle();
-    lost.VertexArray[0].SetPosition(D3DXVECTOR3(kNowhere, 0, 0));
+    lost.VertexArray[0].SetPosition(D3DXVECTOR3(kNan, 0, 0));
     EXPECT_EQ(Write(lost), nullptr);
-    EXPECT_TRUE(model_.accessors.empty());
+    EXPECT_TRUE(written_.document.accessors.empty());
 }
 
 TEST_F(GltfMeshes, AMeshIsWrittenOnce)
@@ -128,7 +155,7 @@ TEST_F(GltfMeshes, AMeshIsWrittenOnce)
     scene_.GeometryLibrary.push_back(Support::Triangle());
     const MeshArrays* first = writer_.Find(0);
     EXPECT_EQ(writer_.Find(0), first);
-    EXPECT_EQ(model_.accessors.size(), 3U) << "positions, normals, indices";
+    EXPECT_EQ(written_.document.accessors.size(), 3U) << "positions, normals, indices";
 }
 
 TEST_F(GltfMeshes, JointsAndWeightsComeInSetsOfFour)
@@ -138,14 +165,14 @@ TEST_F(GltfMeshes, JointsAndWeightsComeInSetsOfFour)
     mesh.VertexArray[0].AddWeight(1, 2);
     const MeshArrays* arrays = Write(mesh);
     EXPECT_TRUE(arrays->isSkinned);
-    const auto joints = ReadArray<std::array<std::uint16_t, 4>>(model_, arrays->attributes.at("JOINTS_0"));
-    const auto weights = ReadArray<std::array<float, 4>>(model_, arrays->attributes.at("WEIGHTS_0"));
+    const auto joints = Read<std::array<std::uint16_t, 4>>(arrays, "JOINTS_0");
+    const auto weights = Read<std::array<float, 4>>(arrays, "WEIGHTS_0");
     EXPECT_EQ(joints[0][0], 1);
     EXPECT_EQ(weights[0][0], 1);
     EXPECT_EQ(writer_.Mended().weights, 3U);
 }
 
-TEST_F(GltfMeshes, ASkinWithoutWeightsIsLeftOutAndCounted)
+TEST_F(GltfMeshes, ASkinWithoutWeightsIsDroppedAndCounted)
 {
     Geometry mesh = Support::Triangle();
     mesh.JointArray.resize(2);
@@ -153,7 +180,7 @@ TEST_F(GltfMeshes, ASkinWithoutWeightsIsLeftOutAndCounted)
     EXPECT_EQ(writer_.Mended().skins, 1U);
 }
 
-TEST_F(GltfMeshes, IndicesThatLeadNowhereThrow)
+TEST_F(GltfMeshes, IndicesOutOfRangeThrow)
 {
     Geometry mesh = Support::Triangle();
     mesh.IndexArray[2] = 3;

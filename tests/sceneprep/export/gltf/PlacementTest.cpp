@@ -10,7 +10,9 @@
 namespace
 {
 
+using namespace Sceneprep;
 using namespace Sceneprep::Gltf;
+using Pipeline::Product;
 
 D3DXMATRIX MatrixOf(const Parts& parts)
 {
@@ -19,13 +21,7 @@ D3DXMATRIX MatrixOf(const Parts& parts)
     return matrix;
 }
 
-D3DXMATRIX MatrixOf(const D3DXQUATERNION& turn) { return MatrixOf({{1, 1, 1}, turn, {0, 0, 0}}); }
-
-D3DXMATRIX Product(const D3DXMATRIX& a, const D3DXMATRIX& b)
-{
-    D3DXMATRIX product;
-    return *D3DXMatrixMultiply(&product, &a, &b);
-}
+D3DXMATRIX MatrixOf(const D3DXQUATERNION& rotation) { return MatrixOf({{1, 1, 1}, rotation, {0, 0, 0}}); }
 
 void ExpectNear(const D3DXMATRIX& actual, const D3DXMATRIX& expected, float tolerance)
 {
@@ -48,22 +44,22 @@ D3DXMATRIX Sheared()
     return matrix;
 }
 
-TEST(GltfPlacement, TheIdentityNeedsNoWords)
+TEST(GltfPlacement, TheIdentitySetsNothing)
 {
-    tinygltf::Node node;
+    Json node = Json::object();
     EXPECT_FALSE(Place(Identity(), node));
-    EXPECT_TRUE(node.matrix.empty());
-    EXPECT_TRUE(node.scale.empty());
+    EXPECT_FALSE(node.contains("matrix"));
+    EXPECT_FALSE(node.contains("scale"));
 }
 
-TEST(GltfPlacement, AMatrixWithoutShearIsKeptBitByBit)
+TEST(GltfPlacement, AMatrixWithoutShearIsKeptBitForBit)
 {
     D3DXMATRIX matrix = MatrixOf({{-2, 3, 0.1F}, {0.6F, 0, 0, 0.8F}, {1, 2, 3}});
-    tinygltf::Node node;
+    Json node = Json::object();
     EXPECT_FALSE(Place(matrix, node));
-    ASSERT_EQ(node.matrix.size(), 16U);
+    ASSERT_EQ(node["matrix"].size(), 16U);
     for (std::size_t i = 0; i < 16; ++i)
-        EXPECT_EQ(node.matrix[i], static_cast<double>((&matrix.m[0][0])[i])) << i;
+        EXPECT_EQ(node["matrix"][i].get<float>(), (&matrix.m[0][0])[i]) << i;
 }
 
 TEST(GltfPlacement, MirroringIsNoShear)
@@ -74,7 +70,7 @@ TEST(GltfPlacement, MirroringIsNoShear)
     EXPECT_EQ(SplitShearFree(mirror).scale.x, -1);
 }
 
-TEST(GltfPlacement, AMatrixThatFlattensKeepsPlaceAndTurn)
+TEST(GltfPlacement, ASingularMatrixKeepsTranslationAndRotation)
 {
     const D3DXMATRIX matrix = MatrixOf({{2, 0, 3}, {0.6F, 0, 0, 0.8F}, {1, 2, 3}});
     const D3DXMATRIX back = MatrixOf(SplitShearFree(matrix));
@@ -82,19 +78,19 @@ TEST(GltfPlacement, AMatrixThatFlattensKeepsPlaceAndTurn)
         EXPECT_NEAR((&back.m[0][0])[i], (&matrix.m[0][0])[i], 1e-6F) << i;
 }
 
-TEST(GltfPlacement, AShearedMatrixTakesTwoNodes)
+TEST(GltfPlacement, AShearedMatrixNeedsTwoNodes)
 {
-    tinygltf::Node node;
+    Json node = Json::object();
     const std::optional<D3DXQUATERNION> inner = Place(Sheared(), node);
     ASSERT_TRUE(inner);
-    ASSERT_EQ(node.scale.size(), 3U);
-    EXPECT_TRUE(node.matrix.empty());
-    EXPECT_EQ(node.translation, (std::vector<double>{0, 3, 0}));
+    ASSERT_EQ(node["scale"].size(), 3U);
+    EXPECT_FALSE(node.contains("matrix"));
+    EXPECT_EQ(node["translation"], Json::array({0, 3, 0}));
     const ShearedParts parts = SplitSheared(Sheared());
     ExpectNear(Product(MatrixOf(parts.inner), MatrixOf(parts.outer)), Sheared(), 1e-6F);
 }
 
-TEST(GltfPlacement, AnyMatrixIsMadeUpOfItsTwoPlacements)
+TEST(GltfPlacement, AnyMatrixIsTheProductOfItsTwoTransforms)
 {
     Support::Random random(7);
     for (int run = 0; run < 1000; ++run)
@@ -108,7 +104,7 @@ TEST(GltfPlacement, AnyMatrixIsMadeUpOfItsTwoPlacements)
     }
 }
 
-TEST(GltfPlacement, AFlattenedMatrixKeepsItsPlane)
+TEST(GltfPlacement, ASingularMatrixIsTheProductOfItsTwoTransforms)
 {
     D3DXMATRIX flat = Identity();
     flat._22 = 0;
@@ -120,23 +116,23 @@ TEST(GltfPlacement, AFlattenedMatrixKeepsItsPlane)
     ExpectNear(Product(MatrixOf(thin.inner), MatrixOf(thin.outer)), line, 1e-6F);
 }
 
-TEST(GltfPlacement, AMatrixThatIsNotFiniteIsLeftOut)
+TEST(GltfPlacement, AMatrixThatIsNotFiniteSetsNothing)
 {
     D3DXMATRIX matrix = Identity();
     matrix._11 = std::numeric_limits<float>::infinity();
     EXPECT_FALSE(IsFinite(matrix));
-    tinygltf::Node node;
+    Json node = Json::object();
     EXPECT_FALSE(Place(matrix, node));
-    EXPECT_TRUE(node.matrix.empty());
+    EXPECT_FALSE(node.contains("matrix"));
 }
 
 TEST(GltfPlacement, PartsHaveAUnitRotation)
 {
-    tinygltf::Node node;
+    Json node = Json::object();
     SetParts({{1, 2, 3}, {0, 0, 3, 4}, {5, 6, 7}}, node);
-    EXPECT_EQ(node.rotation, (std::vector<double>{0, 0, 0.6, 0.8}));
+    EXPECT_EQ(node["rotation"], Json::array({0.0, 0.0, 0.6, 0.8}));
     SetParts({{1, 2, 3}, {0, 0, 0, 0}, {5, 6, 7}}, node);
-    EXPECT_EQ(node.rotation, (std::vector<double>{0, 0, 0, 1}));
+    EXPECT_EQ(node["rotation"], Json::array({0, 0, 0, 1}));
 }
 
 }  // namespace

@@ -1,24 +1,46 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <sceneprep/export/gltf/TinyGltf.h>
+#include <sceneprep/export/gltf/Buffers.h>
 
 #include <cstring>
+#include <sstream>
+#include <string>
 #include <vector>
 
 namespace SceneprepTests
 {
 
-/// @return the elements that an accessor of a model leads to.
-template <typename T>
-std::vector<T> ReadArray(const tinygltf::Model& model, int accessor)
+/// A document with its buffer, for tests that read back what was written.
+struct WrittenDocument
 {
-    const tinygltf::Accessor& array = model.accessors.at(static_cast<std::size_t>(accessor));
-    const tinygltf::BufferView& view = model.bufferViews.at(static_cast<std::size_t>(array.bufferView));
-    EXPECT_EQ(view.byteLength, array.count * sizeof(T));
-    std::vector<T> elements(array.count);
-    std::memcpy(elements.data(), model.buffers.at(0).data.data() + view.byteOffset, view.byteLength);
-    return elements;
-}
+    Sceneprep::Gltf::Document document;
+    Sceneprep::Gltf::Buffers buffers{document};
+
+    const Sceneprep::Json& Accessor(const Sceneprep::Json& index) const
+    {
+        return document.accessors.at(index.get<std::size_t>());
+    }
+
+    std::string Bytes() const
+    {
+        std::ostringstream stream;
+        buffers.WriteTo(stream);
+        return stream.str();
+    }
+
+    /// Returns the elements of an accessor.
+    template <typename T>
+    std::vector<T> Read(const Sceneprep::Json& index) const
+    {
+        const Sceneprep::Json& accessor = Accessor(index);
+        const Sceneprep::Json& view = document.bufferViews.at(accessor["bufferView"].get<std::size_t>());
+        std::vector<T> elements(accessor["count"].get<std::size_t>());
+        EXPECT_EQ(view["byteLength"].get<std::size_t>(), elements.size() * sizeof(T));
+        std::memcpy(elements.data(), Bytes().data() + view["byteOffset"].get<std::size_t>(),
+                    elements.size() * sizeof(T));
+        return elements;
+    }
+};
 
 }  // namespace SceneprepTests

@@ -9,6 +9,7 @@
 namespace
 {
 
+using Sceneprep::Json;
 using Sceneprep::Gltf::TextureTransform;
 
 D3DXMATRIX Identity()
@@ -17,15 +18,15 @@ D3DXMATRIX Identity()
     return *D3DXMatrixIdentity(&matrix);
 }
 
-double PartOf(const tinygltf::Value& value, const char* key, int index, double otherwise)
+double PartOf(const Json& value, const char* key, std::size_t index, double otherwise)
 {
-    return value.IsObject() && value.Has(key) ? value.Get(key).Get(index).GetNumberAsDouble() : otherwise;
+    return value.contains(key) ? value[key][index].get<double>() : otherwise;
 }
 
-/// What a reader does: scale, turn, move; with v downwards on both sides.
-D3DXVECTOR2 AsRead(const tinygltf::Value& value, const D3DXVECTOR2& uv)
+/// What a reader does: scales, rotates, translates, with v downwards on both sides.
+D3DXVECTOR2 AsRead(const Json& value, const D3DXVECTOR2& uv)
 {
-    const double r = value.IsObject() && value.Has("rotation") ? value.Get("rotation").GetNumberAsDouble() : 0;
+    const double r = value.contains("rotation") ? value["rotation"].get<double>() : 0;
     const double u = uv.x * PartOf(value, "scale", 0, 1);
     const double v = (1 - uv.y) * PartOf(value, "scale", 1, 1);
     const double x = std::cos(r) * u + std::sin(r) * v + PartOf(value, "offset", 0, 0);
@@ -33,16 +34,16 @@ D3DXVECTOR2 AsRead(const tinygltf::Value& value, const D3DXVECTOR2& uv)
     return {static_cast<float>(x), static_cast<float>(1 - y)};
 }
 
-TEST(GltfTextureTransform, TheIdentityNeedsNoExtension) { EXPECT_FALSE(TextureTransform(Identity()).IsObject()); }
+TEST(GltfTextureTransform, TheIdentityNeedsNoExtension) { EXPECT_TRUE(TextureTransform(Identity()).is_null()); }
 
-TEST(GltfTextureTransform, AMatrixThatIsNotFiniteIsLeftOut)
+TEST(GltfTextureTransform, AMatrixThatIsNotFiniteIsIgnored)
 {
     D3DXMATRIX matrix = Identity();
     matrix._41 = std::numeric_limits<float>::quiet_NaN();
-    EXPECT_FALSE(TextureTransform(matrix).IsObject());
+    EXPECT_TRUE(TextureTransform(matrix).is_null());
 }
 
-TEST(GltfTextureTransform, MovesScalesAndTurnsAsTheMatrixDoes)
+TEST(GltfTextureTransform, TranslatesScalesAndRotatesAsTheMatrixDoes)
 {
     Support::Random random(3);
     for (int run = 0; run < 1000; ++run)

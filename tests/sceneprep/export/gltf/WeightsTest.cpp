@@ -48,10 +48,10 @@ TEST_F(GltfWeights, VerticesThatAreSharedOutAnewAreCounted)
     Weigh(0, 0, 0.25F);
     Weigh(0, 1, 0.75F);
     Weigh(1, 0, 0.5F);
-    EXPECT_EQ(CollectWeights(mesh_).value().sharedAnew, 2U) << "one with half, one without weights";
+    EXPECT_EQ(CollectWeights(mesh_).value().normalized, 2U) << "one with half, one without weights";
     Weigh(1, 1, 0.5F);
     Weigh(2, 1, std::numeric_limits<float>::quiet_NaN());
-    EXPECT_EQ(CollectWeights(mesh_).value().sharedAnew, 1U);
+    EXPECT_EQ(CollectWeights(mesh_).value().normalized, 1U);
 }
 
 TEST_F(GltfWeights, AVertexWithoutWeightsFollowsTheFirstJoint)

@@ -1,24 +1,21 @@
 #include <sceneprep/export/gltf/WriteModel.h>
 
 #include <gtest/gtest.h>
+#include <sceneprep/Models.h>
 #include <sceneprep/TestFiles.h>
-#include <sceneprep/export/gltf/TinyGltf.h>
 #include <sceneprep/run/Error.h>
 #include <support/Meshes.h>
+
+#include <cstdint>
+#include <cstring>
+#include <fstream>
 
 namespace
 {
 
-using namespace Pipeline;
 using namespace Sceneprep;
-using Sceneprep::Gltf::WriteModel;
 using SceneprepTests::ReadText;
 using SceneprepTests::TemporaryFolder;
-
-bool IgnorePicture(tinygltf::Image*, const int, std::string*, std::string*, int, int, const unsigned char*, int, void*)
-{
-    return true;
-}
 
 class GltfWriteModel : public testing::Test
 {
@@ -38,55 +35,74 @@ protected:
         map.SetType("diffuse");
         scene_.SurfaceLibrary[0].MapList.push_back(map);
         scene_.TextureLibrary.emplace_back("*0");
-        textures_.embedded.push_back({.content = {0x89, 'P', 'N', 'G', 1}});
+        model_.textures.embedded.push_back({.content = {0x89, 'P', 'N', 'G', 1}});
     }
 
-    /// What the glTF library reads.
-    tinygltf::Model Read(const std::filesystem::path& file, bool isBinary)
+    Notes Write(const Model& model, const std::string& name)
     {
-        tinygltf::TinyGLTF reader;
-        reader.SetImageLoader(IgnorePicture, nullptr);
-        tinygltf::Model model;
-        std::string error;
-        std::string warning;
-        EXPECT_TRUE(isBinary ? reader.LoadBinaryFromFile(&model, &error, &warning, file.string())
-                             : reader.LoadASCIIFromFile(&model, &error, &warning, file.string()))
-            << error;
-        EXPECT_EQ(error, "");
-        return model;
+        return Gltf::WriteModel(model, folder_ / name, folder_.Path());
+    }
+
+    static std::uint32_t WordAt(const std::string& bytes, std::size_t place)
+    {
+        std::uint32_t word = 0;
+        std::memcpy(&word, bytes.data() + place, sizeof(word));
+        return word;
     }
 
     TemporaryFolder folder_;
-    Importing::SceneContainer scene_;
-    Textures textures_;
+    Model model_;
+    Importing::SceneContainer& scene_ = *model_.scene;
 };
 
-TEST_F(GltfWriteModel, ABinaryModelIsOneFile)
+TEST_F(GltfWriteModel, ABinaryModelIsOneFileOfTwoChunks)
 {
-    EXPECT_TRUE(WriteModel(scene_, textures_, folder_ / "a.glb", true).empty());
+    EXPECT_TRUE(Write(model_, "a.glb").Empty());
     EXPECT_EQ(folder_.CountEntries(), 1U);
-    const tinygltf::Model model = Read(folder_ / "a.glb", true);
-    EXPECT_EQ(model.nodes.at(0).name, "M\xEF\xBF\xBDhle");
-    EXPECT_EQ(model.meshes.size(), 1U);
-    EXPECT_EQ(model.images.at(0).mimeType, "image/png");
+    const std::string bytes = ReadText(folder_ / "a.glb");
+    ASSERT_GT(bytes.size(), 20U);
+    EXPECT_EQ(bytes.substr(0, 4), "glTF");
+    EXPECT_EQ(WordAt(bytes, 4), 2U);
+    EXPECT_EQ(WordAt(bytes, 8), bytes.size());
+    const std::size_t length = WordAt(bytes, 12);
+    EXPECT_EQ(length % 4, 0U);
+    const Json document = Json::parse(bytes.substr(20, length));
+    EXPECT_EQ(document["nodes"][0]["name"], "M\xEF\xBF\xBDhle");
+    EXPECT_EQ(document["images"][0]["mimeType"], "image/png");
+    const std::size_t binary = 20 + length;
+    EXPECT_EQ(bytes.substr(binary + 4, 4), std::string("BIN\0", 4));
+    EXPECT_EQ(binary + 8 + WordAt(bytes, binary), bytes.size());
+    EXPECT_LE(document["buffers"][0]["byteLength"], WordAt(bytes, binary));
 }
 
-TEST_F(GltfWriteModel, ATextModelHasItsBufferAndPicturesBesideIt)
+TEST_F(GltfWriteModel, ATextModelHasItsBufferAndImagesNextToIt)
 {
-    WriteModel(scene_, textures_, folder_ / "my house.gltf", false);
+    Write(model_, "my house.gltf");
     EXPECT_EQ(folder_.CountEntries(), 3U);
     EXPECT_EQ(ReadText(folder_ / "my_house-picture0.png"), "\x89PNG\x01");
-    const tinygltf::Model model = Read(folder_ / "my house.gltf", false);
-    EXPECT_EQ(model.buffers.at(0).uri, "my_house.bin");
-    EXPECT_EQ(model.images.at(0).uri, "my_house-picture0.png");
+    const Json document = Json::parse(ReadText(folder_ / "my house.gltf"));
+    EXPECT_EQ(document["buffers"][0]["uri"], "my_house.bin");
+    EXPECT_EQ(document["buffers"][0]["byteLength"], ReadText(folder_ / "my_house.bin").size());
+    EXPECT_EQ(document["images"][0]["uri"], "my_house-picture0.png");
 }
 
-TEST_F(GltfWriteModel, AnEmptySceneIsAFileToo)
+TEST_F(GltfWriteModel, ImageFilesFromElsewhereAreCopied)
 {
-    Importing::SceneContainer empty;
-    WriteModel(empty, {}, folder_ / "empty.gltf", false);
+    std::filesystem::create_directories(folder_ / "in");
+    std::filesystem::create_directories(folder_ / "out");
+    std::ofstream(folder_ / "in/wood.png", std::ios::binary) << "\x89PNG\x02";
+    scene_.TextureLibrary[0] = "../in/wood.png";
+    Gltf::WriteModel(model_, folder_ / "out/a.gltf", folder_ / "out");
+    EXPECT_EQ(ReadText(folder_ / "out/wood.png"), "\x89PNG\x02");
+}
+
+TEST_F(GltfWriteModel, AnEmptySceneIsOneFile)
+{
+    Write(Model(), "empty.gltf");
     EXPECT_EQ(folder_.CountEntries(), 1U);
-    EXPECT_TRUE(Read(folder_ / "empty.gltf", false).nodes.empty());
+    EXPECT_FALSE(Json::parse(ReadText(folder_ / "empty.gltf")).contains("nodes"));
+    Write(Model(), "empty.glb");
+    EXPECT_EQ(WordAt(ReadText(folder_ / "empty.glb"), 8), ReadText(folder_ / "empty.glb").size());
 }
 
 TEST_F(GltfWriteModel, AFullDiskIsAnError)
@@ -94,17 +110,17 @@ TEST_F(GltfWriteModel, AFullDiskIsAnError)
     if (!std::filesystem::exists("/dev/full"))
         return;
     std::filesystem::create_symlink("/dev/full", folder_ / "a.glb");
-    EXPECT_THROW(WriteModel(scene_, textures_, folder_ / "a.glb", true), ToolError);
+    EXPECT_THROW(Write(model_, "a.glb"), ToolError);
     std::filesystem::create_symlink("/dev/full", folder_ / "b.bin");
-    EXPECT_THROW(WriteModel(scene_, textures_, folder_ / "b.gltf", false), ToolError);
+    EXPECT_THROW(Write(model_, "b.gltf"), ToolError);
     std::filesystem::create_symlink("/dev/full", folder_ / "c-picture0.png");
-    EXPECT_THROW(WriteModel(scene_, textures_, folder_ / "c.gltf", false), ToolError);
+    EXPECT_THROW(Write(model_, "c.gltf"), ToolError);
 }
 
-TEST_F(GltfWriteModel, AFolderThatIsNotThereIsAnError)
+TEST_F(GltfWriteModel, AMissingFolderIsAnError)
 {
-    EXPECT_THROW(WriteModel(scene_, textures_, folder_ / "none" / "a.glb", true), ToolError);
-    EXPECT_THROW(WriteModel(scene_, textures_, folder_ / "none" / "a.gltf", false), ToolError);
+    EXPECT_THROW(Write(model_, "none/a.glb"), ToolError);
+    EXPECT_THROW(Write(model_, "none/a.gltf"), ToolError);
 }
 
 }  // namespace

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <sceneprep/export/gltf/MaterialWriter.h>
+#include <sceneprep/export/gltf/NodeMeshes.h>
+#include <sceneprep/export/gltf/NodeObjects.h>
+
+#include <string>
+#include <unordered_map>
+
+namespace Sceneprep::Gltf
+{
+
+/// What channels of clips can refer to in the document.
+struct ClipTargets
+{
+    const WrittenNodes& nodes;
+    const MaterialWriter& materials;
+    const NodeMeshWriter& meshes;
+    const NodeObjectWriter& objects;
+};
+
+/// Writes the clips of the input as they were: names, channels, interpolation and keys. Accessors are written once.
+class ClipWriter
+{
+public:
+    ClipWriter(const Carried& carried, const ClipTargets& targets, Buffers& buffers, Document& document)
+        : carried_(carried), targets_(targets), buffers_(buffers), document_(document)
+    {}
+
+    /// Writes all clips. Channels whose target is not in the document are dropped with a note.
+    void Write(Notes& notes);
+
+private:
+    Json TargetOf(const CarriedChannel& channel);
+    Json PointerTarget(const CarriedChannel& channel);
+    Json WriteSampler(const CarriedSampler& sampler);
+    int WriteAccessor(int accessor, bool needsBounds);
+    bool HasMorphTargets(int node) const;
+
+    const Carried& carried_;
+    const ClipTargets& targets_;
+    Buffers& buffers_;
+    Document& document_;
+    std::unordered_map<int, int> accessors_;
+};
+
+}  // namespace Sceneprep::Gltf

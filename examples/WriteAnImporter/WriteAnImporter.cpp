@@ -1,6 +1,7 @@
 // Builds a small scene by hand, as an importer would from a file, and makes it fit for real time.
 
 #include <importing/plugin/SceneContainer.h>
+#include <pipeline/steps/PrepareScene.h>
 
 #include <cstdio>
 #include <initializer_list>
@@ -97,9 +98,12 @@ int main()
     AddBox(scene, 0, "Mirrored", *D3DXMatrixScaling(&placement, -1, 1, 1), red);
     Print("before", scene);
 
-    // Mirroring goes out of the nodes and into the meshes; then everything moves into the root, material by material.
-    scene.RemoveNegativeScaleMatricies(0, Transform::Indentity, Transform::Indentity);
-    scene.FlatHierarchy(0, Transform::Indentity, 0, Transform::Indentity, 2, -1, true);
+    // Bakes the mirroring into the meshes, welds vertices, moves everything into the root, and merges by material.
+    for (const Pipeline::StepResult& step : Pipeline::PrepareScene(scene).steps)
+    {
+        for (const Pipeline::Change& change : step.changes)
+            std::printf("%s: %zu %s\n", step.name.c_str(), change.count, change.what.c_str());
+    }
     Print("after", scene);
     return 0;
 }

@@ -56,8 +56,9 @@ void AddCommonOptions(CLI::App& command, Options& options)
                     "Memory that the work may take, in GiB (default: three quarters of the machine's)")
         ->type_name("GIB")
         ->check(CLI::Validator(CheckMemory, ""));
-    command.add_flag_callback("--no-isolation", [&options] { options.isIsolated = false; },
-                              "Do all work in one process, without a memory limit, for a debugger");
+    command.add_flag_callback(
+        "--no-isolation", [&options] { options.isIsolated = false; },
+        "Do all work in one process, without a memory limit, for a debugger");
     command.add_option("--plugin", options.plugin, "The plug-in to load (default: the one that came with sceneprep)")
         ->type_name("PATH");
 }

@@ -1,6 +1,7 @@
 #include <sceneprep/export/ExportMeshes.h>
 
 #include <importing/base/CheckedAccess.h>
+#include <pipeline/scene/HasNormals.h>
 #include <pipeline/scene/Hierarchy.h>
 #include <sceneprep/assimp/Conversions.h>
 
@@ -32,11 +33,13 @@ void ConvertVertices(Geometry& geometry, aiMesh& mesh)
     const std::size_t count = geometry.VertexArray.size();
     mesh.mNumVertices = static_cast<unsigned>(count);
     mesh.mVertices = new aiVector3D[count];
-    mesh.mNormals = new aiVector3D[count];
+    if (Pipeline::HasNormals(geometry))
+        mesh.mNormals = new aiVector3D[count];
     for (std::size_t v = 0; v < count; ++v)
     {
         mesh.mVertices[v] = FromVector(geometry.VertexArray[v].GetPosition());
-        mesh.mNormals[v] = FromVector(geometry.VertexArray[v].GetNormal());
+        if (mesh.HasNormals())
+            mesh.mNormals[v] = FromVector(geometry.VertexArray[v].GetNormal());
     }
 }
 
@@ -145,10 +148,12 @@ void BakeMatrix(const D3DXMATRIX& matrix, aiMesh& mesh)
     for (unsigned v = 0; v < mesh.mNumVertices; ++v)
     {
         D3DXVECTOR3 position = ToVector(mesh.mVertices[v]);
+        mesh.mVertices[v] = FromVector(*D3DXVec3TransformCoord(&position, &position, &matrix));
+        if (!mesh.HasNormals())
+            continue;
         D3DXVECTOR3 normal = TimesCofactors(ToVector(mesh.mNormals[v]), matrix);
         if (mirrors)
             normal = -normal;
-        mesh.mVertices[v] = FromVector(*D3DXVec3TransformCoord(&position, &position, &matrix));
         mesh.mNormals[v] = FromVector(*D3DXVec3Normalize(&normal, &normal));
     }
     for (unsigned f = 0; mirrors && f < mesh.mNumFaces; ++f)

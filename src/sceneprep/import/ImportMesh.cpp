@@ -76,8 +76,6 @@ ImportedMesh ImportMesh(const aiMesh& mesh, Geometry& geometry)
         FillVertex(mesh, v, geometry.VertexArray.emplace_back(ToVector(mesh.mVertices[v])));
     ImportedMesh result{.layout = LayoutOf(mesh), .droppedWeights = ImportWeights(mesh, geometry)};
     FillFaces(mesh, geometry);
-    if (!mesh.HasNormals())
-        geometry.ComputeNormals();  // splits vertices, which copies their weights
     return result;
 }
 

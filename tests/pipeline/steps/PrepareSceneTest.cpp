@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 #include <pipeline/ExpectSameWorld.h>
 #include <pipeline/TestScene.h>
+#include <support/RandomScene.h>
 
+#include <cstdint>
 #include <stdexcept>
+#include <string>
 
 namespace
 {
@@ -108,6 +111,68 @@ TEST(PrepareScene, ChecksTheSceneBeforeItChangesAnything)
     NodeNamed(scene, "B").ChildList.push_back(0);
     EXPECT_THROW(PrepareScene(scene), std::runtime_error);
 }
+
+/// Checks that every entry of the supplement belongs to the record whose name has the same number.
+void ExpectEntriesFollow(SceneContainer& scene, const SceneSupplement& supplement)
+{
+    for (std::size_t node = 0; node < scene.NodeLibrary.size(); ++node)
+    {
+        const int key = EntryOr(supplement.nodeKeys, node, -1);
+        ASSERT_GE(key, 0);
+        EXPECT_EQ(scene.NodeLibrary[node].GetName(), "node " + std::to_string(key));
+    }
+    for (std::size_t mesh = 0; mesh < scene.GeometryLibrary.size(); ++mesh)
+    {
+        const int key = EntryOr(supplement.meshKeys, mesh, -1);
+        if (key >= 0)
+        {
+            EXPECT_EQ(scene.GeometryLibrary[mesh].GetName(), "mesh " + std::to_string(key));
+            EXPECT_EQ(IsPinned(supplement, mesh), key % 5 == 0);
+        }
+    }
+}
+
+class PrepareRandomScenesTest : public testing::TestWithParam<std::uint32_t>
+{
+protected:
+    PrepareRandomScenesTest()
+    {
+        Support::Dice dice(GetParam());
+        scene_ = Support::RandomScene(dice, {.secondReferences = false});
+        for (std::size_t node = 0; node < scene_.NodeLibrary.size(); ++node)
+        {
+            supplement_.nodeKeys.push_back(static_cast<int>(node));
+            supplement_.keptNodes.push_back(dice.OneIn(8));
+            scene_.NodeLibrary[node].SetName("node " + std::to_string(node));
+        }
+        for (std::size_t mesh = 0; mesh < scene_.GeometryLibrary.size(); ++mesh)
+        {
+            supplement_.meshKeys.push_back(static_cast<int>(mesh));
+            supplement_.pinnedMeshes.push_back(mesh % 5 == 0);
+            scene_.GeometryLibrary[mesh].SetName("mesh " + std::to_string(mesh));
+        }
+    }
+
+    SceneContainer scene_;
+    SceneSupplement supplement_;
+};
+
+TEST_P(PrepareRandomScenesTest, KeepTheirWorldAndTheirEntries)
+{
+    for (const bool ignoreAnimation : {false, true})
+    {
+        SceneContainer scene = scene_;
+        SceneSupplement supplement = supplement_;
+        const WorldMeasure before = Measure(scene);
+        RecordingListener listener;
+        PrepareScene(scene, {.repairMirrors = true, .weld = true, .flatten = true, .ignoreAnimation = ignoreAnimation},
+                     supplement, listener);
+        ExpectSameWorld(Measure(scene), before);
+        ExpectEntriesFollow(scene, supplement);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, PrepareRandomScenesTest, testing::Range(0U, 300U));
 
 TEST(PrepareScene, AcceptsASceneWithoutARoot)
 {

@@ -61,6 +61,18 @@ TEST(ExportMeshes, CarryVerticesAndTrianglesOver)
     EXPECT_EQ(mesh->mFaces[0].mIndices[2], 2U);
 }
 
+TEST(ExportMeshes, MeshesWithoutNormalsStayWithout)
+{
+    Geometry geometry = MakeTriangle();
+    for (Importing::Vertex& vertex : geometry.VertexArray)
+        vertex.SetNormal(D3DXVECTOR3(0, 0, 0));
+    const std::unique_ptr<aiMesh> mesh = ConvertMesh(geometry);
+    EXPECT_FALSE(mesh->HasNormals());
+    BakeMatrix(Support::Scaling(2, 1, 1), *mesh);
+    EXPECT_FALSE(mesh->HasNormals());
+    EXPECT_EQ(mesh->mVertices[1], aiVector3D(2, 0, 0));
+}
+
 TEST(ExportMeshes, VerticesWithFewerUVSetsThanOthersGetZeros)
 {
     Geometry geometry = MakeTriangle();

@@ -185,6 +185,8 @@ TEST_F(ExportModelTest, NormalsUVsAndMaterialsComeBack)
 {
     Model model;
     ImportModel(WriteSmallObj(folder_), model, progress_);
+    for (Importing::Geometry& geometry : model.scene->GeometryLibrary)
+        geometry.ComputeNormals();
     Export(*model.scene, "out.glb");
     SceneContainer back = Reimport("out.glb");
     ASSERT_EQ(CountScene(back).materials, 2U);

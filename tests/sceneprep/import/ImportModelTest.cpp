@@ -84,7 +84,7 @@ std::string SharedMeshGltf()
 "buffers":[{"byteLength":36,"uri":"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}]})";
 }
 
-TEST_F(ImportModelTest, ReadsTrianglesNormalsAndUVs)
+TEST_F(ImportModelTest, ReadsTrianglesAndUVsAndComputesNoNormals)
 {
     const Model model = Import(WriteSmallObj(folder_));
     EXPECT_EQ(scene_.GetName(), "small");
@@ -95,7 +95,7 @@ TEST_F(ImportModelTest, ReadsTrianglesNormalsAndUVs)
     EXPECT_EQ(square.GetPolySize(), 3U);
     for (Importing::Vertex& vertex : square.VertexArray)
     {
-        EXPECT_EQ(vertex.GetNormal(), D3DXVECTOR3(0, 0, 1));
+        EXPECT_EQ(vertex.GetNormal(), D3DXVECTOR3(0, 0, 0));
         ASSERT_EQ(vertex.GetTexCoordCount(), 1U);
         EXPECT_EQ(vertex.GetTexCoord(0).x, vertex.GetPosition().x);
         EXPECT_EQ(vertex.GetTexCoord(0).y, vertex.GetPosition().y);
@@ -171,7 +171,7 @@ void ExpectHipAndLeg(SceneContainer& scene)
     EXPECT_EQ(mesh.VertexArray[1].GetWeight(0), Importing::Vertex::Weight(0, 0.25F));
     EXPECT_EQ(mesh.VertexArray[1].GetWeight(1), Importing::Vertex::Weight(1, 0.75F));
     EXPECT_EQ(mesh.VertexArray[2].GetWeight(0), Importing::Vertex::Weight(1, 1.0F));
-    EXPECT_EQ(mesh.VertexArray[2].GetNormal(), D3DXVECTOR3(0, 0, 1)) << "computed";
+    EXPECT_EQ(mesh.VertexArray[2].GetNormal(), D3DXVECTOR3(0, 0, 0)) << "the file has none";
     ExpectSameShapes(SkinnedShapes(scene, kRest), {{"Skin", {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}}});
 }
 

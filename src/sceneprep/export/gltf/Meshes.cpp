@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
+#include <pipeline/scene/HasNormals.h>
 #include <pipeline/scene/ShownSurfaces.h>
 #include <sceneprep/export/gltf/Attributes.h>
 #include <sceneprep/export/gltf/PinnedPrimitives.h>
@@ -160,6 +161,8 @@ void MeshWriter::WritePositions(Geometry& geometry, const std::vector<std::uint3
 
 void MeshWriter::WriteNormals(Geometry& geometry, const std::vector<std::uint32_t>& triangles, MeshArrays& arrays)
 {
+    if (!Pipeline::HasNormals(geometry))
+        return;
     std::vector<D3DXVECTOR3> normals;
     normals.reserve(geometry.VertexArray.size());
     std::vector<bool> isMissing(geometry.VertexArray.size(), false);

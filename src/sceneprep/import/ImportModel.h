@@ -14,8 +14,8 @@ namespace Sceneprep
 ///
 /// The scene gets nodes with their local matrices (the root first, parents before children), meshes as triangles with
 /// normals and all UV sets, one surface for each mesh reference of a node, the materials and textures that surfaces
-/// use, cameras, lights, animations of nodes, and skins (see ImportSkins()). A mesh without normals gets them from
-/// Geometry::ComputeNormals(). What the scene cannot hold is carried by the model: vertex colours, morph targets,
+/// use, cameras, lights, animations of nodes, and skins (see ImportSkins()). A mesh without normals
+/// stays without. What the scene cannot hold is carried by the model: vertex colours, morph targets,
 /// points and lines, all clips, and material properties of glTF.
 ///
 /// @throws ToolError if the file does not exist, has an unsupported format, or cannot be read.

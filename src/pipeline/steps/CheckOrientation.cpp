@@ -1,12 +1,12 @@
 #include <pipeline/steps/CheckOrientation.h>
 
 #include <importing/base/CheckedAccess.h>
+#include <pipeline/scene/ShownSurfaces.h>
 #include <pipeline/steps/Facing.h>
 #include <pipeline/steps/MissingNormals.h>
 
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 namespace Pipeline
@@ -18,28 +18,37 @@ using Importing::SceneContainer;
 namespace
 {
 
-/// Remembers the triangles of pinned meshes, which the container flips with the others.
-class PinnedIndices
+/// Returns whether the container can judge the surface's mesh by its first triangle, and may flip it.
+bool CanBeJudged(const WorkScene& work, std::int32_t surface)
+{
+    const int mesh = At(work.container.SurfaceLibrary, surface).GetGeometryID();
+    return mesh >= 0 && !IsPinned(work.supplement, static_cast<std::size_t>(mesh)) &&
+           HasTriangles(At(work.container.GeometryLibrary, mesh));
+}
+
+/// Takes the surfaces that cannot be judged out of the nodes, and puts them back when it is destroyed.
+class JudgedSurfaces
 {
 public:
-    explicit PinnedIndices(const WorkScene& work)
+    explicit JudgedSurfaces(const WorkScene& work) : nodes_(work.container.NodeLibrary)
     {
-        const std::vector<Importing::Geometry>& meshes = work.container.GeometryLibrary;
-        for (std::size_t mesh = 0; mesh < meshes.size(); ++mesh)
+        for (Importing::Node& node : nodes_)
         {
-            if (IsPinned(work.supplement, mesh))
-                indices_.emplace_back(mesh, meshes[mesh].IndexArray);
+            lists_.push_back(node.SurfaceList);
+            std::erase_if(node.SurfaceList, [&work](std::int32_t surface) { return !CanBeJudged(work, surface); });
         }
     }
-
-    void Restore(const WorkScene& work) const
+    ~JudgedSurfaces()
     {
-        for (const auto& [mesh, indices] : indices_)
-            work.container.GeometryLibrary[mesh].IndexArray = indices;
+        for (std::size_t node = 0; node < lists_.size(); ++node)
+            nodes_[node].SurfaceList.swap(lists_[node]);
     }
+    JudgedSurfaces(const JudgedSurfaces&) = delete;
+    JudgedSurfaces& operator=(const JudgedSurfaces&) = delete;
 
 private:
-    std::vector<std::pair<std::size_t, std::vector<std::uint32_t>>> indices_;
+    std::vector<Importing::Node>& nodes_;
+    std::vector<std::vector<std::int32_t>> lists_;
 };
 
 }  // namespace
@@ -56,11 +65,10 @@ Changes CheckOrientation(const WorkScene& work, const PrepareOptions& options, c
     const NodeWalk walk = WalkFromRoot(scene);
     const std::vector<bool> mirrored = FindMirroredNodes(scene, walk);
 
-    const PinnedIndices pinned(work);
+    const JudgedSurfaces judged(work);
     TurnFacesOfNodes(scene, walk, mirrored);
     scene.CheckFacesOrientation(root, At(scene.NodeLibrary, root).GetLocalTransform().GetMatrix());
     TurnFacesOfNodes(scene, walk, mirrored);
-    pinned.Restore(work);
     changes.push_back({"meshes flipped", winding.CountTurned(scene)});
     return changes;
 }

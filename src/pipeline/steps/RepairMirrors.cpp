@@ -3,6 +3,7 @@
 #include <importing/base/CheckedAccess.h>
 #include <importing/math/SameBits.h>
 #include <pipeline/scene/Hierarchy.h>
+#include <pipeline/scene/ShownSurfaces.h>
 #include <pipeline/scene/Skeletons.h>
 #include <pipeline/steps/AttributeBaking.h>
 #include <pipeline/steps/Facing.h>
@@ -20,11 +21,15 @@ using Importing::At;
 using Importing::Node;
 using Importing::SceneContainer;
 
-/// Joints do not follow a mesh into which a matrix is baked.
+/// Returns whether the container must not bake a matrix into a mesh of the node: joints would not follow, or it would
+/// look for the first triangle of a mesh that has none.
 bool ShowsFixedMesh(const WorkScene& work, const Node& node)
 {
-    return std::any_of(node.SurfaceList.begin(), node.SurfaceList.end(),
-                       [&work](std::int32_t surface) { return !IsBakeable(work, surface); });
+    return std::any_of(node.SurfaceList.begin(), node.SurfaceList.end(), [&work](std::int32_t surface) {
+        return !IsBakeable(work, surface) ||
+               !HasTriangles(
+                   At(work.container.GeometryLibrary, At(work.container.SurfaceLibrary, surface).GetGeometryID()));
+    });
 }
 
 /// @return for each node [nodes] whether its matrix must stay: it, or a node below it, is animated or kept, is a joint,

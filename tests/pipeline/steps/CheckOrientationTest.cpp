@@ -47,4 +47,13 @@ TEST(CheckOrientation, PinnedMeshesAreSkipped)
     EXPECT_EQ(scene.container.GeometryLibrary[0].IndexArray, before);
 }
 
+TEST(CheckOrientation, SurfacesWithoutATriangleAreSkipped)
+{
+    TestScene scene("Root( A[a b] )");
+    scene.container.GeometryLibrary[0].IndexArray.clear();
+    scene.container.SurfaceLibrary[1].SetGeometryID(-1);
+    EXPECT_EQ(CheckOrientation(scene), (Changes{{"meshes flipped", 0}}));
+    EXPECT_EQ(Support::ToText(scene.container), "Root( A[a b] )");
+}
+
 }  // namespace

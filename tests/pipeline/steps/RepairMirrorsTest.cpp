@@ -184,4 +184,14 @@ TEST(RepairMirrors, NormalsAndTangentsAreThoseOfTheBakedScale)
     EXPECT_EQ(vertex.GetTexCoord(1).y, -1);
 }
 
+TEST(RepairMirrors, ANodeWithAMeshWithoutTrianglesStaysMirrored)
+{
+    TestScene scene("Root( A[a] B[b] )");
+    scene.container.GeometryLibrary[0].IndexArray.clear();
+    for (const char* node : {"A", "B"})
+        NodeNamed(scene.container, node).SetLocalTransform(Scaling(-1, 1, 1));
+    EXPECT_EQ(RepairMirrors(scene), Repaired(1, 1));
+    EXPECT_TRUE(IsMirrored(scene.container, "A"));
+}
+
 }  // namespace

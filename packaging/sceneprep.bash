@@ -2,24 +2,17 @@
 
 _sceneprep()
 {
-    local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
-    local mappings="planar-x planar-y planar-z cubic cylindrical spherical"
-    local common="--help --quiet --memory-limit --no-isolation --plugin"
-    local prepare="--output --keep-going --strict --json --report --all --resolve-instances --repair-mirrors
-        --check-orientation --fix-culling --weld --normals --unify-normals --uvs --unique-names --flatten --min-surfaces
-        --max-vertices --ignore-animation --surface-names --collision-offsets"
-    local inspect="--json --tree"
-
+    local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} words=
     if [[ $COMP_CWORD -eq 1 ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "prepare inspect formats --help --version" -- "$word")
+        mapfile -t COMPREPLY < <(compgen -W "--help --version prepare inspect formats" -- "$word")
         return
     fi
     case $before in
         --uvs)
-            mapfile -t COMPREPLY < <(compgen -W "$mappings" -- "$word")
+            mapfile -t COMPREPLY < <(compgen -W "planar-x planar-y planar-z cubic cylindrical spherical" -- "$word")
             return
             ;;
-        --memory-limit | --min-surfaces | --max-vertices) return ;;
+        --allow-loss | --max-vertices | --memory-limit | --min-surfaces | --scene) return ;;
     esac
     if [[ $word != -* ]]; then
         mapfile -t COMPREPLY < <(compgen -f -- "$word")
@@ -27,10 +20,11 @@ _sceneprep()
         return
     fi
     case ${COMP_WORDS[1]} in
-        prepare) mapfile -t COMPREPLY < <(compgen -W "$prepare $common" -- "$word") ;;
-        inspect) mapfile -t COMPREPLY < <(compgen -W "$inspect $common" -- "$word") ;;
-        formats) mapfile -t COMPREPLY < <(compgen -W "--help" -- "$word") ;;
+        prepare) words="--help --output --scene --external-textures --keep-going --quiet --memory-limit --no-isolation --plugin --all --resolve-instances --repair-mirrors --check-orientation --fix-culling --weld --normals --unify-normals --uvs --unique-names --flatten --min-surfaces --max-vertices --ignore-animation --surface-names --collision-offsets --strict --allow-loss --json --report" ;;
+        inspect) words="--help --scene --json --tree --quiet --memory-limit --no-isolation --plugin" ;;
+        formats) words="--help" ;;
     esac
+    mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
 }
 
 complete -F _sceneprep sceneprep

@@ -1,8 +1,9 @@
 #include <sceneprep/Commands.h>
 
 #include <sceneprep/Inspect.h>
+#include <sceneprep/Manual.h>
 #include <sceneprep/Prepare.h>
-#include <sceneprep/report/Report.h>
+#include <sceneprep/assimp/Formats.h>
 #include <sceneprep/run/Error.h>
 #include <sceneprep/run/PluginLibrary.h>
 #include <sceneprep/run/StandardStreams.h>
@@ -31,6 +32,9 @@ int Dispatch(const Options& options, const RunContext& context, Progress& progre
             break;
         case Command::Formats:
             context.out << FormatsText();
+            break;
+        case Command::PrintDocs:
+            context.out << ManualText(options.docs);
             break;
     }
     return kDone;
@@ -68,6 +72,7 @@ std::string SubjectOf(const Options& options)
         case Command::Inspect:
             return options.inspect.input.string();
         case Command::Formats:
+        case Command::PrintDocs:
             break;
     }
     return "the list of formats";

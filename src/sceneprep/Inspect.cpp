@@ -13,7 +13,9 @@ namespace Sceneprep
 void Inspect(const InspectOptions& options, const PluginLibrary& plugin, const RunContext& context, Progress& progress)
 {
     CheckReadable(options.input);
-    Model model = std::move(LoadInputs({options.input}, false, plugin, progress, context.state).model);
+    Model model = std::move(
+        LoadInputs({options.input}, {.keepGoing = false, .scene = options.scene}, plugin, progress, context.state)
+            .model);
     const Pipeline::WorldMeasure world = Pipeline::Measure(*model.scene);
     for (const std::string& note : Pipeline::NotesOnTriangles(world))
         model.notes.Add(note);

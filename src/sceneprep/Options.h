@@ -10,22 +10,26 @@
 namespace Sceneprep
 {
 
-/// What `prepare` is asked to do.
+/// The arguments of `prepare`.
 struct PrepareCommand
 {
-    std::vector<std::filesystem::path> inputs = {};  ///< the first takes the others
+    std::vector<std::filesystem::path> inputs = {};  ///< the others are appended to the first
+    std::optional<std::string> scene = {};           ///< name or index of the scene to read from glTF files
     std::filesystem::path output = {};
+    bool externalTextures = false;
     Pipeline::PrepareOptions steps = {};
-    bool strict = false;                    ///< fail when the world is not the same afterwards
-    std::filesystem::path jsonFile = {};    ///< empty: none
-    std::filesystem::path reportFile = {};  ///< the page; empty: none
-    bool keepGoing = false;                 ///< leave inputs out that cannot be read
+    bool strict = false;                          ///< fail if the result differs from the input or something is lost
+    std::vector<std::string> allowedLosses = {};  ///< losses that `strict` accepts
+    std::filesystem::path jsonFile = {};          ///< empty: none
+    std::filesystem::path reportFile = {};        ///< the HTML report; empty: none
+    bool keepGoing = false;                       ///< skip inputs that cannot be read
 };
 
-/// What `inspect` is asked to do.
+/// The arguments of `inspect`.
 struct InspectOptions
 {
-    std::filesystem::path input;
+    std::filesystem::path input = {};
+    std::optional<std::string> scene = {};
     bool json = false;
     bool tree = false;
 };
@@ -34,10 +38,11 @@ enum class Command
 {
     Prepare,
     Inspect,
-    Formats
+    Formats,
+    PrintDocs
 };
 
-/// A command line that makes sense. Of prepare and inspect only the one that command names is filled.
+/// A valid command line. Only the member of the chosen command is filled.
 struct Options
 {
     Command command = Command::Formats;
@@ -47,18 +52,7 @@ struct Options
     double memoryLimit = 0;  ///< in GiB; 0: three quarters of the machine's memory
     PrepareCommand prepare;
     InspectOptions inspect;
+    std::string docs;  ///< the text that `print-docs` prints
 };
-
-/// What a command line comes to: options to act upon, or a text to print and the status to exit with.
-struct ParsedCommandLine
-{
-    std::optional<Options> options;
-    int exitStatus = 0;
-    std::string output;  ///< for stdout: help or version
-    std::string error;   ///< for stderr: one line, without the line break
-};
-
-/// Understands the arguments behind the program's name. Throws nothing; prints nothing.
-ParsedCommandLine ParseCommandLine(const std::vector<std::string>& arguments);
 
 }  // namespace Sceneprep

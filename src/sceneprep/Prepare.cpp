@@ -42,7 +42,7 @@ void CheckFiles(const PrepareCommand& options)
         return;
     CheckFolderOf(options.reportFile);
     if (!Report::HasPage())
-        throw ToolError("this sceneprep was built without the page for --report; use --json, or build it with npm");
+        throw ToolError("this build of sceneprep has no HTML report; use --json, or install npm and build again");
 }
 
 /// Shows notes and adds them to the report.
@@ -68,9 +68,9 @@ SceneFigures MeasureInStep(const char* name, Importing::SceneContainer& scene, P
     return figures;
 }
 
-bool TurnsFaces(const Pipeline::PrepareOptions& steps) { return steps.checkOrientation || steps.fixCulling; }
+bool FlipsFaces(const Pipeline::PrepareOptions& steps) { return steps.checkOrientation || steps.fixCulling; }
 
-/// What the page shows of the scene before and after the steps.
+/// What the HTML report shows of the scene before and after the steps.
 struct Pictures
 {
     Report::Picture before;
@@ -91,9 +91,9 @@ PrepareReport BeginReport(const PrepareCommand& options, const RunContext& conte
 {
     PrepareReport report;
     report.inputs = inputs.read;
-    report.leftOut = context.crashedInputs;
+    report.skipped = context.crashedInputs;
     for (const SkippedInput& input : inputs.skipped)
-        report.leftOut.push_back(input.file);
+        report.skipped.push_back(input.file);
     report.output = options.output;
     report.steps = inputs.steps;
     return report;
@@ -115,11 +115,29 @@ void Process(const PrepareCommand& options, Model& model, WorkState& state, Prog
     report.steps.insert(report.steps.end(), std::make_move_iterator(results.begin()),
                         std::make_move_iterator(results.end()));
     report.after = MeasureInStep("Measure again", scene, progress, report);
-    report.differences = FindDifferences(report.before.world, report.after.world, TurnsFaces(options.steps));
+    report.differences = FindDifferences(report.before.world, report.after.world, FlipsFaces(options.steps));
     if (!options.reportFile.empty())
         pictures.after = Report::TakePicture(scene, report.after.world);
 }
 
+/// Returns why `strict` refuses to write the output; empty if it does not.
+std::string RefusalOf(const PrepareCommand& options, const PrepareReport& report, const Notes& exportNotes)
+{
+    if (!options.strict)
+        return {};
+    if (!report.differences.empty())
+        return fmt::format("the result differs from the input ({}); choose other steps, or omit --strict",
+                           fmt::join(report.differences, ", "));
+    Notes notes = report.notes;
+    notes.Append(Notes(exportNotes));
+    const std::vector<std::string> losses = notes.LossesExcept(options.allowedLosses);
+    if (losses.empty())
+        return {};
+    return fmt::format("this would be lost: {}; allow it by --allow-loss NAME, or omit --strict",
+                       fmt::join(losses, ", "));
+}
+
+/// Writes the output unless it is refused, which is not known before the notes of the export.
 void Export(const PrepareCommand& options, Model& model, WorkState& state, Progress& progress, PrepareReport& report)
 {
     state.Enter(WorkState::Phase::Writing, options.output);
@@ -127,7 +145,10 @@ void Export(const PrepareCommand& options, Model& model, WorkState& state, Progr
     Notes notes;
     report.steps.push_back(RunStep("Export", progress, [&] {
         ReturnFreedMemory();
-        notes = ExportModel(model, options.output, progress, state, {.others = {options.jsonFile, options.reportFile}});
+        notes = ExportModel(model, options.output, progress, state,
+                            {.others = {options.jsonFile, options.reportFile},
+                             .externalTextures = options.externalTextures,
+                             .accept = [&](const Notes& made) { return RefusalOf(options, report, made).empty(); }});
     }));
     Show(std::move(notes), progress, report);
 }
@@ -137,7 +158,8 @@ void Export(const PrepareCommand& options, Model& model, WorkState& state, Progr
 int Prepare(const PrepareCommand& options, const PluginLibrary& plugin, const RunContext& context, Progress& progress)
 {
     CheckFiles(options);
-    Inputs inputs = LoadInputs(options.inputs, options.keepGoing, plugin, progress, context.state);
+    Inputs inputs = LoadInputs(options.inputs, {.keepGoing = options.keepGoing, .scene = options.scene}, plugin,
+                               progress, context.state);
     if (inputs.read.empty())
     {
         PrintProblems(inputs.skipped, progress, context.errors);
@@ -147,18 +169,17 @@ int Prepare(const PrepareCommand& options, const PluginLibrary& plugin, const Ru
     PrepareReport report = BeginReport(options, context, inputs);
     Pictures pictures;
     Process(options, inputs.model, context.state, progress, report, pictures);
-    const bool isRefused = options.strict && !report.differences.empty();
-    if (!isRefused)
+    if (!options.strict || report.differences.empty())
         Export(options, inputs.model, context.state, progress, report);
+    const std::string refusal = RefusalOf(options, report, {});
 
     WriteReports(options, report, pictures, context.state);
     progress.Clear();
     context.out << ReportText(report);
     PrintProblems(inputs.skipped, progress, context.errors);
-    if (isRefused)
-        throw ToolError(fmt::format("{} would show another world ({}); leave steps out, or --strict",
-                                    options.output.string(), fmt::join(report.differences, ", ")));
-    return report.leftOut.empty() ? kDone : kUnusable;
+    if (!refusal.empty())
+        throw ToolError(fmt::format("cannot write {}: {}", options.output.string(), refusal));
+    return report.skipped.empty() ? kDone : kUnusable;
 }
 
 }  // namespace Sceneprep

@@ -1,6 +1,6 @@
 #include <sceneprep/Commands.h>
 #include <sceneprep/Isolation.h>
-#include <sceneprep/Options.h>
+#include <sceneprep/ParseCommandLine.h>
 #include <sceneprep/run/Error.h>
 #include <sceneprep/run/StandardStreams.h>
 #include <unistd.h>

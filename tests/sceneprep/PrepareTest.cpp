@@ -57,7 +57,7 @@ TEST_F(PrepareTest, WritesTheOutputAndReports)
     options_.steps.weld = true;
     EXPECT_EQ(Run(), kDone);
     EXPECT_EQ(ReadText(folder_ / "out.glb").substr(0, 4), "glTF");
-    EXPECT_THAT(out_.str(), HasSubstr("The result shows the same world.\n"));
+    EXPECT_THAT(out_.str(), HasSubstr("The result matches the input.\n"));
     EXPECT_THAT(out_.str(), HasSubstr("\nWeld "));
     EXPECT_THAT(out_.str(), HasSubstr("  0 vertices removed\n"));
     EXPECT_EQ(errors_.str(), "");
@@ -121,7 +121,8 @@ TEST_F(PrepareTest, JsonHoldsTheSame)
     EXPECT_THAT(steps, testing::ElementsAre("Read small.obj", "Import small.obj", "Measure",
                                             "Compute collision offsets", "Measure again", "Export"));
     EXPECT_EQ(json["before"]["counts"]["triangles"], 3);
-    EXPECT_TRUE(json["notes"].empty());
+    EXPECT_EQ(json["notes"],
+              (std::vector<std::string>{"the image file 'Wood.PNG' is missing; the reference to it is kept"}));
     EXPECT_TRUE(json["differences"].empty());
 }
 
@@ -140,8 +141,7 @@ TEST_F(PrepareTest, TheReportIsAPageWhereTheBuildHasOne)
     options_.jsonFile = folder_ / "report.json";
     if (!Report::HasPage())
     {
-        EXPECT_EQ(RunError(),
-                  "this sceneprep was built without the page for --report; use --json, or build it with npm");
+        EXPECT_EQ(RunError(), "this build of sceneprep has no HTML report; use --json, or install npm and build again");
         EXPECT_FALSE(std::filesystem::exists(options_.output));
         return;
     }
@@ -208,22 +208,38 @@ std::filesystem::path WriteNearlyEqual(const TemporaryFolder& folder)
                         "v 10000 0 0\nv 10000.05 0 0\nv 10000 0 0.01\nvn 0 1 0\no Face\nf 1//1 3//1 2//1\n");
 }
 
-TEST_F(PrepareTest, StrictWritesNothingThatShowsAnotherWorld)
+TEST_F(PrepareTest, StrictWritesNothingThatDiffers)
 {
     options_.inputs = {WriteNearlyEqual(folder_)};
     options_.steps.weld = true;
     options_.strict = true;
     options_.jsonFile = folder_ / "report.json";
-    EXPECT_THAT(RunError(), HasSubstr("would show another world (bounds moved by 0.0"));
+    EXPECT_THAT(RunError(), HasSubstr("the result differs from the input (bounds moved by 0.0"));
     EXPECT_FALSE(std::filesystem::exists(options_.output));
-    EXPECT_THAT(out_.str(), HasSubstr("The result shows another world:\n  bounds moved by"));
+    EXPECT_THAT(out_.str(), HasSubstr("The result differs from the input:\n  bounds moved by"));
     EXPECT_EQ(nlohmann::json::parse(ReadText(options_.jsonFile))["differences"].size(), 2U);
     options_.strict = false;
     EXPECT_EQ(Run(), kDone);
-    EXPECT_THAT(out_.str(), HasSubstr("The result shows another world:\n  bounds moved by"));
+    EXPECT_THAT(out_.str(), HasSubstr("The result differs from the input:\n  bounds moved by"));
 }
 
-TEST_F(PrepareTest, TrianglesWithoutAreaAreTold)
+TEST_F(PrepareTest, StrictWritesNothingIfSomethingIsLost)
+{
+    options_.inputs = {
+        folder_.Write("plain.obj", "mtllib small.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nusemtl Blue\nf 1 2 3\n")};
+    options_.output = folder_ / "out.stl";
+    options_.jsonFile = folder_ / "report.json";
+    options_.strict = true;
+    EXPECT_THAT(RunError(), HasSubstr("out.stl: this would be lost: materials; allow it by --allow-loss NAME"));
+    EXPECT_FALSE(std::filesystem::exists(options_.output));
+    EXPECT_THAT(out_.str(), HasSubstr("Lost:\n  materials: "));
+    EXPECT_EQ(nlohmann::json::parse(ReadText(options_.jsonFile))["losses"][0]["name"], "materials");
+    options_.allowedLosses = {"materials"};
+    EXPECT_EQ(RunError(), "no error");
+    EXPECT_TRUE(std::filesystem::exists(options_.output));
+}
+
+TEST_F(PrepareTest, NotesTrianglesWithoutArea)
 {
     options_.inputs = {folder_.Write("flat.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 2 0 0\nf 1 2 3\nf 1 2 4\n")};
     Run();

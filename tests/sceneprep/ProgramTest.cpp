@@ -120,14 +120,14 @@ TEST(Program, PrintsTheTree)
     EXPECT_THAT(run.output, HasSubstr("\n  Corner (1 surface)\n"));
 }
 
-TEST(Program, TheRecommendedRoadShowsTheSameWorld)
+TEST(Program, TheRecommendedStepsKeepTheAppearance)
 {
     const TemporaryFolder folder;
     const std::string output = (folder / "all.glb").string();
     const ProgramRun run = RunProgram("prepare " + Workshop() + " --all --strict --quiet -o " + output);
     EXPECT_EQ(run.status, 0) << run.errors;
     EXPECT_EQ(run.errors, "");
-    EXPECT_THAT(run.output, HasSubstr("The result shows the same world.\n"));
+    EXPECT_THAT(run.output, HasSubstr("The result matches the input.\n"));
 
     const auto surfaces = nlohmann::json::parse(RunProgram("inspect --json " + output).output)["surfaces"];
     std::size_t raised = 0;

@@ -1,16 +1,16 @@
 #include <sceneprep/assimp/Formats.h>
 
+#include <fmt/format.h>
 #include <assimp/Exporter.hpp>
 #include <assimp/Importer.hpp>
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cstdint>
-#include <limits>
-#include <map>
 #include <set>
 #include <sstream>
-#include <string_view>
+#include <utility>
 
 namespace Sceneprep
 {
@@ -18,118 +18,111 @@ namespace Sceneprep
 namespace
 {
 
-/// Selects one of several formats that share a file extension.
-constexpr std::array<std::string_view, 5> kPreferredIds = {"fbxa", "gltf2", "glb2", "plyb", "stlb"};
-
-constexpr std::string_view kUnusableExtension = "pbrt";
-
 using enum Content;
 
-/// Content that is missing from files written by Assimp, by file extension.
-const std::map<std::string_view, std::vector<Content>> kLacks = {
-    {"3ds", {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs}},
-    {"3mf", {Cameras, Lights, Movements, Skins, Textures, UVs}},
-    {"assbin", {TexturePlacements}},
-    {"assxml", {TexturePlacements}},
-    {"dae", {TexturePlacements}},
-    {"fbx", {Cameras, Skins, TexturePlacements}},  // skins lose their bind poses
-    {"json", {TexturePlacements}},
-    {"obj", {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs}},
-    {"ply", {Cameras, Lights, Movements, Skins, Materials, TexturePlacements, FurtherUVs}},
-    {"stl", {Cameras, Lights, Movements, Skins, Materials, Textures, UVs}},
-    {"stp", {Cameras, Lights, Movements, Skins, Textures, UVs}},
-    {"x", {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs}},
-    {"x3d", {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs}},
-};
-
-/// Characters that end a name too early (in OBJ: that continue the line), by file extension.
-const std::map<std::string_view, const char*> kUnwritableCharacters = {
-    {"3mf", "\""}, {"fbx", "\""}, {"json", "'"}, {"obj", "\\"}, {"x3d", "'"},
-};
-
-bool IsPreferred(std::string_view id)
+/// Returns the table of the formats, sorted by extension. Of formats that share an extension it has one.
+const std::vector<WriteFormat>& AllFormats()
 {
-    return std::find(kPreferredIds.begin(), kPreferredIds.end(), id) != kPreferredIds.end();
+    static const std::vector<WriteFormat> formats = {
+        {"3ds",
+         "3ds",
+         "3D Studio",
+         {.lacks = {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs},
+          .isFlat = true,
+          .isZUp = true,
+          .largestMesh = std::numeric_limits<std::uint16_t>::max()}},
+        {"3mf",
+         "3mf",
+         "3D Manufacturing Format",
+         {.lacks = {Cameras, Lights, Movements, Skins, Textures, UVs}, .isFlat = true, .unwritableCharacters = "\""}},
+        {"assbin", "assbin", "Assimp, binary", {.lacks = {TexturePlacements}, .embedsImages = true}},
+        {"assxml", "assxml", "Assimp, XML", {.lacks = {TexturePlacements}, .embedsImages = true}},
+        {"dae", "collada", "COLLADA", {.lacks = {TexturePlacements}}},
+        {"fbx",
+         "fbxa",
+         "FBX, text",
+         {.lacks = {Cameras, Skins, TexturePlacements},  // skins lose their bind poses
+          .losesRoot = true,
+          .holdsShear = false,
+          .embedsImages = true,
+          .unwritableCharacters = "\""}},
+        {"glb", "glb2", "glTF 2.0, binary", {.embedsImages = true}},
+        {"gltf", "gltf2", "glTF 2.0", {}},
+        {"json",
+         "assjson",
+         "Assimp, JSON",
+         {.lacks = {TexturePlacements}, .embedsImages = true, .unwritableCharacters = "'"}},
+        {"obj",
+         "obj",
+         "Wavefront OBJ",
+         {.lacks = {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs},
+          .isFlat = true,
+          .unwritableCharacters = "\\"}},  // continues the line
+        {"ply",
+         "plyb",
+         "PLY, binary",
+         {.lacks = {Cameras, Lights, Movements, Skins, Materials, TexturePlacements, FurtherUVs}, .isFlat = true}},
+        {"stl",
+         "stlb",
+         "STL, binary",
+         {.lacks = {Cameras, Lights, Movements, Skins, Materials, Textures, UVs}, .isFlat = true}},
+        {"stp", "stp", "STEP", {.lacks = {Cameras, Lights, Movements, Skins, Textures, UVs}, .isFlat = true}},
+        {"x", "x", "DirectX X", {.lacks = {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs}}},
+        {"x3d",
+         "x3d",
+         "Extensible 3D",
+         {.lacks = {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs},
+          .isFlat = true,
+          .unwritableCharacters = "'"}},
+    };
+    return formats;
 }
 
-bool IsOneOf(const std::string& text, std::initializer_list<std::string_view> choices)
-{
-    return std::find(choices.begin(), choices.end(), text) != choices.end();
-}
-
-std::map<std::string, WriteFormat> FormatsByExtension()
+std::set<std::string> ExporterIds()
 {
     const Assimp::Exporter exporter;
-    std::map<std::string, WriteFormat> formats;
+    std::set<std::string> ids;
     for (std::size_t i = 0; i < exporter.GetExportFormatCount(); ++i)
-    {
-        const aiExportFormatDesc& found = *exporter.GetExportFormatDescription(i);
-        const WriteFormat format = {found.id, found.fileExtension, found.description};
-        if (format.extension == kUnusableExtension)
-            continue;
-        if (IsPreferred(format.id))
-            formats.insert_or_assign(format.extension, format);
-        else
-            formats.emplace(format.extension, format);
-    }
-    return formats;
+        ids.emplace(exporter.GetExportFormatDescription(i)->id);
+    return ids;
+}
+
+/// Returns the extension in lower case and without the dot.
+std::string ExtensionOf(const std::filesystem::path& file)
+{
+    std::string extension = file.extension().string();
+    if (!extension.empty())
+        extension.erase(0, 1);
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return extension;
 }
 
 }  // namespace
 
-bool WriteFormat::IsFlat() const { return IsOneOf(extension, {"3ds", "3mf", "obj", "ply", "stl", "stp", "x3d"}); }
-
 bool WriteFormat::Holds(Content content) const
 {
-    const auto lacks = kLacks.find(extension);
-    return lacks == kLacks.end() ||
-           std::find(lacks->second.begin(), lacks->second.end(), content) == lacks->second.end();
+    return std::find(traits.lacks.begin(), traits.lacks.end(), content) == traits.lacks.end();
 }
-
-bool WriteFormat::LosesRoot() const { return extension == "fbx"; }
-
-bool WriteFormat::HoldsShear() const { return extension != "fbx"; }
-
-bool WriteFormat::IsZUp() const { return extension == "3ds"; }
-
-std::size_t WriteFormat::LargestMesh() const
-{
-    return extension == "3ds" ? std::numeric_limits<std::uint16_t>::max() : std::numeric_limits<std::size_t>::max();
-}
-
-bool WriteFormat::IsGltf() const { return IsOneOf(extension, {"gltf", "glb"}); }
-
-std::string WriteFormat::UnwritableLetters() const
-{
-    const auto found = kUnwritableCharacters.find(extension);
-    return found == kUnwritableCharacters.end() ? "" : found->second;
-}
-
-bool WriteFormat::HoldsPictures() const { return IsOneOf(extension, {"assbin", "assxml", "fbx", "glb", "json"}); }
-
-bool WriteFormat::IsObj() const { return extension == "obj"; }
-
-bool WriteFormat::Is3mf() const { return extension == "3mf"; }
 
 std::optional<WriteFormat> FindWriteFormat(const std::filesystem::path& file)
 {
-    std::string extension = file.extension().string();
-    if (extension.empty())
-        return std::nullopt;
-    extension.erase(0, 1);
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-
-    const std::map<std::string, WriteFormat> formats = FormatsByExtension();
-    const auto found = formats.find(extension);
-    return found == formats.end() ? std::nullopt : std::optional(found->second);
+    const std::string extension = ExtensionOf(file);
+    const std::vector<WriteFormat> formats = ListWriteFormats();
+    const auto found = std::find_if(formats.begin(), formats.end(),
+                                    [&](const WriteFormat& format) { return format.extension == extension; });
+    return found == formats.end() ? std::nullopt : std::optional(*found);
 }
 
 std::vector<WriteFormat> ListWriteFormats()
 {
+    const std::set<std::string> ids = ExporterIds();
     std::vector<WriteFormat> list;
-    for (const auto& [extension, format] : FormatsByExtension())
-        list.push_back(format);
+    for (const WriteFormat& format : AllFormats())
+    {
+        if (format.IsGltf() || ids.count(format.id) > 0)
+            list.push_back(format);
+    }
     return list;
 }
 
@@ -144,6 +137,68 @@ std::vector<std::string> ListReadExtensions()
     for (std::string pattern; std::getline(stream, pattern, ';');)
         extensions.insert(pattern.substr(pattern.find('.') + 1));  // "*.obj"
     return {extensions.begin(), extensions.end()};
+}
+
+bool IsGltfFile(const std::filesystem::path& file)
+{
+    const std::string extension = ExtensionOf(file);
+    return extension == "gltf" || extension == "glb";
+}
+
+std::string FormatsText()
+{
+    std::string text = "Written, by the extension of the output:\n";
+    for (const WriteFormat& format : ListWriteFormats())
+        text += fmt::format("  .{:<10}{}\n", format.extension, format.description);
+
+    text += "Read:\n ";
+    std::size_t column = 1;
+    for (const std::string& extension : ListReadExtensions())
+    {
+        if (column + extension.size() + 2 > 80)
+        {
+            text += "\n ";
+            column = 1;
+        }
+        text += " ." + extension;
+        column += extension.size() + 2;
+    }
+    return text + '\n';
+}
+
+std::string FormatsTable()
+{
+    constexpr std::array<std::pair<Content, const char*>, 9> kColumns = {{{Cameras, "Cameras"},
+                                                                          {Lights, "Lights"},
+                                                                          {Movements, "Animations"},
+                                                                          {Skins, "Skins"},
+                                                                          {Materials, "Materials"},
+                                                                          {Textures, "Textures"},
+                                                                          {TexturePlacements, "Texture transforms"},
+                                                                          {UVs, "UVs"},
+                                                                          {FurtherUVs, "Further UV sets"}}};
+    std::string header = "| Extension | Format | Hierarchy |";
+    std::string rule = "|---|---|:-:|";
+    for (const auto& [content, title] : kColumns)
+    {
+        header += fmt::format(" {} |", title);
+        rule += ":-:|";
+    }
+    std::string table = header + '\n' + rule + '\n';
+    for (const WriteFormat& format : AllFormats())
+    {
+        table += fmt::format("| `.{}` | {} | {} |", format.extension, format.description, format.IsFlat() ? "" : "yes");
+        for (const auto& [content, title] : kColumns)
+        {
+            const bool isImplied = (content == TexturePlacements && !format.Holds(Textures)) ||
+                                   (content == FurtherUVs && !format.Holds(UVs)) ||
+                                   (content == Textures && !format.Holds(Materials)) ||
+                                   (content == TexturePlacements && !format.Holds(Materials));
+            table += format.Holds(content) && !isImplied ? " yes |" : "  |";
+        }
+        table += '\n';
+    }
+    return table;
 }
 
 }  // namespace Sceneprep

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <sceneprep/assimp/Formats.h>
 #include <sceneprep/assimp/ModelProgress.h>
+#include <sceneprep/export/CarriedLosses.h>
 #include <sceneprep/export/CheckedFiles.h>
 #include <sceneprep/export/ExportNotes.h>
 #include <sceneprep/export/ExportScene.h>
@@ -24,12 +25,13 @@ WriteFormat FormatOf(const fs::path& file)
 {
     const std::optional<WriteFormat> format = FindWriteFormat(file);
     if (!format)
-        throw ToolError(fmt::format("cannot write {}: '{}' is no known ending; 'sceneprep formats' lists them",
-                                    file.string(), file.extension().string()));
+        throw ToolError(fmt::format(
+            "cannot write {}: unsupported file extension '{}'; 'sceneprep formats' lists the supported ones",
+            file.string(), file.extension().string()));
     return *format;
 }
 
-void WriteByModelLibrary(const aiScene& scene, const WriteFormat& format, const fs::path& file, Progress& progress)
+void WriteByAssimp(const aiScene& scene, const WriteFormat& format, const fs::path& file, Progress& progress)
 {
     Assimp::Exporter exporter;
     exporter.SetProgressHandler(new ModelProgress(progress));  // the exporter owns it
@@ -39,7 +41,7 @@ void WriteByModelLibrary(const aiScene& scene, const WriteFormat& format, const 
     {
         const std::string reason = OneLine(exporter.GetErrorString());
         throw ToolError(fmt::format("cannot write {}: {}; try another format", file.filename().string(),
-                                    reason.empty() ? "the model library gives no reason" : reason));
+                                    reason.empty() ? "Assimp gives no reason" : reason));
     }
     if (files->HasFailed() || (format.Is3mf() && !IsWhole3mf(file)))
         throw ToolError(fmt::format("cannot write {}: is the disk full? Make room or choose another folder",
@@ -47,7 +49,7 @@ void WriteByModelLibrary(const aiScene& scene, const WriteFormat& format, const 
 }
 
 /// @param file    in the temporary folder
-/// @param folder  where the file is going to be
+/// @param folder  the final folder of the file
 Notes Write(Model& model, const WriteFormat& format, const fs::path& file, const fs::path& folder, Progress& progress,
             const ExportOptions& options)
 {
@@ -56,17 +58,16 @@ Notes Write(Model& model, const WriteFormat& format, const fs::path& file, const
                                 [&progress](double part) { progress.Update(part); });
     if (format.HoldsPictures() || !format.Holds(Content::Textures))
     {
-        WriteByModelLibrary(*BuildExportScene(*model.scene, model.textures, format), format, file, progress);
+        WriteByAssimp(*BuildExportScene(*model.scene, model.textures, format), format, file, progress);
     }
     else
     {
         const PlacedTextures placed = PlaceBeside(*model.scene, model.textures, file.stem().string());
-        WriteByModelLibrary(*BuildExportScene(*model.scene, placed.textures, format), format, file, progress);
+        WriteByAssimp(*BuildExportScene(*model.scene, placed.textures, format), format, file, progress);
         WriteCompanions(placed.companions, file.parent_path());
     }
-    Notes notes;
-    for (std::string& text : NotesOnExport(*model.scene, format))
-        notes.Add(std::move(text));
+    Notes notes = NotesOnExport(*model.scene, format);
+    AddCarriedLosses(model, notes);
     return notes;
 }
 

@@ -11,11 +11,11 @@
 namespace Sceneprep
 {
 
-/// Looks at an output's name and folder without writing, before work begins.
-/// @throws ToolError when the ending stands for no format or there is no such folder.
+/// Checks the name and the folder of an output before work begins, without writing.
+/// @throws ToolError if the extension is not supported or the folder does not exist.
 void CheckWritable(const std::filesystem::path& file);
 
-/// @throws ToolError when there is no folder for the file, or it is a folder itself.
+/// @throws ToolError if the folder of the file does not exist, or the file is a folder itself.
 void CheckFolderOf(const std::filesystem::path& file);
 
 struct ExportOptions
@@ -29,12 +29,12 @@ struct ExportOptions
 
 /// Writes a model to a file; the extension selects the format.
 ///
-/// The file, and what some formats put beside it, is written to a temporary folder next to it and moved into place
-/// once it is whole and on the disk, the file itself last; what was there is replaced, beside the file only where the
-/// file was there too.
+/// The file, and the companions that some formats need, are written to a temporary folder next to it and moved into
+/// place once they are complete and on the disk, the file itself last. An existing file is replaced; existing companions
+/// only if the file existed, too.
 ///
 /// @return what the format cannot hold.
-/// @throws ToolError when the ending stands for no format, or the file cannot be written. Then nothing has changed,
+/// @throws ToolError if the extension is not supported, or the file cannot be written. Nothing has changed then,
 ///         unless moving into place failed.
 Notes ExportModel(Model& model, const std::filesystem::path& file, Progress& progress, WorkState& state,
                   const ExportOptions& options = {});

@@ -21,6 +21,7 @@ using Importing::Surface;
 struct NamedContent
 {
     Content content;
+    const char* loss;
     const char* name;
     bool (*isIn)(SceneContainer& scene);
 };
@@ -49,38 +50,36 @@ bool HoldsJoints(SceneContainer& scene)
 }
 
 constexpr NamedContent kContents[] = {
-    {Content::Cameras, "cameras", [](SceneContainer& scene) { return !scene.CameraLibrary.empty(); }},
-    {Content::Lights, "lights", [](SceneContainer& scene) { return !scene.LightLibrary.empty(); }},
-    {Content::Movements, "movements", [](SceneContainer& scene) { return !scene.AnimationLibrary.empty(); }},
-    {Content::Skins, "skins", HoldsJoints},
-    {Content::Materials, "materials", [](SceneContainer& scene) { return !scene.MaterialLibrary.empty(); }},
-    {Content::Textures, "textures", [](SceneContainer& scene) { return AnyMap(scene, [](Map&) { return true; }); }},
-    {Content::TexturePlacements, "placements of textures",
+    {Content::Cameras, "cameras", "cameras", [](SceneContainer& scene) { return !scene.CameraLibrary.empty(); }},
+    {Content::Lights, "lights", "lights", [](SceneContainer& scene) { return !scene.LightLibrary.empty(); }},
+    {Content::Movements, "animations", "animations",
+     [](SceneContainer& scene) { return !scene.AnimationLibrary.empty(); }},
+    {Content::Skins, "skins", "skins", HoldsJoints},
+    {Content::Materials, "materials", "materials",
+     [](SceneContainer& scene) { return !scene.MaterialLibrary.empty(); }},
+    {Content::Textures, "textures", "textures",
+     [](SceneContainer& scene) { return AnyMap(scene, [](Map&) { return true; }); }},
+    {Content::TexturePlacements, "texture-transforms", "texture transforms",
      [](SceneContainer& scene) { return AnyMap(scene, [](Map& map) { return !IsIdentity(map.GetMatrix()); }); }},
-    {Content::UVs, "texture coordinates", [](SceneContainer& scene) { return HoldsUVSets(scene, 1); }},
-    {Content::FurtherUVs, "further sets of texture coordinates",
+    {Content::UVs, "uvs", "texture coordinates", [](SceneContainer& scene) { return HoldsUVSets(scene, 1); }},
+    {Content::FurtherUVs, "further-uvs", "UV sets after the first",
      [](SceneContainer& scene) { return HoldsUVSets(scene, 2); }},
 };
 
 }  // namespace
 
-std::vector<std::string> NotesOnExport(SceneContainer& scene, const WriteFormat& format)
+Notes NotesOnExport(SceneContainer& scene, const WriteFormat& format)
 {
-    std::vector<std::string> notes;
+    Notes notes;
     if (!format.IsFlat() && IsWrittenFlat(scene, format))
-        notes.push_back(
-            fmt::format("the hierarchy, and with it movements, cameras and lights, is given up: nodes shear, "
-                        "which those of {} cannot",
-                        format.description));
-    std::vector<std::string> lost;
+        notes.AddLoss("hierarchy", fmt::format("the hierarchy, animations, cameras and lights are dropped: nodes have "
+                                               "shear, which {} does not hold",
+                                               format.description));
     for (const NamedContent& entry : kContents)
     {
         if (!format.Holds(entry.content) && entry.isIn(scene))
-            lost.emplace_back(entry.name);
+            notes.AddLoss(entry.loss, fmt::format("{} does not hold {}", format.description, entry.name));
     }
-    if (!lost.empty())
-        notes.push_back(fmt::format("left out, since {} as it is written here holds none: {}", format.description,
-                                    fmt::join(lost, ", ")));
     return notes;
 }
 

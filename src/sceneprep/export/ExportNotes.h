@@ -2,14 +2,12 @@
 
 #include <importing/plugin/SceneContainer.h>
 #include <sceneprep/assimp/Formats.h>
-
-#include <string>
-#include <vector>
+#include <sceneprep/run/Notes.h>
 
 namespace Sceneprep
 {
 
-/// @return what of the scene a file of this format will not hold, in words; empty when that is nothing.
-std::vector<std::string> NotesOnExport(Importing::SceneContainer& scene, const WriteFormat& format);
+/// Returns a loss for each kind of content of the scene that files of this format do not hold.
+Notes NotesOnExport(Importing::SceneContainer& scene, const WriteFormat& format);
 
 }  // namespace Sceneprep

@@ -77,8 +77,8 @@ void Add(const fs::path& file, Input input, Progress& progress, Inputs& inputs)
 
 }  // namespace
 
-Inputs LoadInputs(const std::vector<fs::path>& files, bool keepGoing, const PluginLibrary& plugin, Progress& progress,
-                  WorkState& state)
+Inputs LoadInputs(const std::vector<fs::path>& files, const LoadOptions& options, const PluginLibrary& plugin,
+                  Progress& progress, WorkState& state)
 {
     Inputs inputs;
     for (const fs::path& file : files)
@@ -90,7 +90,7 @@ Inputs LoadInputs(const std::vector<fs::path>& files, bool keepGoing, const Plug
         }
         catch (const std::exception& error)
         {
-            if (!keepGoing)
+            if (!options.keepGoing)
                 throw;
             inputs.skipped.push_back({file, state.DescribeError(error)});
             continue;

@@ -7,6 +7,7 @@
 #include <sceneprep/run/WorkState.h>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,10 +30,15 @@ struct Inputs
     std::vector<SkippedInput> skipped;
 };
 
-/// Reads the inputs in order and appends all others to the first. With keepGoing, inputs that cannot be read for any
-/// reason are skipped, even if none remains.
+struct LoadOptions
+{
+    bool keepGoing = false;                 ///< skip inputs that cannot be read for any reason, even if none remains
+    std::optional<std::string> scene = {};  ///< name or index of the scene to read from glTF files
+};
+
+/// Reads the inputs in order and appends all others to the first.
 /// @throws ToolError without keepGoing, if an input cannot be read.
-Inputs LoadInputs(const std::vector<std::filesystem::path>& files, bool keepGoing, const PluginLibrary& plugin,
-                  Progress& progress, WorkState& state);
+Inputs LoadInputs(const std::vector<std::filesystem::path>& files, const LoadOptions& options,
+                  const PluginLibrary& plugin, Progress& progress, WorkState& state);
 
 }  // namespace Sceneprep

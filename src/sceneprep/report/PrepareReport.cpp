@@ -51,14 +51,36 @@ std::vector<std::string> TextsOf(const Notes& notes)
     return texts;
 }
 
+Json LossesAsJson(const Notes& notes)
+{
+    Json losses = Json::array();
+    for (const Note& note : notes.All())
+    {
+        if (!note.loss.empty())
+            losses.push_back({{"name", note.loss}, {"text", note.text}});
+    }
+    return losses;
+}
+
 std::string Verdict(const std::vector<std::string>& differences)
 {
     if (differences.empty())
-        return "The result shows the same world.\n";
-    std::string text = "The result shows another world:\n";
+        return "The result matches the input.\n";
+    std::string text = "The result differs from the input:\n";
     for (const std::string& difference : differences)
         text += "  " + difference + '\n';
     return text;
+}
+
+std::string LossesText(const Notes& notes)
+{
+    std::string text;
+    for (const Note& note : notes.All())
+    {
+        if (!note.loss.empty())
+            text += "  " + note.loss + ": " + note.text + '\n';
+    }
+    return text.empty() ? text : "Lost:\n" + text;
 }
 
 }  // namespace
@@ -71,20 +93,21 @@ SceneFigures FiguresOf(Importing::SceneContainer& scene, const PartListener& lis
 std::string ReportText(const PrepareReport& report)
 {
     return ComparisonTable(report.before.counts, report.after.counts) +
-           WorldTable({report.before.world, report.after.world}) + Verdict(report.differences) + '\n' +
-           TimesTable(report.steps);
+           WorldTable({report.before.world, report.after.world}) + Verdict(report.differences) +
+           LossesText(report.notes) + '\n' + TimesTable(report.steps);
 }
 
 std::string ReportJson(const PrepareReport& report)
 {
     Json json = {{"schema", kSchema},
                  {"inputs", TextsOf(report.inputs)},
-                 {"leftOut", TextsOf(report.leftOut)},
+                 {"leftOut", TextsOf(report.skipped)},
                  {"output", report.output.string()},
                  {"before", FiguresAsJson(report.before)},
                  {"after", FiguresAsJson(report.after)},
                  {"steps", Json::array()},
                  {"notes", TextsOf(report.notes)},
+                 {"losses", LossesAsJson(report.notes)},
                  {"differences", report.differences}};
     for (const StepResult& step : report.steps)
         json["steps"].push_back(StepAsJson(step));

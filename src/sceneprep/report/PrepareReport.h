@@ -21,24 +21,24 @@ struct SceneFigures
 
 SceneFigures FiguresOf(Importing::SceneContainer& scene, const Pipeline::PartListener& listener = Pipeline::IgnorePart);
 
-/// All that there is to say about one run of `prepare`.
+/// The report of one run of `prepare`.
 struct PrepareReport
 {
     std::vector<std::filesystem::path> inputs;
-    std::vector<std::filesystem::path> leftOut;
+    std::vector<std::filesystem::path> skipped;
     std::filesystem::path output;
     SceneFigures before;
     SceneFigures after;
     std::vector<Pipeline::StepResult> steps;
     Notes notes;
-    std::vector<std::string> differences;  ///< between the worlds before and after; empty: they are the same
+    std::vector<std::string> differences;  ///< between the scene before and after; empty if the result matches
 };
 
-/// @return the report for people.
+/// Returns the report as text. Losses are listed by name.
 std::string ReportText(const PrepareReport& report);
 
-/// @return the report as data: an object with the keys "schema", "inputs", "leftOut", "output", "before", "after",
-///         "steps", "notes" and "differences".
+/// Returns the report as JSON: an object with the keys "schema", "inputs", "leftOut", "output", "before", "after",
+/// "steps", "notes", "losses" and "differences".
 std::string ReportJson(const PrepareReport& report);
 
 }  // namespace Sceneprep

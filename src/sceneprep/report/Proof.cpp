@@ -28,15 +28,15 @@ std::vector<std::string> FindDifferences(const WorldMeasure& before, const World
 {
     std::vector<std::string> differences;
     if (after.triangles != before.triangles)
-        differences.push_back(fmt::format("{} triangles instead of {}", after.triangles, before.triangles));
+        differences.push_back(fmt::format("{} triangles, {} expected", after.triangles, before.triangles));
     const double moved = FarthestBound(before, after);
     if (!(moved <= kBoundsTolerance * before.Diagonal()))
         differences.push_back(fmt::format("bounds moved by {:.6g}", moved));
     if (!(std::fabs(after.area - before.area) <= kAreaTolerance * before.area))
-        differences.push_back(fmt::format("area {:.6g} instead of {:.6g}", after.area, before.area));
+        differences.push_back(fmt::format("area {:.6g}, {:.6g} expected", after.area, before.area));
     const double volumeTolerance = kVolumeTolerance * before.area * before.Extent();
     if (!facesMayTurn && !(std::fabs(after.volume - before.volume) <= volumeTolerance))
-        differences.push_back(fmt::format("signed volume {:.6g} instead of {:.6g}", after.volume, before.volume));
+        differences.push_back(fmt::format("signed volume {:.6g}, {:.6g} expected", after.volume, before.volume));
     return differences;
 }
 

@@ -8,14 +8,14 @@
 namespace Sceneprep
 {
 
-/// How far two measures of one world may lie apart.
+/// Tolerances of the comparison of two measures.
 inline constexpr double kAreaTolerance = 1e-4;    ///< of the area
 inline constexpr double kBoundsTolerance = 1e-4;  ///< of the diagonal
 inline constexpr double kVolumeTolerance = 1e-4;  ///< of the area times the extent
 
-/// Compares a world before and after preparing.
-/// @param facesMayTurn  whether a step was asked for that turns faces; the volume is not compared then
-/// @return what differs by more than the tolerances, one line each; nothing where the world is the same.
+/// Compares the measures of a scene before and after the steps.
+/// @param facesMayTurn  whether a chosen step flips faces; the volume is then not compared
+/// @return the differences beyond the tolerances, one line each; empty if the result matches the input
 std::vector<std::string> FindDifferences(const Pipeline::WorldMeasure& before, const Pipeline::WorldMeasure& after,
                                          bool facesMayTurn);
 

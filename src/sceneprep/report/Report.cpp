@@ -1,7 +1,6 @@
 #include <sceneprep/report/Report.h>
 
 #include <fmt/format.h>
-#include <sceneprep/assimp/Formats.h>
 #include <sceneprep/report/JsonFigures.h>
 
 namespace Sceneprep
@@ -117,27 +116,6 @@ std::string InspectionJson(const std::filesystem::path& file, Importing::SceneCo
         inspection["nodes"] = NodesAsJson(scene);
     }
     return JsonText(inspection);
-}
-
-std::string FormatsText()
-{
-    std::string text = "Written, by the ending of the output:\n";
-    for (const WriteFormat& format : ListWriteFormats())
-        text += fmt::format("  .{:<10}{}\n", format.extension, format.description);
-
-    text += "Read:\n ";
-    std::size_t column = 1;
-    for (const std::string& extension : ListReadExtensions())
-    {
-        if (column + extension.size() + 2 > 80)
-        {
-            text += "\n ";
-            column = 1;
-        }
-        text += " ." + extension;
-        column += extension.size() + 2;
-    }
-    return text + '\n';
 }
 
 }  // namespace Sceneprep

@@ -12,25 +12,21 @@
 namespace Sceneprep
 {
 
-/// @return the counts before and after, one a line.
+/// Returns the counts before and after, one a line.
 std::string ComparisonTable(const Pipeline::SceneStats& before, const Pipeline::SceneStats& after);
 
-/// @return the counts, one a line.
+/// Returns the counts, one a line.
 std::string StatsTable(const Pipeline::SceneStats& stats);
 
-/// @return what the worlds look like, one figure a line, one world a column: triangles shown, bounds, area, volume.
+/// Returns the measures, one figure a line and one measure a column: triangles shown, bounds, area, volume.
 std::string WorldTable(const std::vector<Pipeline::WorldMeasure>& worlds);
 
-/// @return the time of each step, one a line; below a step what it changed and what the plug-in said meanwhile.
+/// Returns the time of each step, one a line; below each step what it changed and the messages of the plug-in.
 std::string TimesTable(const std::vector<Pipeline::StepResult>& steps);
 
-/// @param world  what the scene looks like
-/// @return an object with the keys "file", "counts", "world" and "surfaces", and with the tree "root" and "nodes":
-///         surfaces and nodes as flat lists in the order of their libraries, their references being indices.
+/// Returns a JSON object with the keys "file", "counts", "world" and "surfaces", and with the tree "root" and "nodes":
+/// lists of surfaces and nodes in the order of their libraries, with indices as references.
 std::string InspectionJson(const std::filesystem::path& file, Importing::SceneContainer& scene,
                            const Pipeline::WorldMeasure& world, bool withTree);
-
-/// @return what can be read and written.
-std::string FormatsText();
 
 }  // namespace Sceneprep

@@ -19,7 +19,7 @@ std::string ErrorLine(const std::string& problem)
 {
     std::string line = "sceneprep: " + problem;
     std::replace_if(
-        line.begin(), line.end(), [](char letter) { return letter == '\n' || letter == '\r'; }, ' ');
+        line.begin(), line.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
     return line + '\n';
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -38,6 +39,21 @@ public:
         for (Note& note : other.notes_)
             notes_.push_back(std::move(note));
         other.notes_.clear();
+    }
+
+    /// Returns the names of the losses, without those that are allowed, each once and in order.
+    std::vector<std::string> LossesExcept(const std::vector<std::string>& allowed) const
+    {
+        std::vector<std::string> losses;
+        for (const Note& note : notes_)
+        {
+            const auto holds = [&note](const std::vector<std::string>& names) {
+                return std::find(names.begin(), names.end(), note.loss) != names.end();
+            };
+            if (!note.loss.empty() && !holds(allowed) && !holds(losses))
+                losses.push_back(note.loss);
+        }
+        return losses;
     }
 
     const std::vector<Note>& All() const { return notes_; }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 
 namespace
 {
@@ -73,6 +74,29 @@ TEST(Formats, ListsEveryWritableExtensionOnceSorted)
 TEST(Formats, ListsReadableExtensionsWithoutDots)
 {
     EXPECT_THAT(ListReadExtensions(), testing::IsSupersetOf({"dae", "fbx", "glb", "gltf", "obj", "ply"}));
+}
+
+TEST(Formats, FitTheScreenAsText)
+{
+    std::istringstream lines(FormatsText());
+    for (std::string line; std::getline(lines, line);)
+        EXPECT_LE(line.size(), 80U) << line;
+    EXPECT_THAT(FormatsText(), testing::HasSubstr("  .glb       "));
+    EXPECT_THAT(FormatsText(), testing::HasSubstr("\nRead:\n  .3d"));
+}
+
+TEST(Formats, MakeATableWithARowEach)
+{
+    EXPECT_THAT(FormatsTable(), testing::HasSubstr("| `.glb` | glTF 2.0, binary | yes | yes |"));
+    EXPECT_THAT(FormatsTable(), testing::HasSubstr("| `.stl` | STL, binary |  |  |"));
+}
+
+TEST(Formats, RecognizeGltfFiles)
+{
+    EXPECT_TRUE(IsGltfFile("a.gltf"));
+    EXPECT_TRUE(IsGltfFile("a.GLB"));
+    EXPECT_FALSE(IsGltfFile("glb"));
+    EXPECT_FALSE(IsGltfFile("a.obj"));
 }
 
 }  // namespace

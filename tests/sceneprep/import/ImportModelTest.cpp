@@ -313,7 +313,7 @@ TEST_F(ImportModelTest, ReportsUnreadableFilesInOneLine)
               "cannot read " + folder_.Path().string() + ": it is not a file; name a model file");
     const std::string unknown = folder_.Write("model.zzz", "").string();
     EXPECT_EQ(ImportError(unknown),
-              "cannot read " + unknown + ": '.zzz' is no known kind of model; 'sceneprep formats' lists them");
+              "cannot read " + unknown + ": unsupported file extension '.zzz'; 'sceneprep formats' lists the supported ones");
     const std::string broken = ImportError(folder_.Write("broken.gltf", "{ this is\nnot glTF"));
     EXPECT_THAT(broken, testing::StartsWith("cannot read " + (folder_ / "broken.gltf").string() + ": "));
     EXPECT_THAT(broken, testing::EndsWith("; repair the file or convert it to another format"));

@@ -44,7 +44,7 @@ class LoadInputsTest : public testing::Test
 protected:
     Inputs Load(const PrepareCommand& options)
     {
-        return LoadInputs(options.inputs, options.keepGoing, plugin_, progress_, state_);
+        return LoadInputs(options.inputs, {.keepGoing = options.keepGoing, .scene = {}}, plugin_, progress_, state_);
     }
 
     std::filesystem::path Broken() { return folder_.Write("broken.obj.glb", "no glTF at all"); }
@@ -136,7 +136,7 @@ Inputs LoadWithFailure(const std::vector<std::filesystem::path>& inputs, const s
     out.exceptions(std::ios::badbit);  // or the stream would keep the failure to itself
     Progress progress(out, false);
     WorkState state;
-    return LoadInputs(inputs, true, plugin, progress, state);
+    return LoadInputs(inputs, {.keepGoing = true, .scene = {}}, plugin, progress, state);
 }
 
 TEST_F(LoadInputsTest, WhateverGoesWrongWithAnInputItIsLeftOut)

@@ -18,7 +18,7 @@ PrepareReport MakeReport()
     Importing::SceneContainer scene = Support::Scene("Root( A[a] )");
     PrepareReport report;
     report.inputs = {"a.obj", "b.obj"};
-    report.leftOut = {"c.off"};
+    report.skipped = {"c.off"};
     report.output = "out.glb";
     report.before = report.after = FiguresOf(scene);
     report.steps = {{"Weld", 1.5, {{"said", 2, 9}}, {{"vertices removed", 7}}}};
@@ -37,14 +37,24 @@ TEST(PrepareReport, TextEndsTheTablesWithAVerdict)
 {
     PrepareReport report = MakeReport();
     EXPECT_THAT(ReportText(report), HasSubstr("volume                 1           1\n"
-                                              "The result shows the same world.\n\nWeld "));
+                                              "The result matches the input.\n\nWeld "));
     report.differences = {"one thing", "another"};
-    EXPECT_THAT(ReportText(report), HasSubstr("The result shows another world:\n  one thing\n  another\n\nWeld "));
+    EXPECT_THAT(ReportText(report), HasSubstr("The result differs from the input:\n  one thing\n  another\n\nWeld "));
+}
+
+TEST(PrepareReport, TextListsLossesByName)
+{
+    PrepareReport report = MakeReport();
+    report.notes.AddLoss("cameras", "cameras are dropped", 2);
+    EXPECT_THAT(ReportText(report),
+                HasSubstr("The result matches the input.\nLost:\n  cameras: cameras are dropped (2)\n\nWeld "));
 }
 
 TEST(PrepareReport, JsonFollowsItsSchema)
 {
-    const auto json = nlohmann::json::parse(ReportJson(MakeReport()));
+    PrepareReport report = MakeReport();
+    report.notes.AddLoss("cameras", "cameras are dropped", 2);
+    const auto json = nlohmann::json::parse(ReportJson(report));
     EXPECT_EQ(json["schema"], 1);
     EXPECT_EQ(json["inputs"], (std::vector<std::string>{"a.obj", "b.obj"}));
     EXPECT_EQ(json["leftOut"], (std::vector<std::string>{"c.off"}));
@@ -57,6 +67,10 @@ TEST(PrepareReport, JsonFollowsItsSchema)
     EXPECT_EQ(json["steps"][0]["messages"][0]["text"], "said");
     EXPECT_EQ(json["steps"][0]["messages"][0]["sum"], 9);
     EXPECT_EQ(json["notes"][0], "a note");
+    EXPECT_EQ(json["notes"][1], "cameras are dropped (2)");
+    EXPECT_EQ(json["losses"].size(), 1U);
+    EXPECT_EQ(json["losses"][0]["name"], "cameras");
+    EXPECT_EQ(json["losses"][0]["text"], "cameras are dropped (2)");
     EXPECT_TRUE(json["differences"].is_array());
 }
 
@@ -78,7 +92,9 @@ TEST(PrepareReport, ThePageExplainsEveryKey)
 {
     const std::string page = SceneprepTests::ReadText(SCENEPREP_PAGE);
     std::vector<std::string> keys;
-    CollectKeys(nlohmann::json::parse(ReportJson(MakeReport())), keys);
+    PrepareReport report = MakeReport();
+    report.notes.AddLoss("cameras", "cameras are dropped", 2);
+    CollectKeys(nlohmann::json::parse(ReportJson(report)), keys);
     EXPECT_GT(keys.size(), 20U);
     for (const std::string& key : keys)
         EXPECT_THAT(page, HasSubstr('`' + key + '`'));

@@ -35,8 +35,8 @@ TEST(Proof, LargerOnesAreTold)
     after.area = 200.5;
     after.volume = -100;
     EXPECT_THAT(FindDifferences(kWorld, after, false),
-                ElementsAre("11 triangles instead of 12", "bounds moved by 0.0014", "area 200.5 instead of 200",
-                            "signed volume -100 instead of 100"));
+                ElementsAre("11 triangles, 12 expected", "bounds moved by 0.0014", "area 200.5, 200 expected",
+                            "signed volume -100, 100 expected"));
 }
 
 TEST(Proof, WhereFacesMayTurnTheVolumeIsNotCompared)
@@ -50,7 +50,7 @@ TEST(Proof, WhatIsNoNumberIsADifference)
 {
     WorldMeasure after = kWorld;
     after.area = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_THAT(FindDifferences(kWorld, after, false), ElementsAre("area nan instead of 200"));
+    EXPECT_THAT(FindDifferences(kWorld, after, false), ElementsAre("area nan, 200 expected"));
 }
 
 TEST(Proof, EmptyWorldsAreTheSame) { EXPECT_THAT(FindDifferences({}, {}, false), IsEmpty()); }

@@ -123,13 +123,4 @@ TEST(Report, NamesThatAreNoUtf8DoNotBreakJson)
     EXPECT_EQ(json["nodes"][0]["name"], "caf\xEF\xBF\xBD");
 }
 
-TEST(Report, FormatsFitIntoEightyColumns)
-{
-    std::istringstream lines(FormatsText());
-    for (std::string line; std::getline(lines, line);)
-        EXPECT_LE(line.size(), 80U) << line;
-    EXPECT_THAT(FormatsText(), testing::HasSubstr("  .glb       "));
-    EXPECT_THAT(FormatsText(), testing::HasSubstr("\nRead:\n  .3d"));
-}
-
 }  // namespace

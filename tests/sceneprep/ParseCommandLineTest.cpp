@@ -1,4 +1,4 @@
-#include <sceneprep/Options.h>
+#include <sceneprep/ParseCommandLine.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@ using namespace Pipeline;
 using namespace Sceneprep;
 using testing::HasSubstr;
 
-void ExpectBadUsage(const std::vector<std::string>& words, const std::string& error)
+void ExpectUsageError(const std::vector<std::string>& words, const std::string& error)
 {
     const ParsedCommandLine parsed = ParseCommandLine(words);
     EXPECT_FALSE(parsed.options);
@@ -20,7 +20,7 @@ void ExpectBadUsage(const std::vector<std::string>& words, const std::string& er
     EXPECT_EQ(parsed.error, error);
 }
 
-TEST(Options, FlatteningInDetail)
+TEST(ParseCommandLine, ReadsTheSettingsOfFlattening)
 {
     const ParsedCommandLine parsed =
         ParseCommandLine({"prepare", "in.obj", "-o", "out.glb", "--flatten", "--min-surfaces", "5", "--max-vertices",
@@ -37,7 +37,7 @@ TEST(Options, FlatteningInDetail)
     EXPECT_TRUE(prepare.steps.ignoreAnimation);
 }
 
-TEST(Options, PrepareWithTheLeast)
+TEST(ParseCommandLine, HasDefaults)
 {
     const ParsedCommandLine parsed = ParseCommandLine({"prepare", "-o", "out.GLTF", "in.obj"});
     ASSERT_TRUE(parsed.options) << parsed.error;
@@ -48,7 +48,7 @@ TEST(Options, PrepareWithTheLeast)
     EXPECT_FALSE(parsed.options->prepare.steps.ignoreAnimation);
 }
 
-TEST(Options, NegativeNumbersAreNumbers)
+TEST(ParseCommandLine, AcceptsNegativeNumbers)
 {
     const ParsedCommandLine parsed = ParseCommandLine(
         {"prepare", "in.obj", "-o", "out.glb", "--flatten", "--max-vertices", "-1", "--min-surfaces", "-3"});
@@ -57,7 +57,7 @@ TEST(Options, NegativeNumbersAreNumbers)
     EXPECT_EQ(parsed.options->prepare.steps.minSurfaces, -3);
 }
 
-TEST(Options, EveryStep)
+TEST(ParseCommandLine, ReadsEveryStep)
 {
     const ParsedCommandLine parsed = ParseCommandLine(
         {"prepare", "a.obj", "b.obj", "-o", "out.glb", "--resolve-instances", "--repair-mirrors", "--check-orientation",
@@ -73,7 +73,7 @@ TEST(Options, EveryStep)
     EXPECT_EQ(parsed.options->prepare.inputs, (std::vector<std::filesystem::path>{"a.obj", "b.obj"}));
 }
 
-TEST(Options, AllIsTheRecommendedRoadAndMayBeAddedTo)
+TEST(ParseCommandLine, AllRunsTheRecommendedStepsAndOthersCanBeAdded)
 {
     const ParsedCommandLine parsed =
         ParseCommandLine({"prepare", "a.obj", "-o", "out.glb", "--all", "--normals", "--max-vertices", "99"});
@@ -84,7 +84,7 @@ TEST(Options, AllIsTheRecommendedRoadAndMayBeAddedTo)
     EXPECT_EQ(steps.maxVertices, 99);
 }
 
-TEST(Options, CareAndReport)
+TEST(ParseCommandLine, ReadsVerificationAndReports)
 {
     const ParsedCommandLine parsed =
         ParseCommandLine({"prepare", "a.obj", "-o", "out.glb", "--strict", "--json", "report.json", "--report",
@@ -98,61 +98,90 @@ TEST(Options, CareAndReport)
     EXPECT_EQ(parsed.options->memoryLimit, 1.5);
 }
 
-TEST(Options, ABadMappingNamesTheGoodOnes)
+TEST(ParseCommandLine, ABadMappingIsAUsageError)
 {
-    ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--uvs", "cubik"},
-                   "sceneprep: --uvs: cubik is no mapping; write planar-x, planar-y, planar-z, cubic, cylindrical or "
-                   "spherical, then if you like :SET from 0 to 7, then if you like :world; see 'sceneprep prepare "
-                   "--help'");
+    ExpectUsageError(
+        {"prepare", "in.obj", "-o", "out.glb", "--uvs", "cubik"},
+        "sceneprep: --uvs: 'cubik' is not a mapping; allowed are planar-x, planar-y, planar-z, cubic, "
+        "cylindrical or spherical, optionally followed by :SET from 0 to 7, optionally followed by :world; "
+        "see 'sceneprep prepare --help'");
 }
 
-TEST(Options, WhatMakesNoSenseTogetherIsBadUsage)
+TEST(ParseCommandLine, ContradictionsAreUsageErrors)
 {
-    ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--uvs", "cubic", "--uvs", "planar-x:0"},
-                   "sceneprep: --uvs fills set 0 twice; give each mapping a set of its own; see 'sceneprep prepare "
-                   "--help'");
-    ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--json", "./out.glb"},
-                   "sceneprep: --json and --output name the same file; give each a name of its own; see 'sceneprep "
-                   "prepare --help'");
-    ExpectBadUsage({"prepare", "a.obj", "in.obj", "-o", "out.glb", "--json", "./in.obj"},
-                   "sceneprep: --json names the input in.obj; give the report a name of its own; see 'sceneprep "
-                   "prepare --help'");
-    ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--report", "in.obj"},
-                   "sceneprep: --report names the input in.obj; give the report a name of its own; see 'sceneprep "
-                   "prepare --help'");
-    ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--report", "./r", "--json", "r"},
-                   "sceneprep: --json and --report name the same file; give each a name of its own; see 'sceneprep "
-                   "prepare --help'");
-    ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--weld", "--ignore-animation"},
-                   "sceneprep: --ignore-animation requires --flatten or --all; see 'sceneprep prepare --help'");
+    ExpectUsageError({"prepare", "in.obj", "-o", "out.glb", "--uvs", "cubic", "--uvs", "planar-x:0"},
+                     "sceneprep: --uvs: set 0 is generated twice; give each mapping a set of its own; see 'sceneprep "
+                     "prepare --help'");
+    ExpectUsageError({"prepare", "in.obj", "-o", "out.glb", "--json", "./out.glb"},
+                     "sceneprep: --json and --output name the same file; use different names; see 'sceneprep prepare "
+                     "--help'");
+    ExpectUsageError({"prepare", "a.obj", "in.obj", "-o", "out.glb", "--json", "./in.obj"},
+                     "sceneprep: --json names the input 'in.obj'; use another name; see 'sceneprep prepare --help'");
+    ExpectUsageError({"prepare", "in.obj", "-o", "out.glb", "--report", "in.obj"},
+                     "sceneprep: --report names the input 'in.obj'; use another name; see 'sceneprep prepare --help'");
+    ExpectUsageError({"prepare", "in.obj", "-o", "out.glb", "--report", "./r", "--json", "r"},
+                     "sceneprep: --json and --report name the same file; use different names; see 'sceneprep prepare "
+                     "--help'");
+    ExpectUsageError({"prepare", "in.obj", "-o", "out.glb", "--weld", "--ignore-animation"},
+                     "sceneprep: --ignore-animation requires --flatten or --all; see 'sceneprep prepare --help'");
+    ExpectUsageError({"prepare", "in.obj", "-o", "out.glb", "--allow-loss", "cameras"},
+                     "sceneprep: --allow-loss requires --strict; see 'sceneprep prepare --help'");
 }
 
-TEST(Options, OneFileByTwoNamesIsBadUsage)
+TEST(ParseCommandLine, LossesAreAllowedByName)
+{
+    const ParsedCommandLine parsed = ParseCommandLine({"prepare", "in.obj", "-o", "out.glb", "--strict", "--allow-loss",
+                                                       "cameras", "--allow-loss", "extension EXT_a"});
+    ASSERT_TRUE(parsed.options) << parsed.error;
+    EXPECT_EQ(parsed.options->prepare.allowedLosses, (std::vector<std::string>{"cameras", "extension EXT_a"}));
+}
+
+TEST(ParseCommandLine, ASceneIsChosenFromGltfFilesOnly)
+{
+    const ParsedCommandLine parsed = ParseCommandLine({"prepare", "in.GLB", "-o", "out.obj", "--scene", "2"});
+    ASSERT_TRUE(parsed.options) << parsed.error;
+    EXPECT_EQ(parsed.options->prepare.scene, "2");
+    EXPECT_EQ(ParseCommandLine({"inspect", "in.gltf", "--scene", "Night"}).options->inspect.scene, "Night");
+    EXPECT_FALSE(ParseCommandLine({"inspect", "in.gltf"}).options->inspect.scene);
+    ExpectUsageError({"prepare", "a.gltf", "in.obj", "-o", "out.glb", "--scene", "2"},
+                     "sceneprep: --scene requires glTF files, and 'in.obj' is none; see 'sceneprep prepare --help'");
+    ExpectUsageError({"inspect", "in.obj", "--scene", "2"},
+                     "sceneprep: --scene requires glTF files, and 'in.obj' is none; see 'sceneprep inspect --help'");
+}
+
+TEST(ParseCommandLine, TexturesMayStayExternal)
+{
+    EXPECT_TRUE(
+        ParseCommandLine({"prepare", "a.obj", "-o", "b.glb", "--external-textures"}).options->prepare.externalTextures);
+    EXPECT_FALSE(ParseCommandLine({"prepare", "a.obj", "-o", "b.glb"}).options->prepare.externalTextures);
+}
+
+TEST(ParseCommandLine, TwoNamesOfOneFileAreAUsageError)
 {
     const SceneprepTests::TemporaryFolder folder;
     const std::filesystem::path input = folder.Write("in.obj", "");
     std::filesystem::create_symlink(input, folder / "report.json");
-    ExpectBadUsage({"prepare", input.string(), "-o", "out.glb", "--json", (folder / "report.json").string()},
-                   "sceneprep: --json names the input " + input.string() +
-                       "; give the report a name of its own; see 'sceneprep prepare --help'");
+    ExpectUsageError(
+        {"prepare", input.string(), "-o", "out.glb", "--json", (folder / "report.json").string()},
+        "sceneprep: --json names the input '" + input.string() + "'; use another name; see 'sceneprep prepare --help'");
 }
 
-TEST(Options, MemoryIsAPositiveNumber)
+TEST(ParseCommandLine, MemoryIsAPositiveNumber)
 {
     for (const char* text : {"0", "-1", "much", "1e9"})
-        ExpectBadUsage({"inspect", "in.obj", "--memory-limit", text},
-                       std::string("sceneprep: --memory-limit: '") + text +
-                           "' is not a positive number of GiB; see 'sceneprep inspect --help'");
+        ExpectUsageError({"inspect", "in.obj", "--memory-limit", text},
+                         std::string("sceneprep: --memory-limit: '") + text +
+                             "' is not a positive number of GiB; see 'sceneprep inspect --help'");
 }
 
-TEST(Options, NoIsolationKeepsTheWorkInThisProcess)
+TEST(ParseCommandLine, NoIsolationKeepsTheWorkInThisProcess)
 {
     EXPECT_TRUE(ParseCommandLine({"inspect", "in.obj"}).options->isIsolated);
     EXPECT_FALSE(ParseCommandLine({"inspect", "in.obj", "--no-isolation"}).options->isIsolated);
     EXPECT_FALSE(ParseCommandLine({"prepare", "in.obj", "-o", "out.glb", "--no-isolation"}).options->isIsolated);
 }
 
-TEST(Options, Inspect)
+TEST(ParseCommandLine, Inspect)
 {
     const ParsedCommandLine parsed = ParseCommandLine({"inspect", "in.obj", "--tree"});
     ASSERT_TRUE(parsed.options) << parsed.error;
@@ -162,14 +191,14 @@ TEST(Options, Inspect)
     EXPECT_TRUE(parsed.options->inspect.tree);
 }
 
-TEST(Options, Formats)
+TEST(ParseCommandLine, Formats)
 {
     const ParsedCommandLine parsed = ParseCommandLine({"formats"});
     ASSERT_TRUE(parsed.options) << parsed.error;
     EXPECT_EQ(parsed.options->command, Command::Formats);
 }
 
-TEST(Options, HelpAndVersionAreNoErrors)
+TEST(ParseCommandLine, HelpAndVersionAreNotErrors)
 {
     const ParsedCommandLine help = ParseCommandLine({"inspect", "--help"});
     EXPECT_FALSE(help.options);
@@ -181,24 +210,24 @@ TEST(Options, HelpAndVersionAreNoErrors)
     EXPECT_THAT(version.output, testing::MatchesRegex("sceneprep [0-9]+\\.[0-9]+\\.[0-9]+\n"));
 }
 
-TEST(Options, BadUsageIsOneLineThatSaysWhereToLook)
+TEST(ParseCommandLine, AUsageErrorIsOneLineThatNamesTheHelp)
 {
-    ExpectBadUsage({}, "sceneprep: A subcommand is required; see 'sceneprep --help'");
-    ExpectBadUsage({"prepare", "in.obj"}, "sceneprep: --output is required; see 'sceneprep prepare --help'");
-    ExpectBadUsage({"inspect"}, "sceneprep: INPUT is required; see 'sceneprep inspect --help'");
-    ExpectBadUsage({"prepare", "in.obj", "-o", "out.glb", "--min-surfaces", "2"},
-                   "sceneprep: --min-surfaces requires --flatten or --all; see 'sceneprep prepare --help'");
+    ExpectUsageError({}, "sceneprep: A subcommand is required; see 'sceneprep --help'");
+    ExpectUsageError({"prepare", "in.obj"}, "sceneprep: --output is required; see 'sceneprep prepare --help'");
+    ExpectUsageError({"inspect"}, "sceneprep: INPUT is required; see 'sceneprep inspect --help'");
+    ExpectUsageError({"prepare", "in.obj", "-o", "out.glb", "--min-surfaces", "2"},
+                     "sceneprep: --min-surfaces requires --flatten or --all; see 'sceneprep prepare --help'");
 }
 
-TEST(Options, AnOutputOfUnknownEndingIsBadUsage)
+TEST(ParseCommandLine, AnUnsupportedExtensionIsAUsageError)
 {
-    ExpectBadUsage(
+    ExpectUsageError(
         {"prepare", "in.obj", "-o", "out.zzz"},
-        "sceneprep: --output: cannot tell a format to write from the name out.zzz; 'sceneprep formats' lists "
-        "the endings; see 'sceneprep prepare --help'");
+        "sceneprep: --output: unsupported file extension '.zzz'; 'sceneprep formats' lists the supported ones; see "
+        "'sceneprep prepare --help'");
 }
 
-TEST(Options, WhatIsNoNumberIsBadUsage)
+TEST(ParseCommandLine, AnInvalidNumberIsAUsageError)
 {
     const ParsedCommandLine parsed =
         ParseCommandLine({"prepare", "in.obj", "-o", "out.glb", "--flatten", "--max-vertices", "many"});

@@ -1,0 +1,207 @@
+#include <sceneprep/CommandLine.h>
+
+#include <fmt/format.h>
+#include <pipeline/steps/Steps.h>
+#include <sceneprep/assimp/Formats.h>
+
+#include <charconv>
+#include <string>
+#include <vector>
+
+namespace Sceneprep
+{
+
+namespace
+{
+
+std::string CheckOutput(const std::string& output)
+{
+    if (FindWriteFormat(output))
+        return {};
+    return fmt::format("unsupported file extension '{}'; 'sceneprep formats' lists the supported ones",
+                       std::filesystem::path(output).extension().string());
+}
+
+std::string CheckMemory(const std::string& text)
+{
+    double gigabytes = 0;
+    const char* end = text.data() + text.size();
+    const auto [read, error] = std::from_chars(text.data(), end, gigabytes);
+    if (error == std::errc() && read == end && gigabytes > 0 && gigabytes < 1e6)
+        return {};
+    return fmt::format("'{}' is not a positive number of GiB", text);
+}
+
+void AddCommonOptions(CLI::App& command, Options& options)
+{
+    command.add_flag("--quiet", options.quiet, "Suppress progress and notes");
+    command
+        .add_option("--memory-limit", options.memoryLimit,
+                    "Memory that the program may use, in GiB (default: three quarters of the machine's)")
+        ->type_name("GIB")
+        ->check(CLI::Validator(CheckMemory, ""));
+    command.add_flag_callback(
+        "--no-isolation", [&options] { options.isIsolated = false; },
+        "Do all work in one process, without a memory limit, for a debugger");
+    command.add_option("--plugin", options.plugin, "Plug-in to load (default: the one installed with sceneprep)")
+        ->type_name("PATH");
+}
+
+void AddScene(CLI::App& command, std::optional<std::string>& scene)
+{
+    command
+        .add_option("--scene", scene,
+                    "Scene to read from a glTF file, by its name or its index (default: the file's default scene)")
+        ->type_name("NAME|N");
+}
+
+std::string RecommendedOptions()
+{
+    std::string options;
+    for (const Pipeline::Step& step : Pipeline::Steps())
+    {
+        if (step.isRecommended && *step.option != '\0')
+            options += fmt::format("{}{}", options.empty() ? "" : " ", step.option);
+    }
+    return options;
+}
+
+void AddStep(CLI::App& command, const Pipeline::Step& step, Pipeline::PrepareOptions& options)
+{
+    if (*step.option == '\0')
+        return;
+    if (step.flag != nullptr)
+    {
+        command.add_flag(step.option, options.*step.flag, step.help)->group(kStepGroup);
+        return;
+    }
+    command
+        .add_option_function<std::vector<std::string>>(
+            step.option,
+            [&step, &options](const std::vector<std::string>& values) {
+                for (const std::string& value : values)
+                {
+                    if (const std::string problem = step.setValue(options, value); !problem.empty())
+                        throw CLI::ValidationError(step.option, problem);
+                }
+            },
+            step.help)
+        ->type_name(step.value)
+        ->allow_extra_args(false)
+        ->group(kStepGroup);
+}
+
+void AddSetting(CLI::App& command, const Pipeline::StepSetting& setting, Pipeline::PrepareOptions& options)
+{
+    if (setting.flag != nullptr)
+        command.add_flag(setting.option, options.*setting.flag, setting.help)->group(kStepGroup);
+    else
+        command.add_option(setting.option, options.*setting.number, setting.help)
+            ->type_name(setting.value)
+            ->capture_default_str()
+            ->group(kStepGroup);
+}
+
+void AddSteps(CLI::App& command, Pipeline::PrepareOptions& options)
+{
+    command
+        .add_flag_callback(
+            "--all",
+            [&options] {
+                for (const Pipeline::Step& step : Pipeline::Steps())
+                {
+                    if (step.isRecommended)
+                        options.*step.flag = true;
+                }
+            },
+            "Run the recommended steps: " + RecommendedOptions())
+        ->group(kStepGroup);
+    for (const Pipeline::Step& step : Pipeline::Steps())
+    {
+        AddStep(command, step, options);
+        for (const Pipeline::StepSetting& setting : Pipeline::StepSettings())
+        {
+            if (std::string_view(setting.step) == step.option)
+                AddSetting(command, setting, options);
+        }
+    }
+}
+
+void AddVerification(CLI::App& command, PrepareCommand& prepare)
+{
+    command
+        .add_flag("--strict", prepare.strict,
+                  "Write nothing if the result differs from the input, or if anything of the input is lost")
+        ->group(kVerificationGroup);
+    command.add_option("--allow-loss", prepare.allowedLosses, "Loss that --strict accepts, by the name in the report")
+        ->type_name("NAME")
+        ->allow_extra_args(false)
+        ->group(kVerificationGroup);
+    command.add_option("--json", prepare.jsonFile, "Write the report as JSON to FILE")
+        ->type_name("FILE")
+        ->group(kVerificationGroup);
+    command
+        .add_option("--report", prepare.reportFile,
+                    "Write an HTML report to FILE: numbers, and views of the scene before and after")
+        ->type_name("FILE")
+        ->group(kVerificationGroup);
+}
+
+void AddPrepare(CLI::App& app, Options& options)
+{
+    PrepareCommand& prepare = options.prepare;
+    CLI::App* command = app.add_subcommand("prepare", "Import models, run the chosen steps, export the result");
+    command->callback([&options] { options.command = Command::Prepare; });
+    command->add_option("INPUT", prepare.inputs, "Model file to read; further ones are appended to the first")
+        ->required()
+        ->type_name("");
+    command->add_option("-o,--output", prepare.output, "Output file; the extension selects the format")
+        ->required()
+        ->type_name("OUTPUT")
+        ->check(CLI::Validator(CheckOutput, ""));
+    AddScene(*command, prepare.scene);
+    command->add_flag("--external-textures", prepare.externalTextures,
+                      "Refer to the original texture files instead of copying or embedding them");
+    command->add_flag("--keep-going", prepare.keepGoing, "Skip inputs that cannot be read; the exit status is then 1");
+    AddCommonOptions(*command, options);
+    AddSteps(*command, prepare.steps);
+    AddVerification(*command, prepare);
+}
+
+void AddInspect(CLI::App& app, Options& options)
+{
+    InspectOptions& inspect = options.inspect;
+    CLI::App* command = app.add_subcommand("inspect", "Print the contents of a model");
+    command->callback([&options] { options.command = Command::Inspect; });
+    command->add_option("INPUT", inspect.input, "Model file to read")->required()->type_name("");
+    AddScene(*command, inspect.scene);
+    command->add_flag("--json", inspect.json, "Print JSON instead of a table");
+    command->add_flag("--tree", inspect.tree, "Print the node hierarchy, too");
+    AddCommonOptions(*command, options);
+}
+
+void AddPrintDocs(CLI::App& app, Options& options)
+{
+    CLI::App* command = app.add_subcommand("print-docs", "Print a text that is generated from the tables");
+    command->callback([&options] { options.command = Command::PrintDocs; });
+    command->group("");  // not in the help
+    command->add_option("KIND", options.docs, "The text to print")->required()->type_name("");
+}
+
+}  // namespace
+
+std::unique_ptr<CLI::App> DescribeCommandLine(Options& options)
+{
+    auto app = std::make_unique<CLI::App>("Prepares 3D scenes for real time.", "sceneprep");
+    app->set_version_flag("--version", "sceneprep " SCENEPREP_VERSION);
+    app->require_subcommand(1);
+    AddPrepare(*app, options);
+    AddInspect(*app, options);
+    app->add_subcommand("formats", "List the formats that can be read and written")->callback([&options] {
+        options.command = Command::Formats;
+    });
+    AddPrintDocs(*app, options);
+    return app;
+}
+
+}  // namespace Sceneprep

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <sceneprep/Options.h>
+#include <CLI/CLI.hpp>
+
+#include <memory>
+
+namespace Sceneprep
+{
+
+inline constexpr const char* kVerificationGroup = "Verification and reports";
+inline constexpr const char* kStepGroup = "Steps";
+
+/// Describes the command line: commands, options and their help. Parsing fills `options`, which has to outlive the
+/// result. The options of steps come from Pipeline::Steps() and Pipeline::StepSettings().
+///
+/// Help, man page and completions are generated from this description, see Manual.h.
+std::unique_ptr<CLI::App> DescribeCommandLine(Options& options);
+
+}  // namespace Sceneprep

@@ -1,5 +1,7 @@
 #include <sceneprep/assimp/CameraFrame.h>
 
+#include <importing/math/Products.h>
+
 #include <cmath>
 
 namespace Sceneprep
@@ -8,14 +10,10 @@ namespace Sceneprep
 namespace
 {
 
+using Importing::Cross;
+using Importing::Dot;
+
 constexpr float kSmallest = 1e-6F;
-
-float Dot(const D3DXVECTOR3& a, const D3DXVECTOR3& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-
-D3DXVECTOR3 Cross(const D3DXVECTOR3& a, const D3DXVECTOR3& b)
-{
-    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
 
 D3DXVECTOR3 Unit(const D3DXVECTOR3& v)
 {

@@ -7,7 +7,7 @@ namespace Sceneprep
 {
 
 /// @param pixels  four bytes each: blue, green, red, alpha; row by row from the top
-/// @return the file's bytes; empty when that is no picture.
+/// Returns the bytes of the file; empty if an extent is 0 or the image is too large.
 std::vector<unsigned char> EncodePng(const unsigned char* pixels, std::uint32_t width, std::uint32_t height);
 
 }  // namespace Sceneprep

@@ -9,23 +9,22 @@
 namespace Sceneprep
 {
 
-/// @return the last part of a path, whichever way its slashes lean.
+/// Returns the last part of a path with slashes or backslashes.
 std::string FileNameOf(const std::string& path);
 
-/// @return an entry of the texture library as the model file spelled it; unchanged where the file did not name it.
+/// Returns an entry of the texture library as the model file spelled it; unchanged if the file did not name it.
 std::string SpellingOf(const Textures& textures, const std::string& entry);
 
-/// @return the picture in the model file that a reference means, "*2" being the third; null when it means a file of
-///         its own.
+/// Returns the embedded image that a reference refers to, "*2" being the third; null if it refers to a file.
 const EmbeddedTexture* FindEmbedded(const Textures& textures, const std::string& reference);
 
-/// @return a reference to a texture file that stands in the model file `from`, as it has to stand in `to`, to mean the
-///         same file. Absolute ones, and those into the net, stay; so do all where the two lie in one folder.
+/// Converts a reference to a texture file in the model file `from` to one in the model file `to`. Absolute paths and
+/// URLs stay unchanged, as do all references if both files are in one folder.
 std::string RebasedReference(const std::string& reference, const std::filesystem::path& from,
                              const std::filesystem::path& to);
 
-/// Spells the references to texture files, which stand in the model file `from`, as they have to stand in `to`.
-/// Pictures in the model file are none of those.
+/// Converts the references to texture files in the model file `from` to references in the model file `to`. References
+/// to embedded images stay unchanged.
 void RebaseReferences(const Importing::SceneContainer& scene, const std::filesystem::path& from,
                       const std::filesystem::path& to, Textures& textures);
 

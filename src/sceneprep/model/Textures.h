@@ -7,20 +7,20 @@
 namespace Sceneprep
 {
 
-/// A picture that lies in the model file itself.
+/// An image that is embedded in the model file.
 struct EmbeddedTexture
 {
     std::string fileName = {};
-    std::string formatHint = {};              ///< as "png"; empty where the model file did not say
-    std::vector<unsigned char> content = {};  ///< of the picture file
+    std::string formatHint = {};              ///< such as "png"; empty if the model file has none
+    std::vector<unsigned char> content = {};  ///< of the image file
 };
 
-/// What a model file says about its textures beyond the scene's texture library.
+/// The textures of a model file, in addition to the scene's texture library.
 struct Textures
 {
-    /// By entry of the texture library, which is in lower case: the reference as the file spells it.
+    /// The reference as the file spells it, by the entry of the texture library, which is in lower case.
     std::map<std::string, std::string> spelling;
-    /// In the order of the file; the reference "*0" means the first one.
+    /// In the order of the file; the reference "*0" refers to the first one.
     std::vector<EmbeddedTexture> embedded;
 };
 

@@ -5,12 +5,12 @@
 namespace Sceneprep
 {
 
-/// @return the path as it may stand in a glTF file: forward slashes, and %20 and its like for what may not. A reference
-///         into the net stays as it is.
+/// Returns the path as a URI of a glTF file: forward slashes, and other characters percent-encoded. A URL is returned
+/// unchanged.
 std::string EncodeUri(const std::string& path);
 
-/// @return the path that a reference of a glTF file means. A percent sign that two hexadecimal digits do not follow,
-///         and a reference into the net, stay as they are.
+/// Returns the path that a URI of a glTF file refers to. A percent sign without two hexadecimal digits after it, and a
+/// URL, stay unchanged.
 std::string DecodeUri(const std::string& uri);
 
 }  // namespace Sceneprep

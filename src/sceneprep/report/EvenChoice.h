@@ -6,14 +6,14 @@
 namespace Sceneprep::Report
 {
 
-/// Picks some of a row of things, spread evenly over it.
+/// Picks some items of a sequence, spread evenly over it.
 class EvenChoice
 {
 public:
-    /// @param limit  how many to pick; all, when there are no more
+    /// @param limit  the number of items to pick; all if there are fewer
     EvenChoice(std::size_t total, std::size_t limit) : total_(total), picked_(std::min(total, limit)) {}
 
-    /// @return whether the next one is picked.
+    /// Returns whether the next item is picked.
     bool Next()
     {
         due_ += picked_;

@@ -2,21 +2,19 @@
 
 #include <pipeline/scene/SceneStats.h>
 #include <pipeline/scene/WorldMeasure.h>
-#include <nlohmann/json.hpp>
+#include <sceneprep/model/Json.h>
 
 #include <string>
 
 namespace Sceneprep
 {
 
-using Json = nlohmann::ordered_json;
-
-/// @return the counts by name, in the order in which tables show them.
+/// Returns the counts by name, in the order of the tables.
 Json CountsAsJson(const Pipeline::SceneStats& stats);
 
 Json WorldAsJson(const Pipeline::WorldMeasure& world);
 
-/// @return the document with a line break at its end. What is no UTF-8, as names from files may be, is replaced.
+/// Returns the document with a line break at its end. Invalid UTF-8, which names from files may have, is replaced.
 std::string JsonText(const Json& document);
 
 }  // namespace Sceneprep

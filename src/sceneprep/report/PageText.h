@@ -6,17 +6,17 @@
 namespace Sceneprep::Report
 {
 
-/// The page without its data: markup, style and viewer. In pieces, since compilers limit how long a text may be.
+/// The HTML report without its data: markup, style and viewer. In pieces, since compilers limit the length of a string.
 struct PageText
 {
     std::vector<std::string_view> beforeData;
-    std::vector<std::string_view> behindData;
+    std::vector<std::string_view> afterData;
 };
 
-/// @return whether this build has the page.
+/// Returns whether this build has the HTML report.
 bool HasPage();
 
-/// @return the page; empty when this build has none.
+/// Returns the HTML report; empty if this build has none.
 const PageText& GetPageText();
 
 }  // namespace Sceneprep::Report

@@ -30,7 +30,7 @@ void AddName(std::vector<std::string>& names, const std::string& name)
         names.push_back(name.substr(0, kLongestName));
 }
 
-/// What is no number counts as 0.
+/// NaN counts as 0.
 std::uint32_t ByteOf(float part)
 {
     return part > 0 ? static_cast<std::uint32_t>(std::lround(std::min(part, 1.0F) * 255)) : 0;

@@ -13,7 +13,7 @@ namespace Sceneprep::Report
 namespace
 {
 
-/// A text of the data could end its element, or begin a comment, only with "<"; JSON may write that as an escape.
+/// Escapes "<" in JSON, the only character by which data could end its element or begin a comment.
 std::string WithoutMarkup(const std::string& json)
 {
     std::string text;
@@ -36,7 +36,7 @@ void WriteJsonElement(std::ostream& out, const std::string& name, const std::str
 template <typename T>
 void WriteArrayElement(std::ostream& out, const std::string& name, const std::vector<T>& array)
 {
-    static_assert(std::endian::native == std::endian::little, "arrays are written as they lie in memory");
+    static_assert(std::endian::native == std::endian::little, "arrays are written as they are in memory");
     out << "<script type=\"text/plain\" id=\"" << name << "\">";
     WriteBase64(out, array.data(), array.size() * sizeof(T));
     out << "</script>\n";
@@ -64,7 +64,7 @@ void WritePage(std::ostream& out, const PrepareReport& report, const Picture& be
     WriteJsonElement(out, "report", ReportJson(report));
     WritePicture(out, "before", before);
     WritePicture(out, "after", after);
-    for (const std::string_view piece : GetPageText().behindData)
+    for (const std::string_view piece : GetPageText().afterData)
         out << piece;
 }
 

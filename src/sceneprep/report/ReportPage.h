@@ -8,10 +8,10 @@
 namespace Sceneprep::Report
 {
 
-/// Writes one HTML page that needs nothing beside it: the report's numbers, and two pictures that can be turned.
+/// Writes the HTML report as one self-contained file: the numbers of the report, and two views that can be rotated.
 ///
-/// The data stand in elements of their own: "report" as --json has it, "before" and "after" (what JSON says of a
-/// picture), and "before-corners", "before-parts" and so on, arrays of little-endian numbers as base64.
+/// The data are in elements of their own: "report" as in --json, "before" and "after" (the JSON of a view), and
+/// "before-corners", "before-parts" and so on, arrays of little-endian numbers as base64.
 void WritePage(std::ostream& out, const PrepareReport& report, const Picture& before, const Picture& after);
 
 }  // namespace Sceneprep::Report

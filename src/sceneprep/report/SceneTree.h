@@ -7,7 +7,7 @@
 namespace Sceneprep
 {
 
-/// @return the node hierarchy, one node a line, children indented by two blanks: the name, then what the node lists.
+/// Returns the node hierarchy, one node a line, children indented by two spaces: the name, then the node's contents.
 std::string TreeText(Importing::SceneContainer& scene);
 
 }  // namespace Sceneprep

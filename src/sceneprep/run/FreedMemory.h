@@ -7,8 +7,8 @@
 namespace Sceneprep
 {
 
-/// Gives freed memory back to the system: what one part of the work leaves scattered over the heap is too small for
-/// the large arrays of the next one, which would come on top of it.
+/// Returns freed memory to the system. Fragments that one phase leaves in the heap are too small for the large arrays
+/// of the next phase, which would be added to the peak.
 inline void ReturnFreedMemory()
 {
 #if defined(__GLIBC__)

@@ -18,7 +18,7 @@ namespace
 constexpr const char* kFileName = "libSceneContainer.so";
 constexpr const char* kTypeName = "SceneContainer";
 
-/// {7BB227FA-A24B-4BB7-B1B4-DF665D60CBE8}, as it lies in memory.
+/// {7BB227FA-A24B-4BB7-B1B4-DF665D60CBE8}, as it is stored in memory.
 constexpr std::array<std::uint8_t, 16> kTypeId = {0xFA, 0x27, 0xB2, 0x7B, 0x4B, 0xA2, 0xB7, 0x4B,
                                                   0xB1, 0xB4, 0xDF, 0x66, 0x5D, 0x60, 0xCB, 0xE8};
 
@@ -51,7 +51,7 @@ void* PluginLibrary::EntryPoint(const char* name) const
 {
     void* address = dlsym(handle_.get(), name);
     if (address == nullptr)
-        throw ToolError(fmt::format("{} is no plug-in: it has no entry point {}; name another one with --plugin",
+        throw ToolError(fmt::format("{} is not a plug-in: it has no entry point {}; name another one with --plugin",
                                     file_.string(), name));
     return address;
 }
@@ -61,7 +61,7 @@ void PluginLibrary::CheckType() const
     const ChannelType* type = reinterpret_cast<ChannelType* (*)()>(EntryPoint("GetType"))();
     if (type == nullptr)
         throw ToolError(
-            fmt::format("{} does not tell its channel type; name another plug-in with --plugin", file_.string()));
+            fmt::format("{} does not report its channel type; name another plug-in with --plugin", file_.string()));
     if (TypeNameOf(*type) != kTypeName)
         throw ToolError(
             fmt::format("{} contributes the channel type '{}', not '{}'; name another plug-in with --plugin",
@@ -78,7 +78,7 @@ std::unique_ptr<Importing::SceneContainer> PluginLibrary::CreateScene() const
     Vyk_Channel* channel = createChannel_();
     if (channel == nullptr)
         throw ToolError(fmt::format("{} has no memory for a scene; free some and try again", file_.string()));
-    // Sound, for the type record has been compared.
+    // Safe, since the type record has been compared.
     return std::unique_ptr<Importing::SceneContainer>(static_cast<Importing::SceneContainer*>(channel));
 }
 
@@ -88,8 +88,8 @@ std::filesystem::path PluginLibrary::FindDefault()
     const std::filesystem::path folder = std::filesystem::read_symlink("/proc/self/exe", failure).parent_path();
     if (failure)
         throw ToolError(
-            fmt::format("cannot tell where the program lies, to find {} beside it ({}); name it with "
-                        "--plugin, or mount /proc",
+            fmt::format("cannot find the folder of the program, to look for {} in it ({}); name it "
+                        "with --plugin, or mount /proc",
                         kFileName, failure.message()));
     for (const char* place : {".", "../lib", SCENEPREP_LIBRARY_FOLDER})
     {
@@ -98,8 +98,8 @@ std::filesystem::path PluginLibrary::FindDefault()
             return candidate;
     }
     throw ToolError(
-        fmt::format("{} is neither beside the program in {} nor in the lib folder next to it; name it with "
-                    "--plugin",
+        fmt::format("{} is neither in the folder of the program, {}, nor in the lib folder next to it; name "
+                    "it with --plugin",
                     kFileName, folder.string()));
 }
 

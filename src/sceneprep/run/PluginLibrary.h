@@ -8,26 +8,26 @@
 namespace Sceneprep
 {
 
-/// The plug-in, loaded at run time through its two entry points, as the host engine does it.
+/// The plug-in, loaded at run time through its two entry points, as the host engine loads it.
 class PluginLibrary
 {
 public:
     /// Loads the library and checks that it contributes the channel type SceneContainer: the name, and both
     /// identifiers.
-    /// @throws ToolError when it cannot be loaded, lacks an entry point or contributes something else.
+    /// @throws ToolError if it cannot be loaded, lacks an entry point or contributes another type.
     explicit PluginLibrary(const std::filesystem::path& file);
 
-    /// Unloads the library. The scenes that it created must be gone.
+    /// Unloads the library. The scenes that it created must have been destroyed.
     ~PluginLibrary();
     PluginLibrary(const PluginLibrary&) = delete;
     PluginLibrary& operator=(const PluginLibrary&) = delete;
 
-    /// @return a new, empty scene; it goes through its virtual destructor.
-    /// @throws ToolError when the plug-in has no memory for one.
+    /// Returns a new, empty scene, which is destroyed through its virtual destructor.
+    /// @throws ToolError if the plug-in has no memory for one.
     std::unique_ptr<Importing::SceneContainer> CreateScene() const;
 
-    /// @return the plug-in beside this program, or else in the library folders next to the program's folder.
-    /// @throws ToolError when it is in none of them.
+    /// Returns the plug-in in the folder of this program, or else in the library folders next to that folder.
+    /// @throws ToolError if it is in none of them.
     static std::filesystem::path FindDefault();
 
 private:

@@ -9,11 +9,10 @@ namespace Sceneprep
 /// would get their number, and what is printed would end up in it.
 void OccupyClosedStreams();
 
-/// Hands over what the stream has buffered.
-/// @return whether all that was written to it has arrived.
+/// Flushes the stream. Returns whether everything that was written to it has arrived.
 bool HasArrived(std::ostream& out);
 
-/// What is wrong when results do not arrive.
+/// The error message for results that do not arrive.
 inline constexpr const char* kNoStdout = "cannot write the results to stdout; is its disk full, or is it closed?";
 
 }  // namespace Sceneprep

@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 constexpr auto kSoonest = 1s;
 constexpr auto kBetweenEstimates = 1s;
 constexpr double kLeastPart = 0.01;
-/// How far a later estimate moves the expected end towards what it says.
+/// The fraction by which a later estimate moves the expected end towards itself.
 constexpr double kTrust = 0.25;
 
 }  // namespace

@@ -6,21 +6,21 @@
 namespace Sceneprep
 {
 
-/// Estimates how long a step still takes from the share that is done and the time that it took.
+/// Estimates the remaining time of a step from the fraction done and the time that it took.
 ///
-/// What is told counts down steadily: between two estimates by the clock, and an estimate a second or more later moves
+/// The result counts down steadily: between two estimates by the clock, and an estimate a second or more later moves
 /// the expected end only part of the way.
 class TimeLeft
 {
 public:
     using Clock = std::chrono::steady_clock;
 
-    /// A step begins.
+    /// Records that a step begins.
     void Begin(Clock::time_point now);
 
-    /// @param part  the share that is done, 0 to 1
-    /// @return none before a step has begun, while next to nothing is done and for a second after that, and when all is
-    ///         done. A share that is told once, at the end of a part of unknown length, says nothing.
+    /// @param part  the fraction done, 0 to 1
+    /// @return none before a step has begun, until a second after the first progress, and when everything is done. A
+    ///         fraction that is reported once, at the end of a part of unknown length, allows no estimate
     std::optional<std::chrono::seconds> Estimate(double part, Clock::time_point now);
 
 private:

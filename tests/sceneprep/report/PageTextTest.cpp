@@ -29,7 +29,7 @@ std::size_t Count(const std::string& text, const std::string& part)
 TEST(PageText, IsOnePageOrNone)
 {
     const std::string before = Join(GetPageText().beforeData);
-    const std::string behind = Join(GetPageText().behindData);
+    const std::string behind = Join(GetPageText().afterData);
     const std::size_t pages = HasPage() ? 1 : 0;
     EXPECT_EQ(before.find("<!doctype html>") == 0, HasPage());
     EXPECT_EQ(Count(before, "<style>"), pages);
@@ -40,7 +40,7 @@ TEST(PageText, IsOnePageOrNone)
 
 TEST(PageText, CarriesTheLicenceOfWhatItBringsAlong)
 {
-    const std::string behind = Join(GetPageText().behindData);
+    const std::string behind = Join(GetPageText().afterData);
     EXPECT_EQ(Count(behind, "three.js authors"), HasPage() ? 1U : 0U);
     EXPECT_EQ(Count(behind, "The above copyright notice and this permission notice shall be included"),
               HasPage() ? 1U : 0U);

@@ -70,7 +70,7 @@ TEST(PluginLibrary, AFileThatIsNoLibraryIsRefused)
 TEST(PluginLibrary, AnEntryPointThatIsMissingIsNamed)
 {
     EXPECT_EQ(LoadingError(Fake("NoInit")),
-              Fake("NoInit") + " is no plug-in: it has no entry point InitDLL; name another one with --plugin");
+              Fake("NoInit") + " is not a plug-in: it has no entry point InitDLL; name another one with --plugin");
 }
 
 TEST(PluginLibrary, AnotherChannelTypeIsRefused)
@@ -91,7 +91,7 @@ TEST(PluginLibrary, IdentifiersThatDifferAreRefused)
 TEST(PluginLibrary, NoTypeRecordIsRefused)
 {
     EXPECT_EQ(LoadingError(Fake("NoType")),
-              Fake("NoType") + " does not tell its channel type; name another plug-in with --plugin");
+              Fake("NoType") + " does not report its channel type; name another plug-in with --plugin");
 }
 
 TEST(PluginLibrary, NoMemoryForASceneIsTold)

@@ -5,7 +5,7 @@
 #include <pipeline/scene/Hierarchy.h>
 #include <pipeline/scene/NodePath.h>
 #include <sceneprep/assimp/Conversions.h>
-#include <sceneprep/import/ImportJoints.h>
+#include <sceneprep/model/MeshJoints.h>
 
 #include <algorithm>
 #include <cmath>

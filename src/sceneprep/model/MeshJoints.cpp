@@ -1,4 +1,4 @@
-#include <sceneprep/import/ImportJoints.h>
+#include <sceneprep/model/MeshJoints.h>
 
 #include <importing/base/CheckedAccess.h>
 #include <pipeline/scene/Hierarchy.h>

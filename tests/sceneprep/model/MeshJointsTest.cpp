@@ -1,4 +1,4 @@
-#include <sceneprep/import/ImportJoints.h>
+#include <sceneprep/model/MeshJoints.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -40,7 +40,7 @@ D3DXVECTOR3 PlaceOf(Joint& joint)
     return {local._41, local._42, local._43};
 }
 
-TEST(ImportJoints, TransformsOfNodesBetweenBonesAreMultiplied)
+TEST(MeshJoints, TransformsOfNodesBetweenBonesAreMultiplied)
 {
     SceneContainer scene = Support::Scene("Root( Arm@1,0,0( Between@0,2,0( Hand@0,0,3 ) ) M )");
     MeshJoints made = JointsOf(scene, {"Arm", "Hand"}, "M");
@@ -49,7 +49,7 @@ TEST(ImportJoints, TransformsOfNodesBetweenBonesAreMultiplied)
     EXPECT_TRUE(made.isPlaced);
 }
 
-TEST(ImportJoints, AnimatedNodesAboveBonesBecomeJointsAfterThem)
+TEST(MeshJoints, AnimatedNodesAboveBonesBecomeJointsAfterThem)
 {
     SceneContainer scene = Support::Scene("Root( Walk*( Arm( Bend*( Hand ) ) ) M )");
     MeshJoints made = JointsOf(scene, {"Arm", "Hand"}, "M");
@@ -58,7 +58,7 @@ TEST(ImportJoints, AnimatedNodesAboveBonesBecomeJointsAfterThem)
     EXPECT_EQ(made.joints[2].GetBindPoseInverse()._43, 0) << "no weight asks for it";
 }
 
-TEST(ImportJoints, AnimatedAncestorsOfTheMeshAreNotJoints)
+TEST(MeshJoints, AnimatedAncestorsOfTheMeshAreNotJoints)
 {
     SceneContainer scene = Support::Scene("Root( Walk@1,0,0*( Arm@2,0,0 M@0,1,0 ) )");
     MeshJoints made = JointsOf(scene, {"Arm"}, "M");
@@ -66,7 +66,7 @@ TEST(ImportJoints, AnimatedAncestorsOfTheMeshAreNotJoints)
     EXPECT_EQ(PlaceOf(made.joints[0]), D3DXVECTOR3(2, -1, 0));
 }
 
-TEST(ImportJoints, TheParentOfAnAnimatedNodeIsAJointUnlessItEqualsTheMesh)
+TEST(MeshJoints, TheParentOfAnAnimatedNodeIsAJointUnlessItEqualsTheMesh)
 {
     SceneContainer scene = Support::Scene("Root( Figure@1,0,0( Arm* M ) N )");
     EXPECT_THAT(TextOf(JointsOf(scene, {"Arm"}, "M").joints), ElementsAre("Arm<-1"));
@@ -75,7 +75,7 @@ TEST(ImportJoints, TheParentOfAnAnimatedNodeIsAJointUnlessItEqualsTheMesh)
     EXPECT_EQ(PlaceOf(made.joints[1]), D3DXVECTOR3(1, 0, 0));
 }
 
-TEST(ImportJoints, AFrameIsTheParentOfAnimatedNodesOnly)
+TEST(MeshJoints, AFrameIsTheParentOfAnimatedNodesOnly)
 {
     SceneContainer scene = Support::Scene("Root( Figure@1,0,0( Arm* Leg@0,2,0 ) M )");
     MeshJoints made = JointsOf(scene, {"Arm", "Leg"}, "M");
@@ -83,7 +83,7 @@ TEST(ImportJoints, AFrameIsTheParentOfAnimatedNodesOnly)
     EXPECT_EQ(PlaceOf(made.joints[1]), D3DXVECTOR3(1, 2, 0));
 }
 
-TEST(ImportJoints, AFrameAboveTheMeshHasNoAnimation)
+TEST(MeshJoints, AFrameAboveTheMeshHasNoAnimation)
 {
     SceneContainer scene = Support::Scene("Root( Walk@1,0,0*( Arm@2,0,0* P@0,1,0( M ) ) )");
     MeshJoints made = JointsOf(scene, {"Arm"}, "M");
@@ -92,19 +92,19 @@ TEST(ImportJoints, AFrameAboveTheMeshHasNoAnimation)
     EXPECT_EQ(made.joints[1].GetAnimationID(), -1);
 }
 
-TEST(ImportJoints, TheMeshMayBeTheFrameBelowABoneToo)
+TEST(MeshJoints, TheMeshMayBeTheFrameBelowABoneToo)
 {
     SceneContainer scene = Support::Scene("Root( Hip@1,0,0( M@0,1,0( Arm* ) ) )");
     EXPECT_THAT(TextOf(JointsOf(scene, {"Hip", "Arm"}, "M").joints), ElementsAre("Hip<-1", "Arm<-1"));
 }
 
-TEST(ImportJoints, ABoneWithTheTransformOfTheFrameIsReused)
+TEST(MeshJoints, ABoneWithTheTransformOfTheFrameIsReused)
 {
     SceneContainer scene = Support::Scene("Root( Walk@1,0,0*( Arm@2,0,0* P@0,1,0( M( Frame@0,-1,0 ) ) ) )");
     EXPECT_THAT(TextOf(JointsOf(scene, {"Arm", "Frame"}, "M").joints), ElementsAre("Arm<1", "Frame<-1"));
 }
 
-TEST(ImportJoints, BonesAboveTheMeshMayBeParents)
+TEST(MeshJoints, BonesAboveTheMeshMayBeParents)
 {
     SceneContainer scene = Support::Scene("Root( Hip@1,0,0( Leg@0,2,0( M@0,0,3 ) Arm@5,0,0 ) )");
     MeshJoints made = JointsOf(scene, {"Arm", "Hip"}, "M");
@@ -113,14 +113,14 @@ TEST(ImportJoints, BonesAboveTheMeshMayBeParents)
     EXPECT_EQ(PlaceOf(made.joints[1]), D3DXVECTOR3(0, -2, -3));
 }
 
-TEST(ImportJoints, TheRootOfTheSceneMayBeABone)
+TEST(MeshJoints, TheRootOfTheSceneMayBeABone)
 {
     SceneContainer scene = Support::Scene("Root@1,0,0( M@0,2,0 )");
     MeshJoints made = JointsOf(scene, {"Root"}, "M");
     EXPECT_EQ(PlaceOf(made.joints.at(0)), D3DXVECTOR3(0, -2, 0));
 }
 
-TEST(ImportJoints, ABoneWithoutANodeKeepsItsBindPose)
+TEST(MeshJoints, ABoneWithoutANodeKeepsItsBindPose)
 {
     SceneContainer scene = Support::Scene("Root( M@5,0,0 )");
     MeshJoints made = MakeJoints(scene, WalkFromRoot(scene).parent, {{"Lost", Support::Translation(0, 0, 8), -1}}, 1);
@@ -128,13 +128,13 @@ TEST(ImportJoints, ABoneWithoutANodeKeepsItsBindPose)
     EXPECT_EQ(made.joints[0].GetParentID(), -1);
 }
 
-TEST(ImportJoints, TwoBonesMayBeOneNode)
+TEST(MeshJoints, TwoBonesMayBeOneNode)
 {
     SceneContainer scene = Support::Scene("Root( Hip@1,0,0( Leg ) M )");
     EXPECT_THAT(TextOf(JointsOf(scene, {"Hip", "Hip", "Leg"}, "M").joints), ElementsAre("Hip<-1", "Hip<-1", "Leg<0"));
 }
 
-TEST(ImportJoints, ASingularMeshMatrixIsReported)
+TEST(MeshJoints, ASingularMeshMatrixIsReported)
 {
     SceneContainer scene = Support::Scene("Root( Hip M )");
     Support::NodeNamed(scene, "M").SetLocalTransform(Importing::Transform(Support::Scaling(1, 0, 1)));

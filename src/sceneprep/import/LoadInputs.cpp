@@ -2,7 +2,7 @@
 
 #include <pipeline/steps/DropUnreachableNodes.h>
 #include <sceneprep/import/AppendModel.h>
-#include <sceneprep/import/ImportModel.h>
+#include <sceneprep/import/OpenModel.h>
 #include <sceneprep/run/Error.h>
 #include <sceneprep/run/FreedMemory.h>
 
@@ -31,13 +31,13 @@ struct Input
     std::vector<StepResult> steps;
 };
 
-/// Reads a file by Assimp.
+/// Reads a file.
 /// @throws std::bad_alloc if Assimp failed since it ran out of memory, whatever reason it gives.
-ModelSource ReadSource(const fs::path& file, Progress& progress, const WorkState& state)
+OpenedModel Open(const fs::path& file, Progress& progress, const WorkState& state)
 {
     try
     {
-        return ModelSource(file, progress);
+        return OpenModel(file, progress);
     }
     catch (const ToolError&)
     {
@@ -52,12 +52,12 @@ Input Read(const fs::path& file, const PluginLibrary& plugin, Progress& progress
     state.Enter(WorkState::Phase::Reading, file);
     Input input;
     input.model.scene = plugin.CreateScene();
-    std::optional<ModelSource> source;
-    input.steps.push_back(RunStep("Read " + file.filename().string(), progress,
-                                  [&] { source.emplace(ReadSource(file, progress, state)); }));
+    std::optional<OpenedModel> opened;
+    input.steps.push_back(
+        RunStep("Read " + file.filename().string(), progress, [&] { opened = Open(file, progress, state); }));
     input.steps.push_back(RunStep("Import " + file.filename().string(), progress, [&] {
-        ImportModel(std::move(*source), input.model, [&](double part) { progress.Update(part); });
-        source.reset();
+        ConvertModel(std::move(*opened), input.model, {}, [&](double part) { progress.Update(part); });
+        opened.reset();
         ReturnFreedMemory();
     }));
     return input;

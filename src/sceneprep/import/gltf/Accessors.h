@@ -1,0 +1,58 @@
+#pragma once
+
+#include <sceneprep/import/gltf/BufferViews.h>
+#include <sceneprep/import/gltf/Components.h>
+#include <sceneprep/import/gltf/Field.h>
+#include <sceneprep/model/Carried.h>
+
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Sceneprep::GltfImport
+{
+
+/// The elements of an accessor. They are bytes of a buffer, or `own` ones.
+struct Accessor
+{
+    Elements elements;
+    std::vector<std::uint8_t> own = {};  ///< of sparse accessors, and of those without a buffer view
+    std::string_view typeName = {};      ///< in the document
+    int index = -1;
+};
+
+/// The accessors of a document. Sparse ones are resolved.
+class Accessors
+{
+public:
+    /// Both have to outlive the object and what it returns.
+    Accessors(const Field& document, BufferViews& views);
+
+    std::size_t Count() const { return count_; }
+
+    /// @param reference  a number that refers to an accessor
+    /// @param types      the element types that are allowed there, as "VEC3"; all when empty
+    /// @throws FormatError when there is no such accessor, its type is not allowed, or it leads outside its buffer
+    /// view.
+    Accessor Get(const Field& reference, std::initializer_list<std::string_view> types = {});
+
+    /// Copies an accessor's numbers as they are stored.
+    CarriedAccessor Carry(const Field& reference, std::initializer_list<std::string_view> types = {});
+    /// As above, of an accessor that has been looked up. Its index leads to min and max.
+    CarriedAccessor Carry(const Accessor& accessor);
+
+    /// @return all components as floats.
+    std::vector<float> Floats(const Field& reference, std::initializer_list<std::string_view> types);
+
+private:
+    void ReadView(const Field& field, Elements& elements);
+    void ResolveSparse(const Field& sparse, Accessor& accessor);
+
+    Field document_;
+    BufferViews& views_;
+    std::size_t count_;
+};
+
+}  // namespace Sceneprep::GltfImport

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <importing/math/D3DXMath.h>
+#include <sceneprep/import/gltf/Accessors.h>
+#include <sceneprep/import/gltf/Field.h>
+
+#include <cstddef>
+#include <vector>
+
+namespace Sceneprep::GltfImport
+{
+
+/// The instances of a node.
+struct Instances
+{
+    std::vector<D3DXMATRIX> local;         ///< their matrices in the frame of the node
+    std::size_t attributesWithoutUse = 0;  ///< numbers of further attributes, which are not kept
+};
+
+/// Reads EXT_mesh_gpu_instancing of a node.
+/// @param extension  the extension's object
+/// @throws FormatError when the attributes have different lengths or wrong types.
+Instances ReadInstances(const Field& extension, Accessors& accessors);
+
+}  // namespace Sceneprep::GltfImport

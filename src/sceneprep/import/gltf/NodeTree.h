@@ -1,0 +1,36 @@
+#pragma once
+
+#include <sceneprep/import/gltf/Field.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Sceneprep::GltfImport
+{
+
+/// The hierarchy of all nodes of a document. It has been checked: every node has at most one parent, and no node is its
+/// own ancestor.
+struct NodeTree
+{
+    std::vector<int> parent;                 ///< [nodes] -1 for roots
+    std::vector<std::vector<int>> children;  ///< [nodes]
+};
+
+/// @throws FormatError when the nodes are no forest.
+NodeTree ReadNodeTree(const Field& document);
+
+/// The scene that is read.
+struct ChosenScene
+{
+    int index = -1;          ///< -1 for documents without scenes
+    std::vector<int> roots;  ///< in the order of the file
+};
+
+/// Chooses a scene: the one of that name or number, else the default scene, else the first. A document without scenes
+/// has all nodes without parent as roots.
+/// @param wanted  a name, or a number counted from 0; names take precedence
+/// @throws FormatError when there is no such scene, or a root of it is the child of a node.
+ChosenScene ChooseScene(const Field& document, const NodeTree& tree, const std::optional<std::string>& wanted);
+
+}  // namespace Sceneprep::GltfImport

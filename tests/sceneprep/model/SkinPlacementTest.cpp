@@ -1,0 +1,49 @@
+#include <sceneprep/model/SkinPlacement.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <support/SceneText.h>
+
+namespace
+{
+
+using namespace Sceneprep;
+using Importing::SceneContainer;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+using testing::StartsWith;
+
+Bone BoneAt(const SceneContainer& scene, const std::string& node)
+{
+    return {node, Support::Translation(0, 0, 0), Support::NodeIndex(scene, node)};
+}
+
+TEST(SkinPlacement, SurfacesThatSeeTheSameJointsShareAMesh)
+{
+    SceneContainer scene = Support::Scene("Root( Hip A[a=m] B@1,0,0[b=m] C@1,0,0[c=m] )");
+    SkinPlacement placement(scene);
+    const std::vector<Bone> bones = {BoneAt(scene, "Hip")};
+    for (int surface = 0; surface < 3; ++surface)
+        placement.Place(surface, 2 + surface, bones);
+    EXPECT_THAT(placement.Copies(), ElementsAre(Pair(1, 0)));
+    EXPECT_EQ(Support::SurfaceNamed(scene, "b").GetGeometryID(), 1);
+    EXPECT_EQ(Support::SurfaceNamed(scene, "c").GetGeometryID(), 1);
+    EXPECT_EQ(scene.GeometryLibrary.at(1).JointArray.at(0).GetLocalTM()._41, -1);
+    EXPECT_THAT(placement.StillNodes(), IsEmpty());
+    EXPECT_THAT(placement.Notes(), IsEmpty());
+}
+
+TEST(SkinPlacement, ASurfaceAtAnAnimatedNodeMovesToANodeThatDoesNotMove)
+{
+    SceneContainer scene = Support::Scene("Root( Hip M@3,0,0*[m n] )");
+    SkinPlacement placement(scene);
+    const std::vector<Bone> bones = {BoneAt(scene, "Hip")};
+    placement.Place(0, 2, bones);
+    placement.Place(1, 2, bones);
+    EXPECT_EQ(Support::ToText(scene), "Root( Hip M* M (skin)[m n] )");
+    EXPECT_THAT(placement.StillNodes(), ElementsAre(Pair(3, 2)));
+    EXPECT_THAT(placement.Notes(), ElementsAre(StartsWith("skinned meshes at animated nodes are moved")));
+}
+
+}  // namespace

@@ -10,7 +10,7 @@
 namespace Sceneprep
 {
 
-/// Makes a mesh for a file: positions, normals, every UV set, triangles.
+/// Makes a mesh for a file: positions, normals unless all are (0, 0, 0), every UV set, triangles.
 /// @throws std::out_of_range when an index leads to no vertex.
 std::unique_ptr<aiMesh> ConvertMesh(Importing::Geometry& geometry);
 

@@ -14,6 +14,7 @@
 namespace Sceneprep::Gltf
 {
 
+using Pipeline::HasNormals;
 using Pipeline::HasTriangles;
 
 namespace
@@ -59,13 +60,6 @@ void SetBounds(const std::vector<D3DXVECTOR3>& positions, Json& accessor)
 
 /// The largest index of two bytes restarts strips, so no vertex may have it.
 constexpr std::size_t kMostShort = 65535;
-
-bool HasNormals(Geometry& geometry)
-{
-    const D3DXVECTOR3 none(0, 0, 0);
-    return std::any_of(geometry.VertexArray.begin(), geometry.VertexArray.end(),
-                       [&](Vertex& vertex) { return vertex.Vertex::GetNormal() != none; });
-}
 
 /// Returns the primitive of the input that a geometry has to be written as; null for none.
 const CarriedPrimitive* CarriedPrimitiveOf(const Model& model, int geometry)

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/export/gltf/Clips.h>
+#include <sceneprep/model/ExtensionReferences.h>
 
 #include <utility>
 
@@ -67,20 +68,14 @@ void SetFrame(const Model& model, const ExportPlan& plan, const WrittenNodes& no
     }
 }
 
-/// Writes the bytes that a carried extension of the document refers to, and makes it refer to their views.
-void AddBlobs(const std::vector<std::vector<std::uint8_t>>& blobs, Buffers& buffers, Json& value)
+/// Writes the bytes that extensions of the document refer to, and makes them refer to the views of these.
+void SetExtensions(const Carried& carried, Buffers& buffers, Document& document)
 {
-    for (auto& member : value.items())
-    {
-        Json& child = member.value();
-        if (value.is_object() && member.key() == "bufferView" && child.is_number_integer())
-        {
-            const std::vector<std::uint8_t>& bytes = At(blobs, child.get<int>());
-            child = buffers.AddView(bytes.data(), bytes.size(), Usage::Other);
-        }
-        else if (child.is_structured() && member.key() != "extras")
-            AddBlobs(blobs, buffers, child);
-    }
+    document.extensions = carried.extensions;
+    VisitBufferViewReferences(document.extensions, [&](Json& view) {
+        const std::vector<std::uint8_t>& bytes = At(carried.blobs, view.get<int>());
+        view = buffers.AddView(bytes.data(), bytes.size(), Usage::Other);
+    });
 }
 
 void AddUnplaced(std::size_t count, Notes& notes)
@@ -105,8 +100,9 @@ BuiltFiles BuildModel(const Model& model, const WriteOptions& options, Buffers& 
     ImageWriter images(options, buffers, document);
     TextureWriter textures(model, images, document);
     MaterialWriter materials(model, textures, document, animated.materials);
+    CarriedAccessorList accessors(model.carried, buffers, document);
     SkinWriter skins(model, plan, buffers, document);
-    NodeMeshWriter nodeMeshes(model, meshes, materials, skins, kept, document);
+    NodeMeshWriter nodeMeshes(model, meshes, materials, skins, kept, accessors, document);
     NodeObjectWriter objects(model, document);
     Pipeline::PartCounter counter(listener, CountSurfaces(plan));
     for (std::size_t i = 0; i < plan.nodes.size(); ++i)
@@ -120,11 +116,10 @@ BuiltFiles BuildModel(const Model& model, const WriteOptions& options, Buffers& 
 
     BuiltFiles built;
     const ClipTargets targets = {nodes, materials, nodeMeshes, objects};
-    ClipWriter(model.carried, targets, buffers, document).Write(built.notes);
+    ClipWriter(model.carried, targets, accessors, document).Write(built.notes);
     animations.Finish();
     SetFrame(model, plan, nodes, document);
-    document.extensions = model.carried.extensions;
-    AddBlobs(model.carried.blobs, buffers, document.extensions);
+    SetExtensions(model.carried, buffers, document);
 
     meshes.Mended().AddNotes(built.notes);
     AddUnplaced(nodes.unplaced + objects.Unplaced(), built.notes);

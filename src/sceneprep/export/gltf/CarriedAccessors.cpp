@@ -1,5 +1,7 @@
 #include <sceneprep/export/gltf/CarriedAccessors.h>
 
+#include <importing/base/CheckedAccess.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -132,6 +134,17 @@ int AddCarried(const CarriedAccessor& accessor, Usage usage, bool needsBounds, B
     else if (needsBounds && components > 0)
         ComputeBounds(accessor, components, entry);
     return index;
+}
+
+int CarriedAccessorList::Find(int accessor)
+{
+    const auto [found, isNew] = written_.emplace(accessor, -1);
+    if (isNew)
+    {
+        const CarriedAccessor& source = Importing::At(carried_.accessors, accessor);
+        found->second = AddCarried(source, Usage::Other, source.type == "SCALAR", buffers_, document_);
+    }
+    return found->second;
 }
 
 }  // namespace Sceneprep::Gltf

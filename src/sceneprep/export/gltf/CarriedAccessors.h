@@ -3,6 +3,9 @@
 #include <sceneprep/export/gltf/Buffers.h>
 #include <sceneprep/model/Carried.h>
 
+#include <string>
+#include <unordered_map>
+
 namespace Sceneprep::Gltf
 {
 
@@ -11,6 +14,24 @@ namespace Sceneprep::Gltf
 /// @param needsBounds  computes min and max where the input had none
 /// @return the index of the accessor.
 int AddCarried(const CarriedAccessor& accessor, Usage usage, bool needsBounds, Buffers& buffers, Document& document);
+
+/// Writes accessors of Carried::accessors, each once.
+class CarriedAccessorList
+{
+public:
+    CarriedAccessorList(const Carried& carried, Buffers& buffers, Document& document)
+        : carried_(carried), buffers_(buffers), document_(document)
+    {}
+
+    /// @return the index in the document. Scalars have bounds, which the format demands of times.
+    int Find(int accessor);
+
+private:
+    const Carried& carried_;
+    Buffers& buffers_;
+    Document& document_;
+    std::unordered_map<int, int> written_;
+};
 
 /// Returns how many components an element has: 1 for "SCALAR", 16 for "MAT4"; 0 for an unknown type.
 std::size_t ComponentsOf(const std::string& type);

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
-#include <sceneprep/export/gltf/CarriedAccessors.h>
 
 #include <map>
 #include <utility>
@@ -96,17 +95,9 @@ Json ClipWriter::PointerTarget(const CarriedChannel& channel)
 
 Json ClipWriter::WriteSampler(const CarriedSampler& sampler)
 {
-    return {{"input", WriteAccessor(sampler.input, true)},
+    return {{"input", accessors_.Find(sampler.input)},
             {"interpolation", sampler.interpolation},
-            {"output", WriteAccessor(sampler.output, false)}};
-}
-
-int ClipWriter::WriteAccessor(int accessor, bool needsBounds)
-{
-    const auto [found, isNew] = accessors_.emplace(accessor, -1);
-    if (isNew)
-        found->second = AddCarried(At(carried_.accessors, accessor), Usage::Other, needsBounds, buffers_, document_);
-    return found->second;
+            {"output", accessors_.Find(sampler.output)}};
 }
 
 bool ClipWriter::HasMorphTargets(int node) const

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <sceneprep/export/gltf/CarriedAccessors.h>
 #include <sceneprep/export/gltf/MaterialWriter.h>
 #include <sceneprep/export/gltf/NodeMeshes.h>
 #include <sceneprep/export/gltf/NodeObjects.h>
 
 #include <string>
-#include <unordered_map>
 
 namespace Sceneprep::Gltf
 {
@@ -23,8 +23,8 @@ struct ClipTargets
 class ClipWriter
 {
 public:
-    ClipWriter(const Carried& carried, const ClipTargets& targets, Buffers& buffers, Document& document)
-        : carried_(carried), targets_(targets), buffers_(buffers), document_(document)
+    ClipWriter(const Carried& carried, const ClipTargets& targets, CarriedAccessorList& accessors, Document& document)
+        : carried_(carried), targets_(targets), accessors_(accessors), document_(document)
     {}
 
     /// Writes all clips. Channels whose target is not in the document are dropped with a note.
@@ -34,14 +34,12 @@ private:
     Json TargetOf(const CarriedChannel& channel);
     Json PointerTarget(const CarriedChannel& channel);
     Json WriteSampler(const CarriedSampler& sampler);
-    int WriteAccessor(int accessor, bool needsBounds);
     bool HasMorphTargets(int node) const;
 
     const Carried& carried_;
     const ClipTargets& targets_;
-    Buffers& buffers_;
+    CarriedAccessorList& accessors_;
     Document& document_;
-    std::unordered_map<int, int> accessors_;
 };
 
 }  // namespace Sceneprep::Gltf

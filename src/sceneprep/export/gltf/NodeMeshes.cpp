@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/assimp/SurfaceExtras.h>
+#include <sceneprep/model/ExtensionReferences.h>
 
 #include <algorithm>
 #include <utility>
@@ -118,9 +119,10 @@ int NodeMeshWriter::FindMesh(const Group& group)
     return found->second;
 }
 
-Json NodeMeshWriter::MakeMesh(const Group& group, Json primitives) const
+Json NodeMeshWriter::MakeMesh(const Group& group, Json primitives)
 {
     Json mesh = group.mesh >= 0 ? At(model_.carried.meshes, group.mesh) : Json::object();
+    ReindexAccessors(mesh);
     const std::string name = NameOf(group.surfaces.front());
     if (!name.empty())
         mesh["name"] = name;
@@ -134,6 +136,7 @@ Json NodeMeshWriter::MakePrimitive(const PlannedSurface& planned)
     Surface& surface = At(model_.scene->SurfaceLibrary, planned.surface);
     const PrimitiveLook& look = materials_.Find(surface, arrays.CountTexCoords());
     Json primitive = look.primitive;
+    ReindexAccessors(primitive);
     primitive["attributes"] = arrays.attributes;
     if (arrays.indices >= 0)
         primitive["indices"] = arrays.indices;
@@ -144,6 +147,14 @@ Json NodeMeshWriter::MakePrimitive(const PlannedSurface& planned)
     if (!arrays.targets.empty())
         primitive["targets"] = arrays.targets;
     return primitive;
+}
+
+/// Writes the accessors that extensions of a mesh or primitive refer to, and makes them refer to those.
+void NodeMeshWriter::ReindexAccessors(Json& object)
+{
+    if (object.contains("extensions"))
+        VisitAccessorReferences(object["extensions"],
+                                [this](Json& accessor) { accessor = accessors_.Find(accessor.get<int>()); });
 }
 
 /// Sets the extras of a surface: those of the node that shows nothing else, which keeps the mesh the same for all nodes

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <sceneprep/export/gltf/CarriedAccessors.h>
 #include <sceneprep/export/gltf/MaterialWriter.h>
 #include <sceneprep/export/gltf/Skins.h>
 
@@ -19,8 +20,9 @@ class NodeMeshWriter
 {
 public:
     NodeMeshWriter(const Model& model, MeshWriter& meshes, MaterialWriter& materials, SkinWriter& skins,
-                   const KeptSkins& kept, Document& document)
-        : model_(model), meshes_(meshes), materials_(materials), skins_(skins), kept_(kept), document_(document)
+                   const KeptSkins& kept, CarriedAccessorList& accessors, Document& document)
+        : model_(model), meshes_(meshes), materials_(materials), skins_(skins), kept_(kept), accessors_(accessors),
+          document_(document)
     {}
 
     /// @param planned  index into the plan
@@ -43,7 +45,8 @@ private:
     int SkinOf(const PlannedSurface& surface, int node, const WrittenNodes& nodes);
     int OwnMeshOf(int geometry) const;
     int FindMesh(const Group& group);
-    Json MakeMesh(const Group& group, Json primitives) const;
+    Json MakeMesh(const Group& group, Json primitives);
+    void ReindexAccessors(Json& object);
     Json MakePrimitive(const PlannedSurface& planned);
     void SetSurfaceExtras(const PlannedSurface& planned, Json& object);
     std::string NameOf(const PlannedSurface& planned) const;
@@ -53,6 +56,7 @@ private:
     MaterialWriter& materials_;
     SkinWriter& skins_;
     const KeptSkins& kept_;
+    CarriedAccessorList& accessors_;
     Document& document_;
     std::unordered_map<std::string, int> known_;  // meshes by their primitives
     std::unordered_map<int, int> carried_;        // by index into Carried::meshes

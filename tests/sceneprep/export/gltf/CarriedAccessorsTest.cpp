@@ -48,4 +48,16 @@ TEST_F(GltfCarriedAccessors, BoundsAreKeptOrComputed)
     EXPECT_EQ(Add(accessor, Usage::Other)["min"], Json::array({-9, -9}));
 }
 
+TEST_F(GltfCarriedAccessors, AListWritesEachOnceAndScalarsWithBounds)
+{
+    Carried carried;
+    carried.accessors = {{kUnsignedByte, "SCALAR", false, 2, {3, 1}}, {kUnsignedByte, "VEC2", false, 1, {3, 1}}};
+    CarriedAccessorList list(carried, written_.buffers, written_.document);
+    EXPECT_EQ(list.Find(1), 0);
+    EXPECT_EQ(list.Find(0), 1);
+    EXPECT_EQ(list.Find(1), 0);
+    EXPECT_EQ(written_.Accessor(1)["min"], Json::array({1}));
+    EXPECT_FALSE(written_.Accessor(0).contains("min"));
+}
+
 }  // namespace

@@ -107,6 +107,18 @@ TEST_F(GltfNodeMeshes, AMeshOfTheInputKeepsItsExtrasAndWeights)
     EXPECT_EQ(mesh["primitives"][0]["targets"].size(), 1U);
 }
 
+TEST_F(GltfNodeMeshes, ExtensionsReferToTheWrittenAccessors)
+{
+    model_.carried.accessors = {{}, {kUnsignedInt, "SCALAR", false, 1, {7, 0, 0, 0}}};
+    model_.carried.meshes = {Json::parse(R"({"extensions": {"X": {"indices": 1}}})")};
+    model_.supplement.meshKeys = {0};
+    model_.carried.meshOf.resize(1);
+    model_.carried.meshOf[0].mesh = 0;
+    AddSurface(0);
+    const Json mesh = Build().meshes.at(0);
+    EXPECT_EQ(written_.Read<std::uint32_t>(mesh["extensions"]["X"]["indices"]).at(0), 7U);
+}
+
 TEST_F(GltfNodeMeshes, MeshesWithMorphTargetsAreTheNodesAndOthersHaveAChild)
 {
     model_.carried.meshes = {Json::object()};

@@ -30,8 +30,8 @@ struct ExportOptions
 /// Writes a model to a file; the extension selects the format.
 ///
 /// The file, and the companions that some formats need, are written to a temporary folder next to it and moved into
-/// place once they are complete and on the disk, the file itself last. An existing file is replaced; existing companions
-/// only if the file existed, too.
+/// place once they are complete and on the disk, the file itself last. An existing file is replaced; existing
+/// companions only if the file existed, too.
 ///
 /// @return what the format cannot hold.
 /// @throws ToolError if the extension is not supported, or the file cannot be written. Nothing has changed then,

@@ -2,15 +2,11 @@
 
 #include <assimp/material.h>
 #include <fmt/format.h>
-#include <importing/math/SameBits.h>
 #include <sceneprep/assimp/Conversions.h>
 #include <sceneprep/assimp/MapTypes.h>
 #include <sceneprep/assimp/Roughness.h>
-#include <sceneprep/assimp/SourceFormat.h>
-#include <sceneprep/import/ImportTextureTransform.h>
 #include <sceneprep/import/MaterialPatch.h>
 #include <sceneprep/model/EncodePng.h>
-#include <sceneprep/model/Uri.h>
 
 #include <algorithm>
 #include <optional>
@@ -61,6 +57,15 @@ Material ConvertMaterial(const aiMaterial& source)
     return material;
 }
 
+/// Transforms have no form that all readers of Assimp agree on.
+bool HasTransform(const aiMaterial& source, aiTextureType type, unsigned layer)
+{
+    aiUVTransform transform;
+    return source.Get(AI_MATKEY_UVTRANSFORM(type, layer), transform) == aiReturn_SUCCESS &&
+           !(transform.mTranslation == aiVector2D(0, 0) && transform.mScaling == aiVector2D(1, 1) &&
+             transform.mRotation == 0);
+}
+
 bool IsRepeated(const aiMaterial& source, aiTextureType type, unsigned layer)
 {
     int u = aiTextureMapMode_Wrap;
@@ -75,8 +80,7 @@ bool RepeatsDiffuse(std::vector<Map>& maps, Map& map)
 {
     return map.GetType() == "base-color" && std::any_of(maps.begin(), maps.end(), [&map](Map& other) {
                return other.GetType() == "diffuse" && other.GetTextureID() == map.GetTextureID() &&
-                      other.GetUVSetIndex() == map.GetUVSetIndex() &&
-                      Importing::SameBits(other.GetMatrix(), map.GetMatrix());
+                      other.GetUVSetIndex() == map.GetUVSetIndex();
            });
 }
 
@@ -130,14 +134,13 @@ std::vector<Map> MaterialImporter::ImportMaps(const aiMaterial& source)
             ai_real amount = 1;
             if (source.GetTexture(type.texture, i, &file, nullptr, &uvSet, &amount) != aiReturn_SUCCESS)
                 continue;
-            // Only glTF percent-encodes paths; the container holds plain paths.
-            const std::string path = IsFromGltf(source_) ? DecodeUri(file.C_Str()) : file.C_Str();
+            const std::string path = file.C_Str();
             Map map;
             map.SetTextureID(scene_.AddTextureToLibrary(path, true));
             map.SetType(type.name);
             map.SetUVSetIndex(uvSet);
             map.SetAmount(amount);
-            ApplyTransform(source, type.texture, i, map);
+            droppedTransforms_ += HasTransform(source, type.texture, i) ? 1 : 0;
             textures_.spelling.emplace(scene_.TextureLibrary[static_cast<std::size_t>(map.GetTextureID())], path);
             if (RepeatsDiffuse(maps, map))
                 continue;
@@ -146,17 +149,6 @@ std::vector<Map> MaterialImporter::ImportMaps(const aiMaterial& source)
         }
     }
     return maps;
-}
-
-void MaterialImporter::ApplyTransform(const aiMaterial& source, aiTextureType type, unsigned layer, Map& map)
-{
-    const std::optional<aiUVTransform> transform = FindTextureTransform(source, type, layer);
-    if (!transform)
-        return;
-    if (IsFromGltf(source_))
-        map.SetMatrix(GltfTextureMatrix(*transform));
-    else
-        ++droppedTransforms_;
 }
 
 std::vector<std::string> MaterialImporter::Notes() const

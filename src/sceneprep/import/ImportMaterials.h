@@ -37,8 +37,6 @@ private:
     Imported Import(const aiMaterial& material);
     int AddMaterial(const aiMaterial& material);
     std::vector<Importing::Map> ImportMaps(const aiMaterial& material);
-    /// Sets the texture transform of the map, or counts it as dropped.
-    void ApplyTransform(const aiMaterial& material, aiTextureType type, unsigned layer, Importing::Map& map);
 
     const aiScene& source_;
     Importing::SceneContainer& scene_;

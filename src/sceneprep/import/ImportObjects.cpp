@@ -4,7 +4,6 @@
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/assimp/CameraFrame.h>
 #include <sceneprep/assimp/Conversions.h>
-#include <sceneprep/assimp/SourceFormat.h>
 
 #include <numbers>
 
@@ -43,25 +42,15 @@ FieldsOfView FieldsOf(const aiCamera& source)
     return {x, source.mAspect > 0 ? OtherFieldOfView(x, 1 / source.mAspect) : x};
 }
 
-/// For glTF, Assimp returns the vertical field of view times the aspect ratio as the horizontal field of view.
-FieldsOfView GltfFieldsOf(const aiCamera& source)
-{
-    const float aspect = source.mAspect > 0 ? source.mAspect : 1;
-    const float y = source.mHorizontalFOV / aspect;
-    return {OtherFieldOfView(y, aspect), y};
-}
-
 /// Some importers of Assimp set an orthographic width, others a field of view of 0.
 bool IsOrthographic(const aiCamera& source) { return source.mOrthographicWidth > 0 || source.mHorizontalFOV == 0; }
 
-Camera ConvertCamera(const aiCamera& source, bool isFromGltf)
+Camera ConvertCamera(const aiCamera& source)
 {
     Camera camera;
     camera.SetName(source.mName.C_Str());
-    // A glTF camera has no transform of its own; Assimp sets its position to that of the node, which would count twice.
-    const aiVector3D position = isFromGltf ? aiVector3D() : source.mPosition;
-    camera.SetOffsetMatrix(OffsetOf(position, source.mLookAt, source.mUp));
-    const FieldsOfView fields = isFromGltf ? GltfFieldsOf(source) : FieldsOf(source);
+    camera.SetOffsetMatrix(OffsetOf(source.mPosition, source.mLookAt, source.mUp));
+    const FieldsOfView fields = FieldsOf(source);
     camera.SetFovX(fields.x * kDegreesPerRadian);
     camera.SetFovY(fields.y * kDegreesPerRadian);
     camera.SetNearZ(source.mClipPlaneNear);
@@ -106,7 +95,6 @@ Light ConvertLight(const aiLight& source)
 
 std::vector<std::string> ImportCameras(const aiScene& source, const NodeNames& nodes, Importing::SceneContainer& scene)
 {
-    const bool isFromGltf = IsFromGltf(source);
     std::size_t orthographic = 0;
     for (unsigned i = 0; i < source.mNumCameras; ++i)
     {
@@ -117,7 +105,7 @@ std::vector<std::string> ImportCameras(const aiScene& source, const NodeNames& n
             continue;
         }
         NodeCalled(camera.mName, nodes, scene).CameraList.push_back(static_cast<int>(scene.CameraLibrary.size()));
-        scene.CameraLibrary.push_back(ConvertCamera(camera, isFromGltf));
+        scene.CameraLibrary.push_back(ConvertCamera(camera));
     }
     if (orthographic == 0)
         return {};

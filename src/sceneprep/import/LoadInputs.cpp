@@ -47,7 +47,8 @@ OpenedModel Open(const fs::path& file, Progress& progress, const WorkState& stat
     }
 }
 
-Input Read(const fs::path& file, const PluginLibrary& plugin, Progress& progress, WorkState& state)
+Input Read(const fs::path& file, const LoadOptions& options, const PluginLibrary& plugin, Progress& progress,
+           WorkState& state)
 {
     state.Enter(WorkState::Phase::Reading, file);
     Input input;
@@ -56,7 +57,8 @@ Input Read(const fs::path& file, const PluginLibrary& plugin, Progress& progress
     input.steps.push_back(
         RunStep("Read " + file.filename().string(), progress, [&] { opened = Open(file, progress, state); }));
     input.steps.push_back(RunStep("Import " + file.filename().string(), progress, [&] {
-        ConvertModel(std::move(*opened), input.model, {}, [&](double part) { progress.Update(part); });
+        ConvertModel(std::move(*opened), input.model, {.scene = options.scene},
+                     [&](double part) { progress.Update(part); });
         opened.reset();
         ReturnFreedMemory();
     }));
@@ -86,7 +88,7 @@ Inputs LoadInputs(const std::vector<fs::path>& files, const LoadOptions& options
         std::optional<Input> input;
         try
         {
-            input = Read(file, plugin, progress, state);
+            input = Read(file, options, plugin, progress, state);
         }
         catch (const std::exception& error)
         {

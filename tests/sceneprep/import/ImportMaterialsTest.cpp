@@ -130,23 +130,6 @@ TEST_F(ImportMaterialsTest, ABaseColourEqualToTheDiffuseTextureIsNotASecondLayer
     EXPECT_EQ(scene_.TextureLibrary.size(), 1U);
 }
 
-TEST_F(ImportMaterialsTest, ABaseColourWithAnotherTransformIsASecondLayer)
-{
-    source_.mMetaData = aiMetadata::Alloc(1);
-    source_.mMetaData->Set(0, AI_METADATA_SOURCE_FORMAT, aiString("glTF2 Importer"));
-    aiMaterial& source = AddMaterial();
-    AddTexture(source, aiTextureType_DIFFUSE, "a.png");
-    AddTexture(source, aiTextureType_BASE_COLOR, "a.png");
-    aiUVTransform moved;
-    moved.mScaling = {2, 1};
-    source.AddProperty(&moved, 1, AI_MATKEY_UVTRANSFORM(aiTextureType_BASE_COLOR, 0));
-    Surface surface = Import(0);
-    ASSERT_EQ(surface.MapList.size(), 2U);
-    EXPECT_EQ(surface.MapList[0].GetMatrix()._11, 1);
-    EXPECT_EQ(surface.MapList[1].GetMatrix()._11, 2);
-    EXPECT_TRUE(importer_->Notes().empty());
-}
-
 TEST_F(ImportMaterialsTest, ReportsDroppedContentOncePerMaterial)
 {
     const aiString mask("MASK");

@@ -44,7 +44,8 @@ class LoadInputsTest : public testing::Test
 protected:
     Inputs Load(const PrepareCommand& options)
     {
-        return LoadInputs(options.inputs, {.keepGoing = options.keepGoing, .scene = {}}, plugin_, progress_, state_);
+        return LoadInputs(options.inputs, {.keepGoing = options.keepGoing, .scene = options.scene}, plugin_, progress_,
+                          state_);
     }
 
     std::filesystem::path Broken() { return folder_.Write("broken.obj.glb", "no glTF at all"); }
@@ -77,6 +78,14 @@ TEST_F(LoadInputsTest, FurtherInputsAreAppendedWithoutSpareNodes)
     EXPECT_EQ(Support::NodeNamed(*loaded.model.scene, "Root").ChildList.size(), 3U);
     EXPECT_EQ(loaded.steps[4].name, "Append small.obj");
     EXPECT_THAT(loaded.read, ElementsAre(small, small, small));
+}
+
+TEST_F(LoadInputsTest, ReadsTheSceneThatIsNamed)
+{
+    const auto file = folder_.Write("a.gltf", R"({"asset":{"version":"2.0"},"nodes":[{"name":"A"},{"name":"B"}],
+        "scenes":[{"nodes":[0]},{"name":"Second","nodes":[1]}]})");
+    EXPECT_EQ(Support::ToText(*Load({.inputs = {file}}).model.scene), "A");
+    EXPECT_EQ(Support::ToText(*Load({.inputs = {file}, .scene = "Second"}).model.scene), "B");
 }
 
 TEST_F(LoadInputsTest, AnInputThatCannotBeReadEndsTheWork)

@@ -78,7 +78,10 @@ bool ReadBinaryForm(Bytes bytes, GltfFile& file)
     const Chunk json = ChunkAt(bytes, kHeader, end);
     if (json.type != kJsonChunk)
         throw FormatError("the first chunk of the file is not JSON");
-    file.document = GltfImport::ParseJson(TextOf(bytes, json.begin, json.end));
+    std::string_view text = TextOf(bytes, json.begin, json.end);
+    while (text.ends_with('\0'))  // some writers do not pad with blanks
+        text.remove_suffix(1);
+    file.document = GltfImport::ParseJson(text);
     if (json.end + kChunkHeader > end)
         return true;
     const Chunk binary = ChunkAt(bytes, json.end, end);

@@ -34,6 +34,7 @@ TEST(GltfFile, HasChunksInTheBinaryForm)
     EXPECT_EQ(file->binary, (std::vector<std::uint8_t>{'a', 'b', 'c', 'd'}));
     EXPECT_FALSE(OpenGltf(folder.Write("b.glb", Glb(kEmpty, "")))->binary);
     EXPECT_FALSE(OpenGltf(folder.Write("c.glb", kEmpty))->binary);
+    EXPECT_TRUE(OpenGltf(folder.Write("d.glb", Glb(kEmpty + std::string(3, '\0'), "abcd")))->binary);
 }
 
 TEST(GltfFile, VersionOneIsAnotherFormat)

@@ -79,13 +79,13 @@ std::vector<std::uint8_t> Packed(const Elements& elements)
 }  // namespace
 
 Accessors::Accessors(const Field& document, BufferViews& views)
-    : document_(document), views_(views), count_(document.SizeOf("accessors"))
+    : list_(document.Find("accessors")), views_(views), count_(document.SizeOf("accessors"))
 {}
 
 Accessor Accessors::Get(const Field& reference, std::initializer_list<std::string_view> types)
 {
     const int index = reference.IndexBelow(count_);
-    const Field field = document_.Member("accessors").Element(static_cast<std::size_t>(index));
+    const Field field = list_->Element(static_cast<std::size_t>(index));
     Accessor accessor{.elements = LayoutOf(field, types), .typeName = field.Member("type").Text(), .index = index};
     if (field.Has("bufferView"))
         ReadView(field, accessor.elements);
@@ -150,7 +150,7 @@ CarriedAccessor Accessors::Carry(const Accessor& accessor)
     carried.bytes = Packed(accessor.elements);
     if (accessor.index < 0)
         return carried;
-    const Field field = document_.Member("accessors").Element(static_cast<std::size_t>(accessor.index));
+    const Field field = list_->Element(static_cast<std::size_t>(accessor.index));
     if (const std::optional<Field> min = field.Find("min"))
         carried.min = min->Get();
     if (const std::optional<Field> max = field.Find("max"))

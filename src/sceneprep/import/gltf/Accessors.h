@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,7 +51,7 @@ private:
     void ReadView(const Field& field, Elements& elements);
     void ResolveSparse(const Field& sparse, Accessor& accessor);
 
-    Field document_;
+    std::optional<Field> list_;  ///< none in documents without accessors
     BufferViews& views_;
     std::size_t count_;
 };

@@ -7,12 +7,12 @@ namespace Sceneprep::GltfImport
 {
 
 BufferViews::BufferViews(const Field& document, Buffers& buffers)
-    : document_(document), buffers_(buffers), count_(document.SizeOf("bufferViews"))
+    : list_(document.Find("bufferViews")), buffers_(buffers), count_(document.SizeOf("bufferViews"))
 {}
 
 BufferView BufferViews::Get(std::size_t index)
 {
-    const Field view = document_.Member("bufferViews").Element(index);
+    const Field view = list_->Element(index);
     const std::size_t stride = view.WholeOr("byteStride", 0);
     const auto known = decoded_.find(index);
     if (known != decoded_.end())

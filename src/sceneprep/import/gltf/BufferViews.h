@@ -4,6 +4,7 @@
 #include <sceneprep/import/gltf/Field.h>
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <unordered_map>
 #include <vector>
@@ -33,7 +34,7 @@ public:
 private:
     std::span<const std::uint8_t> BytesOf(const Field& view);
 
-    Field document_;
+    std::optional<Field> list_;  ///< none in documents without buffer views
     Buffers& buffers_;
     std::size_t count_;
     std::unordered_map<std::size_t, std::vector<std::uint8_t>> decoded_;

@@ -167,9 +167,10 @@ void MarkKeptNodes(const Field& document, const SceneNodes& nodes, Model& model)
                 keep(channel.node);
         }
     }
+    const std::optional<Field> list = document.Find("nodes");
     for (std::size_t key = 0; key < nodes.nodeOf.size(); ++key)
     {
-        const Field node = document.Member("nodes").Element(key);
+        const Field node = list->Element(key);
         const std::optional<Field> visibility =
             node.Has("extensions") ? node.Extension("KHR_node_visibility") : std::nullopt;
         if (visibility && !visibility->FlagOr("visible", true))

@@ -44,8 +44,9 @@ void Strip(Json& node)
 }  // namespace
 
 Nodes::Nodes(const Field& document, Accessors& accessors, Meshes& meshes, Model& model)
-    : document_(document), accessors_(accessors), meshes_(meshes), model_(model),
-      local_(document.SizeOf("nodes"), Identity()), skin_(document.SizeOf("nodes"), -1)
+    : document_(document), list_(document.Find("nodes")), meshCount_(document.SizeOf("meshes")),
+      skinCount_(document.SizeOf("skins")), cameraCount_(document.SizeOf("cameras")), accessors_(accessors),
+      meshes_(meshes), model_(model), local_(document.SizeOf("nodes"), Identity()), skin_(document.SizeOf("nodes"), -1)
 {}
 
 SceneNodes Nodes::Read(const NodeTree& tree, const ChosenScene& scene)
@@ -69,7 +70,7 @@ SceneNodes Nodes::Read(const NodeTree& tree, const ChosenScene& scene)
         const auto [key, parent] = pending.back();
         pending.pop_back();
         const auto file = static_cast<std::size_t>(key);
-        const Field field = document_.Member("nodes").Element(file);
+        const Field field = list_->Element(file);
         const int node = AddNode(field, key, parent);
         nodes.nodeOf[file] = node;
         AddSurfaces(field, node, nodes);
@@ -107,8 +108,8 @@ int Nodes::AddBareNode(const std::string& name, const D3DXMATRIX& local, int key
 
 void Nodes::AddSurfaces(const Field& field, int node, SceneNodes& nodes)
 {
-    const int mesh = field.IndexOrNone("mesh", document_.SizeOf("meshes"));
-    const int skin = field.IndexOrNone("skin", document_.SizeOf("skins"));
+    const int mesh = field.IndexOrNone("mesh", meshCount_);
+    const int skin = field.IndexOrNone("skin", skinCount_);
     if (mesh < 0)
         return;
     skin_[static_cast<std::size_t>(At(model_.supplement.nodeKeys, node))] = skin;
@@ -146,7 +147,7 @@ void Nodes::AddMesh(const Field& field, int mesh, int skin, int node, SceneNodes
 
 void Nodes::AddCameras(const Field& field, int node)
 {
-    const int camera = field.IndexOrNone("camera", document_.SizeOf("cameras"));
+    const int camera = field.IndexOrNone("camera", cameraCount_);
     if (camera < 0)
         return;
     std::vector<Importing::Camera>& library = model_.scene->CameraLibrary;

@@ -7,6 +7,7 @@
 #include <sceneprep/model/Model.h>
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace Sceneprep::GltfImport
@@ -55,6 +56,10 @@ private:
     bool IsOwnNode(const Field& field) const;
 
     Field document_;
+    std::optional<Field> list_;  ///< none in documents without nodes
+    std::size_t meshCount_;
+    std::size_t skinCount_;
+    std::size_t cameraCount_;
     Accessors& accessors_;
     Meshes& meshes_;
     Model& model_;

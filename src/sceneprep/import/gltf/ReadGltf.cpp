@@ -45,8 +45,9 @@ void CheckLists(const Field& document)
     CheckExtensions(document);
     for (const std::string_view list : kLists)
     {
-        for (std::size_t i = 0; i < document.SizeOf(list); ++i)
-            CheckExtensions(document.Member(list).Element(i));
+        const std::optional<Field> objects = document.Find(list);
+        for (std::size_t i = 0; objects && i < objects->Size(); ++i)
+            CheckExtensions(objects->Element(i));
     }
     if (const std::optional<Field> lights = document.Extension("KHR_lights_punctual"))
         lights->SizeOf("lights");

@@ -237,8 +237,11 @@ TEST_P(RealFilesTest, ExportAndImportKeepThePreparedWorld)
 TEST_P(RealFilesTest, TwoOfAKindAreTwiceTheWorld)
 {
     Model model = ModelOf(Import(GetParam()));
+    model.file = GetParam();
     const WorldMeasure before = Measure(*model.scene);
-    AppendModel(model, ModelOf(Import(GetParam())));
+    Model other = ModelOf(Import(GetParam()));
+    other.file = GetParam();
+    AppendModel(model, std::move(other));
     const WorldMeasure after = Measure(*model.scene);
     EXPECT_EQ(after.triangles, 2 * before.triangles);
     EXPECT_EQ(after.min, before.min);

@@ -42,7 +42,7 @@ std::vector<Source> SourcesOf(const VertexLayout& from, const VertexLayout& to)
         const VertexAttribute* old = FindAttribute(from, attribute.name);
         for (int set = 0; set < SetsOf(attribute); ++set)
         {
-            Source& source = sources[static_cast<std::size_t>(attribute.firstSet + set)];
+            Source& source = sources[static_cast<std::size_t>(attribute.firstSet) + static_cast<std::size_t>(set)];
             if (IsColor(attribute))
                 source.fill = D3DXVECTOR2(1, 1);
             if (old != nullptr && set < SetsOf(*old))

@@ -55,6 +55,7 @@ function cornerOf(object, i) {
     const values = Array.from({ length: attributes[name].itemSize }, (_, c) => attributes[name].getComponent(i, c));
     if (name === 'normal') values.splice(0, 3, ...new THREE.Vector3(...values).applyMatrix3(turn).normalize().toArray());
     if (name === 'tangent') values.splice(0, 3, ...new THREE.Vector3(...values).transformDirection(object.matrixWorld).toArray());
+    if (name === 'color' && values.length === 3) values.push(1); // opaque, as the format says
     corner.push(name, ...values.map(rounded));
   }
   return corner.join(' ');
@@ -135,7 +136,7 @@ export async function draw(base64) {
   const renderer = new THREE.WebGLRenderer({ antialias: false, preserveDrawingBuffer: true });
   renderer.setSize(size, size);
   renderer.setClearColor(0x808080);
-  const { center, radius } = new THREE.Box3().setFromObject(scene).getBoundingSphere(new THREE.Sphere());
+  const { center, radius } = new THREE.Box3().setFromObject(scene, true).getBoundingSphere(new THREE.Sphere());
   const camera = new THREE.PerspectiveCamera(40, 1, radius / 50, radius * 20);
   camera.position.copy(center).addScaledVector(new THREE.Vector3(0.3, 0.4, 1).normalize(), radius * 3.2);
   camera.lookAt(center);

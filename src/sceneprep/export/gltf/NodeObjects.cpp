@@ -24,6 +24,17 @@ const CarriedObject* CarriedOf(const std::vector<CarriedObject>& objects, int in
     return isCarried ? &At(objects, index) : nullptr;
 }
 
+/// Returns the transform of a light in its node. A point light has no direction, so that its position is enough.
+D3DXMATRIX PlacementOfLight(Importing::Light& light)
+{
+    const Importing::Transform offset = light.GetOffsetMatrix();
+    if (light.GetType() != Importing::Light::LightType::Point)
+        return PlacementOf(offset);
+    const D3DXMATRIX matrix = Importing::Transform(offset).GetMatrix();
+    D3DXMATRIX placement;
+    return *D3DXMatrixTranslation(&placement, matrix._41, matrix._42, matrix._43);
+}
+
 int FindIn(const std::unordered_map<int, int>& written, int key)
 {
     const auto found = written.find(key);
@@ -60,7 +71,7 @@ void NodeObjectWriter::WriteCamera(int camera, int node, int target)
                           : AppendCarried(carried->object, model_.carried.cameras, document_.cameras, cameras_);
     const bool isTaken = EntryAt(document_.nodes, target).contains("camera") || IsOfOtherNode(carried, node);
     const std::string name = carried == nullptr ? source.GetName() : carried->nodeName;
-    EntryAt(document_.nodes, Place(source.GetOffsetMatrix(), name, isTaken, target))["camera"] = index;
+    EntryAt(document_.nodes, Place(PlacementOf(source.GetOffsetMatrix()), name, isTaken, target))["camera"] = index;
 }
 
 void NodeObjectWriter::WriteLight(int light, int node, int target)
@@ -79,15 +90,14 @@ void NodeObjectWriter::WriteLight(int light, int node, int target)
     const bool isTaken =
         (object.contains("extensions") && object["extensions"].contains(kLights)) || IsOfOtherNode(carried, node);
     const std::string name = carried == nullptr ? source.GetName() : carried->nodeName;
-    const int place = Place(source.GetOffsetMatrix(), name, isTaken, target);
+    const int place = Place(PlacementOfLight(source), name, isTaken, target);
     EntryAt(document_.nodes, place)["extensions"][kLights] = {{"light", index}};
 }
 
 /// @return the node itself if it can hold the camera or light, otherwise a new child.
-int NodeObjectWriter::Place(const Importing::Transform& offset, const std::string& name, bool isTaken, int target)
+int NodeObjectWriter::Place(const D3DXMATRIX& matrix, const std::string& name, bool isTaken, int target)
 {
     Json transform = Json::object();
-    const D3DXMATRIX matrix = PlacementOf(offset);
     if (IsFinite(matrix))
         SetMatrix(matrix, transform);
     else

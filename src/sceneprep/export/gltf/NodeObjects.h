@@ -36,7 +36,7 @@ public:
 private:
     void WriteCamera(int camera, int node, int target);
     void WriteLight(int light, int node, int target);
-    int Place(const Importing::Transform& offset, const std::string& name, bool isTaken, int target);
+    int Place(const D3DXMATRIX& matrix, const std::string& name, bool isTaken, int target);
     bool IsOfOtherNode(const CarriedObject* carried, int node) const;
 
     const Model& model_;

@@ -130,9 +130,9 @@ void AddCamerasAndLights(const PlannedNode& node, int target, UniqueNames& names
     const std::string targetName = building.nodes.NameOf(target);
     const bool isOnlyOne =
         source.CameraList.size() + source.LightList.size() == 1 && !targetName.empty() && names.Uses(targetName) == 1;
-    const auto placeFor = [&](const std::string& name, const char* otherwise) {
+    const auto placeFor = [&](const std::string& name, const char* otherwise) -> std::string {
         if (isOnlyOne)
-            return targetName;
+            return std::string(targetName);
         const std::string unique = names.Make(ExportName(name, building.format), otherwise);
         return building.nodes.NameOf(building.nodes.Add(target, unique));
     };

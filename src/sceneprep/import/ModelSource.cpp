@@ -66,8 +66,9 @@ void CheckReadable(const std::filesystem::path& file)
     if (type != std::filesystem::file_type::regular)
         throw ToolError(fmt::format("cannot read {}: it is not a file; name a model file", file.string()));
     if (!Assimp::Importer().IsExtensionSupported(file.extension().string()))
-        throw ToolError(fmt::format("cannot read {}: unsupported file extension '{}'; 'sceneprep formats' lists the supported ones",
-                                    file.string(), file.extension().string()));
+        throw ToolError(
+            fmt::format("cannot read {}: unsupported file extension '{}'; 'sceneprep formats' lists the supported ones",
+                        file.string(), file.extension().string()));
 }
 
 }  // namespace Sceneprep

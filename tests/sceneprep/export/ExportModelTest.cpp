@@ -299,7 +299,8 @@ TEST_F(ExportModelTest, WhatCannotBeWrittenIsToldInOneLine)
 {
     const std::string unknown = (folder_ / "out.zzz").string();
     EXPECT_EQ(ExportError(unknown),
-              "cannot write " + unknown + ": unsupported file extension '.zzz'; 'sceneprep formats' lists the supported ones");
+              "cannot write " + unknown +
+                  ": unsupported file extension '.zzz'; 'sceneprep formats' lists the supported ones");
     const std::string nowhere = (folder_ / "no/out.glb").string();
     EXPECT_EQ(ExportError(nowhere),
               "cannot write " + nowhere + ": there is no folder " + (folder_ / "no").string() + "; create it first");

@@ -10,16 +10,14 @@
 namespace Sceneprep::Gltf
 {
 
-/// Types of components, by the numbers of the format.
-enum ComponentType : int
-{
-    kByte = 5120,
-    kUnsignedByte = 5121,
-    kShort = 5122,
-    kUnsignedShort = 5123,
-    kUnsignedInt = 5125,
-    kFloat = 5126
-};
+/// The type of the components of an array, as the format numbers it.
+using ComponentType = int;
+inline constexpr ComponentType kByte = 5120;
+inline constexpr ComponentType kUnsignedByte = 5121;
+inline constexpr ComponentType kShort = 5122;
+inline constexpr ComponentType kUnsignedShort = 5123;
+inline constexpr ComponentType kUnsignedInt = 5125;
+inline constexpr ComponentType kFloat = 5126;
 
 /// What an array is used for; the format asks for it in bufferView.target.
 enum class Usage

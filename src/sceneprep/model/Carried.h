@@ -38,8 +38,8 @@ struct CarriedImage
     std::filesystem::path file;    ///< as the model file refers to it, decoded; empty for embedded images
 };
 
-/// A material of the file, and what its primitives say beside it. The container has one material for each combination,
-/// so that merging joins only what agrees in everything.
+/// A material of the file, and the extras and extensions of its primitives. The container has one material for each
+/// combination, so that merging joins only what agrees in everything.
 struct CarriedMaterial
 {
     /// For materials that came from another format: what the container's material cannot express, as a merge patch for

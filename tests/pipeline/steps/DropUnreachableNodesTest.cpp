@@ -15,7 +15,7 @@ TEST(DropUnreachableNodes, UnreachableNodesGoAndTheOthersKeepTheirOrder)
 {
     SceneContainer scene = Scene("Root( A( B ) C ) | Lost( Lost2 )");
     SceneSupplement supplement;
-    std::swap(scene.NodeLibrary[0], scene.NodeLibrary[4]);  // the root stands behind a lost node
+    std::swap(scene.NodeLibrary[0], scene.NodeLibrary[4]);  // the index of a lost node is lower than that of the root
     scene.SetRootNodeIndex(4);
     supplement.nodeKeys = {10, 11, 12, 13, 14};
     DropUnreachableNodes({scene, supplement});

@@ -172,7 +172,7 @@ void ImageWriter::AddNotes(Notes& notes) const
     for (const std::string& file : missing_)
         notes.Add(fmt::format("the image file '{}' is missing; the reference to it is kept", file));
     for (const std::string& file : unknown_)
-        notes.Add(fmt::format("the file '{}' is no known kind of image; the reference to it is kept", file));
+        notes.Add(fmt::format("the file '{}' has an unknown image type; the reference to it is kept", file));
     if (!dropped_.empty())
         notes.AddLoss("images", fmt::format("dropped images that are not PNG, JPEG, WebP, AVIF, KTX2 or DDS: {}",
                                             fmt::join(dropped_, ", ")));

@@ -22,7 +22,7 @@ struct PlannedSurface
 /// A node of the file.
 struct PlannedNode
 {
-    int source = -1;  ///< the node of the scene; -1 for a joint that is no node of the scene
+    int source = -1;  ///< the node of the scene; -1 for a joint without a node in the scene
     int parent = -1;  ///< index into ExportPlan::nodes; -1 for the root
     std::string name = {};
     D3DXMATRIX local = {};

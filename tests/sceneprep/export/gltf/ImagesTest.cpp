@@ -143,7 +143,7 @@ TEST_F(GltfImages, AFileThatIsNoImageIsNotCopied)
     writer.AddFile("../secret.txt", Json::object());
     EXPECT_EQ(document_.images[0]["uri"], "../secret.txt");
     EXPECT_THAT(NotesOf(writer),
-                ElementsAre("the file '../secret.txt' is no known kind of image; the reference to it is kept"));
+                ElementsAre("the file '../secret.txt' has an unknown image type; the reference to it is kept"));
 }
 
 TEST_F(GltfImages, EmbeddedImagesOfOtherKindsAreDroppedAndReported)

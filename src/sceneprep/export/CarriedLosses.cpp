@@ -74,7 +74,7 @@ void AddMaterialLosses(const Carried& carried, Notes& notes)
 }
 
 /// "COLOR_1" and "COLOR_0" are one kind; attributes whose name begins with an underscore keep it.
-std::string KindOf(const std::string& attribute) { return attribute.starts_with("COLOR_") ? "COLOR" : attribute; }
+std::string AttributeFamily(const std::string& attribute) { return attribute.starts_with("COLOR_") ? "COLOR" : attribute; }
 
 void AddAttributeLosses(const Pipeline::SceneSupplement& supplement, Notes& notes)
 {
@@ -82,7 +82,7 @@ void AddAttributeLosses(const Pipeline::SceneSupplement& supplement, Notes& note
     for (const Pipeline::VertexLayout& layout : supplement.layouts)
     {
         for (const Pipeline::VertexAttribute& attribute : layout.attributes)
-            ++meshes[KindOf(attribute.name)];
+            ++meshes[AttributeFamily(attribute.name)];
     }
     for (const auto& [kind, count] : meshes)
     {

@@ -23,7 +23,7 @@ namespace
 using Importing::Geometry;
 using Importing::Vertex;
 
-bool IsFinite(const D3DXVECTOR3& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
+bool IsFinitePosition(const D3DXVECTOR3& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
 
 /// Gives a vector unit length, in double precision, so that short normals keep their direction.
 /// @return whether the vector has a direction.
@@ -117,7 +117,7 @@ std::optional<MeshArrays> MeshWriter::WriteTriangles(Geometry& geometry, const P
 std::vector<std::uint32_t> MeshWriter::UsableTriangles(Geometry& geometry)
 {
     Importing::CheckIndices(geometry.IndexArray, geometry.VertexArray.size());
-    const auto isFinite = [](Vertex& vertex) { return IsFinite(vertex.Vertex::GetPosition()); };
+    const auto isFinite = [](Vertex& vertex) { return IsFinitePosition(vertex.Vertex::GetPosition()); };
     if (geometry.IndexArray.size() % 3 == 0 &&
         std::all_of(geometry.VertexArray.begin(), geometry.VertexArray.end(), isFinite))
         return geometry.IndexArray;

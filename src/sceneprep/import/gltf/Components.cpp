@@ -71,7 +71,7 @@ struct NamedType
     ElementType type;
 };
 
-constexpr std::array<NamedType, 7> kTypes = {{{"SCALAR", {1, 1}},
+constexpr std::array<NamedType, 7> kElementTypes = {{{"SCALAR", {1, 1}},
                                               {"VEC2", {1, 2}},
                                               {"VEC3", {1, 3}},
                                               {"VEC4", {1, 4}},
@@ -109,8 +109,8 @@ std::size_t ElementType::SizeIn(Component component) const
 ElementType ElementTypeOf(std::string_view name)
 {
     const auto* found =
-        std::find_if(kTypes.begin(), kTypes.end(), [&](const NamedType& type) { return type.name == name; });
-    return found == kTypes.end() ? ElementType() : found->type;
+        std::find_if(kElementTypes.begin(), kElementTypes.end(), [&](const NamedType& type) { return type.name == name; });
+    return found == kElementTypes.end() ? ElementType() : found->type;
 }
 
 void ToFloats(const Elements& elements, float* floats)

@@ -20,7 +20,7 @@ struct ImageType
     const char* hint;
 };
 
-constexpr std::array<ImageType, 5> kTypes = {{{"image/png", "png"},
+constexpr std::array<ImageType, 5> kImageTypes = {{{"image/png", "png"},
                                               {"image/jpeg", "jpg"},
                                               {"image/webp", "webp"},
                                               {"image/ktx2", "ktx2"},
@@ -28,7 +28,7 @@ constexpr std::array<ImageType, 5> kTypes = {{{"image/png", "png"},
 
 std::string HintFor(std::string_view mediaType)
 {
-    for (const ImageType& type : kTypes)
+    for (const ImageType& type : kImageTypes)
     {
         if (type.mediaType == mediaType)
             return type.hint;

@@ -23,7 +23,8 @@
 namespace Sceneprep
 {
 
-using namespace GltfImport;
+namespace GltfImport
+{
 
 namespace
 {
@@ -121,15 +122,17 @@ void Read(GltfFile& file, Model& model, const GltfReadOptions& options, const Pi
 
 }  // namespace
 
+}  // namespace GltfImport
+
 void ReadGltf(GltfFile file, Model& model, const GltfReadOptions& options, const Pipeline::PartListener& listener)
 {
     model.file = file.path;
     model.scene->SetName(file.path.stem().string());
     try
     {
-        Read(file, model, options, listener);
+        GltfImport::Read(file, model, options, listener);
     }
-    catch (const FormatError& error)
+    catch (const GltfImport::FormatError& error)
     {
         throw ToolError(fmt::format("cannot read {}: {}", file.path.string(), OneLine(error.what())));
     }

@@ -74,7 +74,10 @@ void AddMaterialLosses(const Carried& carried, Notes& notes)
 }
 
 /// "COLOR_1" and "COLOR_0" are one kind; attributes whose name begins with an underscore keep it.
-std::string AttributeFamily(const std::string& attribute) { return attribute.starts_with("COLOR_") ? "COLOR" : attribute; }
+std::string AttributeFamily(const std::string& attribute)
+{
+    return attribute.starts_with("COLOR_") ? "COLOR" : attribute;
+}
 
 void AddAttributeLosses(const Pipeline::SceneSupplement& supplement, Notes& notes)
 {

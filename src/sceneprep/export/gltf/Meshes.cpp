@@ -145,7 +145,7 @@ void MeshWriter::WritePositions(Geometry& geometry, const std::vector<std::uint3
     for (Vertex& vertex : geometry.VertexArray)
     {
         const D3DXVECTOR3 position = vertex.Vertex::GetPosition();
-        positions.push_back(IsFinite(position) ? position : usable);
+        positions.push_back(IsFinitePosition(position) ? position : usable);
     }
 
     const int accessor = buffers_.Add(positions, {"VEC3"}, Usage::Vertices);

@@ -22,7 +22,8 @@ struct Shear
     D3DXQUATERNION rotation;
 };
 
-bool IsSameMatrix(const D3DXMATRIX& a, const D3DXMATRIX& b) { return std::memcmp(&a, &b, sizeof(a)) == 0; }
+/// Returns whether all bits are equal, those of zeros and NaN included.
+bool IsSameMatrix(const D3DXMATRIX& a, const D3DXMATRIX& b) { return std::memcmp(&a.m, &b.m, sizeof(a.m)) == 0; }
 
 /// Returns what the node keeps of the input.
 Json KeptObject(const CarriedNode* carried)

@@ -72,12 +72,12 @@ struct NamedType
 };
 
 constexpr std::array<NamedType, 7> kElementTypes = {{{"SCALAR", {1, 1}},
-                                              {"VEC2", {1, 2}},
-                                              {"VEC3", {1, 3}},
-                                              {"VEC4", {1, 4}},
-                                              {"MAT2", {2, 2}},
-                                              {"MAT3", {3, 3}},
-                                              {"MAT4", {4, 4}}}};
+                                                     {"VEC2", {1, 2}},
+                                                     {"VEC3", {1, 3}},
+                                                     {"VEC4", {1, 4}},
+                                                     {"MAT2", {2, 2}},
+                                                     {"MAT3", {3, 3}},
+                                                     {"MAT4", {4, 4}}}};
 
 }  // namespace
 
@@ -108,8 +108,8 @@ std::size_t ElementType::SizeIn(Component component) const
 
 ElementType ElementTypeOf(std::string_view name)
 {
-    const auto* found =
-        std::find_if(kElementTypes.begin(), kElementTypes.end(), [&](const NamedType& type) { return type.name == name; });
+    const auto* found = std::find_if(kElementTypes.begin(), kElementTypes.end(),
+                                     [&](const NamedType& type) { return type.name == name; });
     return found == kElementTypes.end() ? ElementType() : found->type;
 }
 

@@ -26,19 +26,19 @@ std::string Quote(const Json& json)
 
 }  // namespace
 
-Place Place::Member(std::string_view key) const { return With({key.data(), key.size()}); }
+JsonPath JsonPath::Member(std::string_view key) const { return With({key.data(), key.size()}); }
 
-Place Place::Element(std::size_t index) const { return With({nullptr, index}); }
+JsonPath JsonPath::Element(std::size_t index) const { return With({nullptr, index}); }
 
-Place Place::With(Part part) const
+JsonPath JsonPath::With(Part part) const
 {
-    Place longer = *this;
+    JsonPath longer = *this;
     if (count_ < parts_.size())
         longer.parts_[longer.count_++] = part;
     return longer;
 }
 
-std::string Place::Text() const
+std::string JsonPath::Text() const
 {
     std::string text;
     for (std::size_t i = 0; i < count_; ++i)
@@ -52,7 +52,7 @@ std::string Place::Text() const
     return text.empty() ? "the document" : text;
 }
 
-void Field::Fail(const std::string& problem) const { throw FormatError(place_.Text() + ": " + problem); }
+void Field::Fail(const std::string& problem) const { throw FormatError(path_.Text() + ": " + problem); }
 
 const Json* Field::FindMember(std::string_view key) const
 {
@@ -69,15 +69,15 @@ const Json* Field::FindMember(std::string_view key) const
 std::optional<Field> Field::Find(std::string_view key) const
 {
     const Json* member = FindMember(key);
-    return member == nullptr ? std::nullopt : std::optional(Field(*member, place_.Member(key)));
+    return member == nullptr ? std::nullopt : std::optional(Field(*member, path_.Member(key)));
 }
 
 Field Field::Member(std::string_view key) const
 {
     const Json* member = FindMember(key);
     if (member == nullptr)
-        throw FormatError(place_.Member(key).Text() + ": is missing");
-    return {*member, place_.Member(key)};
+        throw FormatError(path_.Member(key).Text() + ": is missing");
+    return {*member, path_.Member(key)};
 }
 
 std::size_t Field::Size() const
@@ -91,7 +91,7 @@ Field Field::Element(std::size_t index) const
 {
     if (index >= Size())
         Fail(fmt::format("has {} elements, {} expected", Size(), index + 1));
-    return {(*json_)[index], place_.Element(index)};
+    return {(*json_)[index], path_.Element(index)};
 }
 
 std::size_t Field::SizeOf(std::string_view key) const
@@ -150,25 +150,25 @@ void Field::Numbers(double* numbers, std::size_t count) const
 int Field::IndexOrNone(std::string_view key, std::size_t count) const
 {
     const Json* member = FindMember(key);
-    return member == nullptr ? -1 : Field(*member, place_.Member(key)).IndexBelow(count);
+    return member == nullptr ? -1 : Field(*member, path_.Member(key)).IndexBelow(count);
 }
 
 std::size_t Field::WholeOr(std::string_view key, std::size_t otherwise) const
 {
     const Json* member = FindMember(key);
-    return member == nullptr ? otherwise : Field(*member, place_.Member(key)).Whole();
+    return member == nullptr ? otherwise : Field(*member, path_.Member(key)).Whole();
 }
 
 double Field::NumberOr(std::string_view key, double otherwise) const
 {
     const Json* member = FindMember(key);
-    return member == nullptr ? otherwise : Field(*member, place_.Member(key)).Number();
+    return member == nullptr ? otherwise : Field(*member, path_.Member(key)).Number();
 }
 
 std::string Field::TextOr(std::string_view key, const std::string& otherwise) const
 {
     const Json* member = FindMember(key);
-    return member == nullptr ? otherwise : Field(*member, place_.Member(key)).Text();
+    return member == nullptr ? otherwise : Field(*member, path_.Member(key)).Text();
 }
 
 bool Field::FlagOr(std::string_view key, bool otherwise) const
@@ -177,7 +177,7 @@ bool Field::FlagOr(std::string_view key, bool otherwise) const
     if (member == nullptr)
         return otherwise;
     if (!member->is_boolean())
-        Field(*member, place_.Member(key)).Fail(Quote(*member) + " is not true or false");
+        Field(*member, path_.Member(key)).Fail(Quote(*member) + " is not true or false");
     return member->get<bool>();
 }
 

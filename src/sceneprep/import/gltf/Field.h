@@ -24,21 +24,24 @@ public:
 
 /// The path of a value in the document, as "meshes[3].primitives[0].indices". Costs no allocation until it is printed.
 /// Keys are not copied: they have to outlive the path. Deeper paths than the format has are cut.
-class Place
+class JsonPath
 {
 public:
     /// The document itself.
-    Place() {}
-    Place(const Place& other) : count_(other.count_) { std::copy_n(other.parts_.begin(), count_, parts_.begin()); }
-    Place& operator=(const Place& other)
+    JsonPath() = default;
+    JsonPath(const JsonPath& other) : count_(other.count_)
+    {
+        std::copy_n(other.parts_.begin(), count_, parts_.begin());
+    }
+    JsonPath& operator=(const JsonPath& other)
     {
         count_ = other.count_;
         std::copy_n(other.parts_.begin(), count_, parts_.begin());
         return *this;
     }
 
-    Place Member(std::string_view key) const;
-    Place Element(std::size_t index) const;
+    JsonPath Member(std::string_view key) const;
+    JsonPath Element(std::size_t index) const;
     std::string Text() const;
 
 private:
@@ -48,7 +51,7 @@ private:
         std::size_t number;  ///< length of the key, or index
     };
 
-    Place With(Part part) const;
+    JsonPath With(Part part) const;
 
     std::array<Part, 14> parts_;  // the first count_ of them
     std::size_t count_ = 0;
@@ -59,10 +62,10 @@ private:
 class Field
 {
 public:
-    Field(const Json& json, Place place) : json_(&json), place_(place) {}
+    Field(const Json& json, const JsonPath& path) : json_(&json), path_(path) {}
 
     const Json& Get() const { return *json_; }
-    const Place& Where() const { return place_; }
+    const JsonPath& Where() const { return path_; }
     [[noreturn]] void Fail(const std::string& problem) const;
 
     /// @return the member; none where there is none.
@@ -100,7 +103,7 @@ public:
     void NumbersIfAny(std::string_view key, std::array<double, Count>& numbers) const
     {
         if (const Json* member = FindMember(key))
-            Field(*member, place_.Member(key)).Numbers(numbers.data(), Count);
+            Field(*member, path_.Member(key)).Numbers(numbers.data(), Count);
     }
     /// @return the extension of that name of this object.
     std::optional<Field> Extension(std::string_view name) const;
@@ -113,7 +116,7 @@ private:
     const Json* FindMember(std::string_view key) const;
 
     const Json* json_;
-    Place place_;
+    JsonPath path_;
 };
 
 /// Takes a member out of an object.

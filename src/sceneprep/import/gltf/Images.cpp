@@ -21,10 +21,10 @@ struct ImageType
 };
 
 constexpr std::array<ImageType, 5> kImageTypes = {{{"image/png", "png"},
-                                              {"image/jpeg", "jpg"},
-                                              {"image/webp", "webp"},
-                                              {"image/ktx2", "ktx2"},
-                                              {"image/vnd-ms.dds", "dds"}}};
+                                                   {"image/jpeg", "jpg"},
+                                                   {"image/webp", "webp"},
+                                                   {"image/ktx2", "ktx2"},
+                                                   {"image/vnd-ms.dds", "dds"}}};
 
 std::string HintFor(std::string_view mediaType)
 {

@@ -1,7 +1,7 @@
 #include <sceneprep/model/CompanionFiles.h>
 
 #include <fmt/format.h>
-#include <sceneprep/model/PictureKind.h>
+#include <sceneprep/model/ImageKind.h>
 #include <sceneprep/model/TextureReferences.h>
 #include <sceneprep/run/Error.h>
 
@@ -18,7 +18,7 @@ namespace
 /// What the file is says more than what it was called.
 std::string EndingOf(const EmbeddedTexture& picture)
 {
-    if (const PictureKind* kind = KindOf(picture.content))
+    if (const ImageKind* kind = ImageKindOf(picture.content))
         return kind->extension;
     std::string ending = picture.formatHint;
     if (ending.empty())

@@ -3,7 +3,7 @@
 #include <assimp/GltfMaterial.h>
 #include <assimp/commonMetaData.h>
 #include <gtest/gtest.h>
-#include <sceneprep/model/PictureKind.h>
+#include <sceneprep/model/ImageKind.h>
 
 #include <cstring>
 #include <memory>
@@ -189,8 +189,8 @@ TEST_F(ImportMaterialsTest, KeepsEmbeddedImages)
     EXPECT_EQ(images[0].content, (std::vector<unsigned char>{'1', '2', '3', '4', '5'}));
     EXPECT_EQ(images[0].formatHint, "png");
     EXPECT_EQ(images[1].formatHint, "png");
-    ASSERT_NE(KindOf(images[1].content), nullptr);  // raw pixels are encoded
-    EXPECT_STREQ(KindOf(images[1].content)->extension, "png");
+    ASSERT_NE(ImageKindOf(images[1].content), nullptr);  // raw pixels are encoded
+    EXPECT_STREQ(ImageKindOf(images[1].content)->extension, "png");
 }
 
 }  // namespace

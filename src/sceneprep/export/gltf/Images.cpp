@@ -100,7 +100,7 @@ WrittenImage ImageWriter::AddFile(const std::string& reference, Json object)
 
 WrittenImage ImageWriter::WriteEmbedded(const EmbeddedTexture& picture, Json object)
 {
-    const PictureKind* kind = KindOf(picture.content);
+    const ImageKind* kind = ImageKindOf(picture.content);
     if (kind == nullptr && !object.contains("mimeType"))
     {
         dropped_.insert(picture.fileName.empty() ? "an embedded image" : picture.fileName);
@@ -122,7 +122,7 @@ WrittenImage ImageWriter::WriteEmbedded(const EmbeddedTexture& picture, Json obj
 
 WrittenImage ImageWriter::WriteFile(const std::string& reference, Json object)
 {
-    const auto keepReference = [&](const PictureKind* kind) {
+    const auto keepReference = [&](const ImageKind* kind) {
         return WrittenImage{Append(document_.images, WithUri(std::move(object), reference)), kind};
     };
     if (IsOnTheNet(reference))
@@ -134,7 +134,7 @@ WrittenImage ImageWriter::WriteFile(const std::string& reference, Json object)
         return keepReference(nullptr);
     }
     std::ifstream in(*file, std::ios::binary);
-    const PictureKind* kind = KindOf(FirstBytes(in));
+    const ImageKind* kind = ImageKindOf(FirstBytes(in));
     if (kind == nullptr)
         unknown_.insert(reference);
     if (kind == nullptr || options_.externalTextures)
@@ -148,7 +148,7 @@ WrittenImage ImageWriter::WriteFile(const std::string& reference, Json object)
     return {Append(document_.images, WithUri(std::move(object), name)), kind};
 }
 
-WrittenImage ImageWriter::Embed(const fs::path& file, const PictureKind* kind, Json object)
+WrittenImage ImageWriter::Embed(const fs::path& file, const ImageKind* kind, Json object)
 {
     std::ifstream in(file, std::ios::binary);
     const std::vector<char> bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};

@@ -3,7 +3,7 @@
 #include <sceneprep/export/gltf/Buffers.h>
 #include <sceneprep/export/gltf/WriteOptions.h>
 #include <sceneprep/model/CompanionFiles.h>
-#include <sceneprep/model/PictureKind.h>
+#include <sceneprep/model/ImageKind.h>
 #include <sceneprep/model/Textures.h>
 #include <sceneprep/run/Notes.h>
 
@@ -26,8 +26,8 @@ struct ImageCopy
 /// An image in the document.
 struct WrittenImage
 {
-    int index = -1;                     ///< -1 for an image of a kind that the format has no place for
-    const PictureKind* kind = nullptr;  ///< null where it is unknown
+    int index = -1;                   ///< -1 for an image of a kind that the format has no place for
+    const ImageKind* kind = nullptr;  ///< null where it is unknown
 };
 
 /// Writes images as the bytes that they came as.
@@ -60,7 +60,7 @@ public:
 private:
     WrittenImage WriteEmbedded(const EmbeddedTexture& picture, Json object);
     WrittenImage WriteFile(const std::string& reference, Json object);
-    WrittenImage Embed(const std::filesystem::path& file, const PictureKind* kind, Json object);
+    WrittenImage Embed(const std::filesystem::path& file, const ImageKind* kind, Json object);
     std::string CopyNameFor(const std::filesystem::path& file);
 
     const WriteOptions& options_;

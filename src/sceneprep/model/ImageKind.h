@@ -7,7 +7,7 @@ namespace Sceneprep
 {
 
 /// A kind of image files.
-struct PictureKind
+struct ImageKind
 {
     const char* mimeType;
     const char* extension;   ///< of file names
@@ -18,6 +18,6 @@ struct PictureKind
 };
 
 /// Returns the kind by the first bytes of a file: PNG, JPEG, WebP, AVIF, KTX2 or DDS; null for any other file.
-const PictureKind* KindOf(const std::vector<unsigned char>& file);
+const ImageKind* ImageKindOf(const std::vector<unsigned char>& file);
 
 }  // namespace Sceneprep

@@ -1,4 +1,4 @@
-#include <sceneprep/model/PictureKind.h>
+#include <sceneprep/model/ImageKind.h>
 
 #include <algorithm>
 #include <iterator>
@@ -9,7 +9,7 @@ namespace Sceneprep
 namespace
 {
 
-constexpr PictureKind kKinds[] = {
+constexpr ImageKind kKinds[] = {
     {"image/png", "png", "\x89PNG", "", 0, nullptr},
     {"image/jpeg", "jpg", "\xFF\xD8\xFF", "", 0, nullptr},
     {"image/webp", "webp", "RIFF", "WEBP", 8, "EXT_texture_webp"},
@@ -27,9 +27,9 @@ bool HasBytes(const std::vector<unsigned char>& file, std::size_t place, std::st
 
 }  // namespace
 
-const PictureKind* KindOf(const std::vector<unsigned char>& file)
+const ImageKind* ImageKindOf(const std::vector<unsigned char>& file)
 {
-    const auto* found = std::find_if(std::begin(kKinds), std::end(kKinds), [&](const PictureKind& kind) {
+    const auto* found = std::find_if(std::begin(kKinds), std::end(kKinds), [&](const ImageKind& kind) {
         return HasBytes(file, 0, kind.start) && HasBytes(file, kind.markAt, kind.mark);
     });
     return found == std::end(kKinds) ? nullptr : found;

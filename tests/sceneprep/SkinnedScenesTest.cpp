@@ -32,9 +32,9 @@ protected:
 
     void Run(SceneContainer& scene, const PrepareOptions& options) { PrepareScene(scene, options); }
 
-    void ExpectSamePoses(SceneContainer& scene, bool withMovement = true)
+    void ExpectSamePoses(SceneContainer& scene, bool withAnimation = true)
     {
-        for (const int pose : withMovement ? std::vector<int>{kRest, 0, 1} : std::vector<int>{kRest})
+        for (const int pose : withAnimation ? std::vector<int>{kRest, 0, 1} : std::vector<int>{kRest})
         {
             SCOPED_TRACE(pose);
             ExpectSameShapes(SkinnedShapes(scene, pose), expected_.at(static_cast<std::size_t>(pose + 1)));

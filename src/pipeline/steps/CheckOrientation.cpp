@@ -66,10 +66,10 @@ Changes CheckOrientation(const WorkScene& work, const PrepareOptions& options, c
     const std::vector<bool> mirrored = FindMirroredNodes(scene, walk);
 
     const JudgedSurfaces judged(work);
-    TurnFacesOfNodes(scene, walk, mirrored);
+    FlipFacesOfNodes(scene, walk, mirrored);
     scene.CheckFacesOrientation(root, At(scene.NodeLibrary, root).GetLocalTransform().GetMatrix());
-    TurnFacesOfNodes(scene, walk, mirrored);
-    changes.push_back({"meshes flipped", winding.CountTurned(scene)});
+    FlipFacesOfNodes(scene, walk, mirrored);
+    changes.push_back({"meshes flipped", winding.CountFlipped(scene)});
     return changes;
 }
 

@@ -18,7 +18,7 @@ std::vector<bool> FindMirroredNodes(SceneContainer& scene, const NodeWalk& walk)
     return mirrored;
 }
 
-void TurnFacesOfNodes(SceneContainer& scene, const NodeWalk& walk, const std::vector<bool>& marked)
+void FlipFacesOfNodes(SceneContainer& scene, const NodeWalk& walk, const std::vector<bool>& marked)
 {
     for (const int node : walk.order)
     {
@@ -48,18 +48,18 @@ WindingRecord::WindingRecord(const SceneContainer& scene)
     }
 }
 
-bool WindingRecord::IsTurned(const SceneContainer& scene, int geometry) const
+bool WindingRecord::IsFlipped(const SceneContainer& scene, int geometry) const
 {
     const Witness& witness = At(witnesses_, geometry);
     return witness.found && At(At(scene.GeometryLibrary, geometry).IndexArray, witness.secondCorner) != witness.second;
 }
 
-std::size_t WindingRecord::CountTurned(const SceneContainer& scene) const
+std::size_t WindingRecord::CountFlipped(const SceneContainer& scene) const
 {
-    std::size_t turned = 0;
+    std::size_t flipped = 0;
     for (std::size_t geometry = 0; geometry < witnesses_.size(); ++geometry)
-        turned += IsTurned(scene, static_cast<int>(geometry)) ? 1 : 0;
-    return turned;
+        flipped += IsFlipped(scene, static_cast<int>(geometry)) ? 1 : 0;
+    return flipped;
 }
 
 }  // namespace Pipeline

@@ -8,34 +8,34 @@
 namespace Pipeline
 {
 
-/// Which way faces look.
+/// The orientation of faces.
 ///
-/// Files are shown by viewers that turn the winding of what a matrix mirrors; the container's operations look at the
-/// carried triangles as they are. Both agree where nothing is mirrored.
+/// Viewers flip the winding of a mesh whose world matrix mirrors. The operations of the container take the triangles in
+/// world space as they are. The two agree where no matrix mirrors.
 
-/// @return for each reached node [nodes] whether its world matrix mirrors.
+/// Returns for each reached node [nodes] whether its world matrix mirrors.
 std::vector<bool> FindMirroredNodes(Importing::SceneContainer& scene, const NodeWalk& walk);
 
-/// Turns the winding of every mesh that the marked nodes list, once for each listing.
-void TurnFacesOfNodes(Importing::SceneContainer& scene, const NodeWalk& walk, const std::vector<bool>& marked);
+/// Flips the winding of every mesh that the marked nodes reference, once for each reference.
+void FlipFacesOfNodes(Importing::SceneContainer& scene, const NodeWalk& walk, const std::vector<bool>& marked);
 
-/// Remembers the winding of meshes and tells later which were turned as a whole since.
+/// Records the winding of meshes, to find the meshes that have been flipped since.
 class WindingRecord
 {
 public:
     explicit WindingRecord(const Importing::SceneContainer& scene);
 
-    /// @return whether the mesh's triangles have come to run the other way round.
-    bool IsTurned(const Importing::SceneContainer& scene, int geometry) const;
+    /// Returns true if the winding of the mesh has been flipped.
+    bool IsFlipped(const Importing::SceneContainer& scene, int geometry) const;
 
-    /// @return how many meshes are turned.
-    std::size_t CountTurned(const Importing::SceneContainer& scene) const;
+    /// Returns the number of meshes whose winding has been flipped.
+    std::size_t CountFlipped(const Importing::SceneContainer& scene) const;
 
 private:
-    /// A triangle whose second and third corner differ; turning exchanges them.
+    /// The first triangle whose second and third corner differ. Flipping exchanges these two corners.
     struct Witness
     {
-        std::size_t secondCorner = 0;  ///< place in the index array
+        std::size_t secondCorner = 0;  ///< position in the index array
         std::uint32_t second = 0;
         bool found = false;
     };

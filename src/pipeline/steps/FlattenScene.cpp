@@ -128,7 +128,7 @@ void FlipMirroredMeshes(SceneContainer& scene, const NodeWalk& walk, const std::
     for (const int node : walk.order)
         flipped[static_cast<std::size_t>(node)] =
             !stays[static_cast<std::size_t>(node)] && IsMirroring(At(matrices, node));
-    TurnFacesOfNodes(scene, walk, flipped);
+    FlipFacesOfNodes(scene, walk, flipped);
 }
 
 /// One pass keeps every second level of a branch, since a node stays if a child of it has just collapsed.

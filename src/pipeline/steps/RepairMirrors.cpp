@@ -161,7 +161,7 @@ void KeepFacesLooking(SceneContainer& scene, const NodeWalk& walk, const std::ve
         for (const std::int32_t surface : scene.NodeLibrary[position].SurfaceList)
         {
             const int geometry = At(scene.SurfaceLibrary, surface).GetGeometryID();
-            if (geometry >= 0 && winding.IsTurned(scene, geometry) != wanted)
+            if (geometry >= 0 && winding.IsFlipped(scene, geometry) != wanted)
                 At(scene.GeometryLibrary, geometry).FlipFaces();
         }
     }

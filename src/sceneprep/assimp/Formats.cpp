@@ -27,21 +27,21 @@ const std::vector<WriteFormat>& AllFormats()
         {"3ds",
          "3ds",
          "3D Studio",
-         {.lacks = {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs},
+         {.lacks = {Cameras, Lights, Animations, Skins, TextureTransforms, FurtherUVs},
           .isFlat = true,
           .isZUp = true,
           .largestMesh = std::numeric_limits<std::uint16_t>::max()}},
         {"3mf",
          "3mf",
          "3D Manufacturing Format",
-         {.lacks = {Cameras, Lights, Movements, Skins, Textures, UVs}, .isFlat = true, .unwritableCharacters = "\""}},
-        {"assbin", "assbin", "Assimp, binary", {.lacks = {TexturePlacements}, .embedsImages = true}},
-        {"assxml", "assxml", "Assimp, XML", {.lacks = {TexturePlacements}, .embedsImages = true}},
-        {"dae", "collada", "COLLADA", {.lacks = {TexturePlacements}}},
+         {.lacks = {Cameras, Lights, Animations, Skins, Textures, UVs}, .isFlat = true, .unwritableCharacters = "\""}},
+        {"assbin", "assbin", "Assimp, binary", {.lacks = {TextureTransforms}, .embedsImages = true}},
+        {"assxml", "assxml", "Assimp, XML", {.lacks = {TextureTransforms}, .embedsImages = true}},
+        {"dae", "collada", "COLLADA", {.lacks = {TextureTransforms}}},
         {"fbx",
          "fbxa",
          "FBX, text",
-         {.lacks = {Cameras, Skins, TexturePlacements},  // skins lose their bind poses
+         {.lacks = {Cameras, Skins, TextureTransforms},  // skins lose their bind poses
           .losesRoot = true,
           .holdsShear = false,
           .embedsImages = true,
@@ -51,27 +51,27 @@ const std::vector<WriteFormat>& AllFormats()
         {"json",
          "assjson",
          "Assimp, JSON",
-         {.lacks = {TexturePlacements}, .embedsImages = true, .unwritableCharacters = "'"}},
+         {.lacks = {TextureTransforms}, .embedsImages = true, .unwritableCharacters = "'"}},
         {"obj",
          "obj",
          "Wavefront OBJ",
-         {.lacks = {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs},
+         {.lacks = {Cameras, Lights, Animations, Skins, TextureTransforms, FurtherUVs},
           .isFlat = true,
           .unwritableCharacters = "\\"}},  // continues the line
         {"ply",
          "plyb",
          "PLY, binary",
-         {.lacks = {Cameras, Lights, Movements, Skins, Materials, TexturePlacements, FurtherUVs}, .isFlat = true}},
+         {.lacks = {Cameras, Lights, Animations, Skins, Materials, TextureTransforms, FurtherUVs}, .isFlat = true}},
         {"stl",
          "stlb",
          "STL, binary",
-         {.lacks = {Cameras, Lights, Movements, Skins, Materials, Textures, UVs}, .isFlat = true}},
-        {"stp", "stp", "STEP", {.lacks = {Cameras, Lights, Movements, Skins, Textures, UVs}, .isFlat = true}},
-        {"x", "x", "DirectX X", {.lacks = {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs}}},
+         {.lacks = {Cameras, Lights, Animations, Skins, Materials, Textures, UVs}, .isFlat = true}},
+        {"stp", "stp", "STEP", {.lacks = {Cameras, Lights, Animations, Skins, Textures, UVs}, .isFlat = true}},
+        {"x", "x", "DirectX X", {.lacks = {Cameras, Lights, Animations, Skins, TextureTransforms, FurtherUVs}}},
         {"x3d",
          "x3d",
          "Extensible 3D",
-         {.lacks = {Cameras, Lights, Movements, Skins, TexturePlacements, FurtherUVs},
+         {.lacks = {Cameras, Lights, Animations, Skins, TextureTransforms, FurtherUVs},
           .isFlat = true,
           .unwritableCharacters = "'"}},
     };
@@ -170,11 +170,11 @@ std::string FormatsTable()
 {
     constexpr std::array<std::pair<Content, const char*>, 9> kColumns = {{{Cameras, "Cameras"},
                                                                           {Lights, "Lights"},
-                                                                          {Movements, "Animations"},
+                                                                          {Animations, "Animations"},
                                                                           {Skins, "Skins"},
                                                                           {Materials, "Materials"},
                                                                           {Textures, "Textures"},
-                                                                          {TexturePlacements, "Texture transforms"},
+                                                                          {TextureTransforms, "Texture transforms"},
                                                                           {UVs, "UVs"},
                                                                           {FurtherUVs, "Further UV sets"}}};
     std::string header = "| Extension | Format | Hierarchy |";
@@ -190,10 +190,10 @@ std::string FormatsTable()
         table += fmt::format("| `.{}` | {} | {} |", format.extension, format.description, format.IsFlat() ? "" : "yes");
         for (const auto& [content, title] : kColumns)
         {
-            const bool isImplied = (content == TexturePlacements && !format.Holds(Textures)) ||
+            const bool isImplied = (content == TextureTransforms && !format.Holds(Textures)) ||
                                    (content == FurtherUVs && !format.Holds(UVs)) ||
                                    (content == Textures && !format.Holds(Materials)) ||
-                                   (content == TexturePlacements && !format.Holds(Materials));
+                                   (content == TextureTransforms && !format.Holds(Materials));
             table += format.Holds(content) && !isImplied ? " yes |" : "  |";
         }
         table += '\n';

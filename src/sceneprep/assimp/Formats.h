@@ -15,11 +15,11 @@ enum class Content
 {
     Cameras,
     Lights,
-    Movements,  ///< animations
+    Animations,
     Skins,
     Materials,
     Textures,
-    TexturePlacements,  ///< texture transforms (map matrices)
+    TextureTransforms,  ///< map matrices
     UVs,
     FurtherUVs  ///< UV sets after the first
 };
@@ -60,9 +60,9 @@ struct WriteFormat
     /// Returns how many vertices, and how many triangles, a mesh of this format may have.
     std::size_t LargestMesh() const { return traits.largestMesh; }
     /// Returns the characters that must not be in names, because the exporter does not escape them and the file breaks.
-    std::string UnwritableLetters() const { return traits.unwritableCharacters; }
+    std::string UnwritableCharacters() const { return traits.unwritableCharacters; }
     /// True if images are embedded in the model file.
-    bool HoldsPictures() const { return traits.embedsImages; }
+    bool EmbedsImages() const { return traits.embedsImages; }
     bool IsGltf() const { return extension == "gltf" || extension == "glb"; }
     bool IsObj() const { return extension == "obj"; }
     bool Is3mf() const { return extension == "3mf"; }
@@ -80,7 +80,7 @@ std::vector<WriteFormat> ListWriteFormats();
 /// Returns the file extensions that can be read, without the dot, sorted.
 std::vector<std::string> ListReadExtensions();
 
-/// Returns whether the extension of a file is that of glTF.
+/// Returns true if the file has an extension of glTF.
 bool IsGltfFile(const std::filesystem::path& file);
 
 /// Returns the formats that can be written and the extensions that can be read, as `sceneprep formats` prints them.

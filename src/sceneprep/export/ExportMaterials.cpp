@@ -25,7 +25,7 @@ using Importing::Surface;
 
 void AddColors(Material& material, aiMaterial& target)
 {
-    // Opacity carries the transparency alone: an alpha beside it would count twice.
+    // Only the opacity holds the transparency: with an alpha in the colour, readers would apply it twice.
     const D3DXCOLOR diffuse = material.GetDiffuse();
     const aiColor4D opaqueDiffuse(diffuse.r, diffuse.g, diffuse.b, 1);
     const aiColor3D specular = FromColor(material.GetSpecular());
@@ -115,15 +115,15 @@ void ExportEmbeddedTextures(const Textures& textures, aiScene& target)
     if (textures.embedded.empty())
         return;
     target.mTextures = new aiTexture*[textures.embedded.size()];
-    for (const EmbeddedTexture& picture : textures.embedded)
+    for (const EmbeddedTexture& image : textures.embedded)
     {
         auto texture = std::make_unique<aiTexture>();
-        texture->mFilename = picture.fileName;
-        texture->mWidth = static_cast<unsigned>(picture.content.size());
+        texture->mFilename = image.fileName;
+        texture->mWidth = static_cast<unsigned>(image.content.size());
         texture->mHeight = 0;  // a file, not bare pixels
-        std::strncpy(texture->achFormatHint, picture.formatHint.c_str(), HINTMAXTEXTURELEN - 1);
-        texture->pcData = new aiTexel[(picture.content.size() + sizeof(aiTexel) - 1) / sizeof(aiTexel)];
-        std::memcpy(texture->pcData, picture.content.data(), picture.content.size());
+        std::strncpy(texture->achFormatHint, image.formatHint.c_str(), HINTMAXTEXTURELEN - 1);
+        texture->pcData = new aiTexel[(image.content.size() + sizeof(aiTexel) - 1) / sizeof(aiTexel)];
+        std::memcpy(texture->pcData, image.content.data(), image.content.size());
         target.mTextures[target.mNumTextures++] = texture.release();
     }
 }

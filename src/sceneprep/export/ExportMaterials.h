@@ -20,10 +20,10 @@ class MaterialExporter
 public:
     MaterialExporter(Importing::SceneContainer& scene, const Textures& textures, const WriteFormat& format);
 
-    /// @return the index of the surface's material in the file.
+    /// Returns the index of the surface's material in the file. Adds the material if it is new.
     unsigned Find(Importing::Surface& surface);
 
-    /// Hands the materials over to the file's scene; a scene without any gets one.
+    /// Moves the materials to the scene of the file. A scene without materials gets a default one.
     void MoveTo(aiScene& target);
 
 private:
@@ -39,7 +39,7 @@ private:
     std::set<std::string> names_;
 };
 
-/// Hands the pictures that lay in the imported file over to the file that is written.
+/// Copies the images that the imported file embedded into the scene that is written.
 void ExportEmbeddedTextures(const Textures& textures, aiScene& target);
 
 }  // namespace Sceneprep

@@ -56,15 +56,15 @@ Notes Write(Model& model, const WriteFormat& format, const fs::path& file, const
     if (format.IsGltf())
         return Gltf::WriteModel(model, file, folder, options.externalTextures,
                                 [&progress](double part) { progress.Update(part); });
-    if (format.HoldsPictures() || !format.Holds(Content::Textures))
+    if (format.EmbedsImages() || !format.Holds(Content::Textures))
     {
         WriteByAssimp(*BuildExportScene(*model.scene, model.textures, format), format, file, progress);
     }
     else
     {
-        const PlacedTextures placed = PlaceBeside(*model.scene, model.textures, file.stem().string());
-        WriteByAssimp(*BuildExportScene(*model.scene, placed.textures, format), format, file, progress);
-        WriteCompanions(placed.companions, file.parent_path());
+        const CompanionTextures separated = MakeCompanions(*model.scene, model.textures, file.stem().string());
+        WriteByAssimp(*BuildExportScene(*model.scene, separated.textures, format), format, file, progress);
+        WriteCompanions(separated.companions, file.parent_path());
     }
     Notes notes = NotesOnExport(*model.scene, format);
     AddCarriedLosses(model, notes);

@@ -34,7 +34,7 @@ std::string ExportName(const std::string& name, const WriteFormat& format)
 {
     std::string text = Cut(name);
     const bool isOneLine = std::none_of(text.begin(), text.end(), IsControl);
-    const std::string unwritable = format.UnwritableLetters();
+    const std::string unwritable = format.UnwritableCharacters();
     std::replace_if(text.begin(), text.end(), IsControl, ' ');
     std::replace_if(
         text.begin(), text.end(), [&](char letter) { return unwritable.find(letter) != std::string::npos; }, '_');

@@ -15,41 +15,42 @@ namespace Sceneprep
 namespace
 {
 
-/// What the file is says more than what it was called.
-std::string EndingOf(const EmbeddedTexture& picture)
+/// Returns the extension by the content of the file, which is more reliable than its name.
+std::string ExtensionOf(const EmbeddedTexture& image)
 {
-    if (const ImageKind* kind = ImageKindOf(picture.content))
+    if (const ImageKind* kind = ImageKindOf(image.content))
         return kind->extension;
-    std::string ending = picture.formatHint;
-    if (ending.empty())
-        ending = std::filesystem::path(FileNameOf(picture.fileName)).extension().string();
-    std::erase_if(ending, [](unsigned char letter) { return std::isalnum(letter) == 0; });
-    return ending.empty() ? "picture" : ending;
+    std::string extension = image.formatHint;
+    if (extension.empty())
+        extension = std::filesystem::path(FileNameOf(image.fileName)).extension().string();
+    std::erase_if(extension, [](unsigned char character) { return std::isalnum(character) == 0; });
+    return extension.empty() ? "bin" : extension;
 }
 
 }  // namespace
 
-std::string CompanionName(const std::string& stem, std::size_t number, const EmbeddedTexture& picture)
+std::string CompanionName(const std::string& stem, std::size_t number, const EmbeddedTexture& image)
 {
-    return fmt::format("{}-picture{}.{}", stem, number, EndingOf(picture));
+    return fmt::format("{}-image{}.{}", stem, number, ExtensionOf(image));
 }
 
-PlacedTextures PlaceBeside(const Importing::SceneContainer& scene, const Textures& textures, const std::string& stem)
+CompanionTextures MakeCompanions(const Importing::SceneContainer& scene, const Textures& textures,
+                                 const std::string& stem)
 {
-    PlacedTextures placed;
-    placed.textures.spelling = textures.spelling;
+    CompanionTextures separated;
+    separated.textures.spelling = textures.spelling;
     std::map<const EmbeddedTexture*, std::string> nameOf;
     for (const std::string& entry : scene.TextureLibrary)
     {
-        const EmbeddedTexture* picture = FindEmbedded(textures, SpellingOf(textures, entry));
-        if (picture == nullptr)
+        const EmbeddedTexture* image = FindEmbedded(textures, SpellingOf(textures, entry));
+        if (image == nullptr)
             continue;
-        const auto [name, isNew] = nameOf.emplace(picture, CompanionName(stem, nameOf.size(), *picture));
+        const auto [name, isNew] = nameOf.emplace(image, CompanionName(stem, nameOf.size(), *image));
         if (isNew)
-            placed.companions.push_back({name->second, &picture->content});
-        placed.textures.spelling[entry] = name->second;
+            separated.companions.push_back({name->second, &image->content});
+        separated.textures.spelling[entry] = name->second;
     }
-    return placed;
+    return separated;
 }
 
 void WriteCompanions(const std::vector<CompanionFile>& companions, const std::filesystem::path& folder)

@@ -20,19 +20,23 @@ struct CompanionFile
 /// Returns a name for an image next to the model file.
 /// @param stem    name of the model file without its extension
 /// @param number  distinguishes the images of one file
-std::string CompanionName(const std::string& stem, std::size_t number, const EmbeddedTexture& picture);
+std::string CompanionName(const std::string& stem, std::size_t number, const EmbeddedTexture& image);
 
-/// The textures of a scene if every image of the input is in a file of its own.
-struct PlacedTextures
+/// The textures of a scene whose embedded images become files next to the model file.
+struct CompanionTextures
 {
     Textures textures;  ///< without embedded images
     std::vector<CompanionFile> companions;
 };
 
+/// Assigns a file name to every embedded image that the texture library refers to.
 /// @param textures  owns the images and has to outlive the companions
-PlacedTextures PlaceBeside(const Importing::SceneContainer& scene, const Textures& textures, const std::string& stem);
+/// @param stem      name of the model file without its extension
+CompanionTextures MakeCompanions(const Importing::SceneContainer& scene, const Textures& textures,
+                                 const std::string& stem);
 
-/// @throws ToolError if one cannot be written.
+/// Writes the images into a folder. Files written before an exception stay there.
+/// @throws ToolError if an image cannot be written.
 void WriteCompanions(const std::vector<CompanionFile>& companions, const std::filesystem::path& folder);
 
 }  // namespace Sceneprep

@@ -37,8 +37,8 @@ const EmbeddedTexture* FindEmbedded(const Textures& textures, const std::string&
             return &textures.embedded[number];
     }
     const auto named =
-        std::find_if(textures.embedded.begin(), textures.embedded.end(), [&](const EmbeddedTexture& picture) {
-            return !picture.fileName.empty() && FileNameOf(picture.fileName) == FileNameOf(reference);
+        std::find_if(textures.embedded.begin(), textures.embedded.end(), [&](const EmbeddedTexture& image) {
+            return !image.fileName.empty() && FileNameOf(image.fileName) == FileNameOf(reference);
         });
     return named == textures.embedded.end() ? nullptr : &*named;
 }

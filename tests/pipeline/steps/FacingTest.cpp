@@ -23,13 +23,13 @@ TEST(Facing, TurnsTheMeshesOfMarkedNodes)
 {
     SceneContainer scene = Scene("Root( A[a] B[b] )");
     const WindingRecord winding(scene);
-    TurnFacesOfNodes(scene, WalkFromRoot(scene), {false, true, false});
-    EXPECT_TRUE(winding.IsTurned(scene, 0));
-    EXPECT_FALSE(winding.IsTurned(scene, 1));
-    EXPECT_EQ(winding.CountTurned(scene), 1U);
-    TurnFacesOfNodes(scene, WalkFromRoot(scene), {false, true, true});
-    EXPECT_FALSE(winding.IsTurned(scene, 0));
-    EXPECT_TRUE(winding.IsTurned(scene, 1));
+    FlipFacesOfNodes(scene, WalkFromRoot(scene), {false, true, false});
+    EXPECT_TRUE(winding.IsFlipped(scene, 0));
+    EXPECT_FALSE(winding.IsFlipped(scene, 1));
+    EXPECT_EQ(winding.CountFlipped(scene), 1U);
+    FlipFacesOfNodes(scene, WalkFromRoot(scene), {false, true, true});
+    EXPECT_FALSE(winding.IsFlipped(scene, 0));
+    EXPECT_TRUE(winding.IsFlipped(scene, 1));
 }
 
 TEST(Facing, ATriangleWithEqualCornersIsNoWitness)
@@ -38,7 +38,7 @@ TEST(Facing, ATriangleWithEqualCornersIsNoWitness)
     scene.GeometryLibrary[0].IndexArray = {0, 1, 1, 0, 1, 2};
     const WindingRecord winding(scene);
     scene.GeometryLibrary[0].FlipFaces();
-    EXPECT_TRUE(winding.IsTurned(scene, 0));
+    EXPECT_TRUE(winding.IsFlipped(scene, 0));
 }
 
 TEST(Facing, MeshesWithoutAWitnessAreNotTurned)
@@ -47,7 +47,7 @@ TEST(Facing, MeshesWithoutAWitnessAreNotTurned)
     scene.GeometryLibrary[0].IndexArray = {0, 1, 1};
     const WindingRecord winding(scene);
     scene.GeometryLibrary[0].FlipFaces();
-    EXPECT_FALSE(winding.IsTurned(scene, 0));
+    EXPECT_FALSE(winding.IsFlipped(scene, 0));
 }
 
 }  // namespace

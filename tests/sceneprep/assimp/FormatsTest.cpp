@@ -45,7 +45,7 @@ TEST(Formats, UnknownExtensionsHaveNoFormat)
 TEST(Formats, ReportWhichContentTheyHold)
 {
     EXPECT_TRUE(FindWriteFormat("a.dae")->Holds(Content::Cameras));
-    EXPECT_TRUE(FindWriteFormat("a.glb")->Holds(Content::TexturePlacements));
+    EXPECT_TRUE(FindWriteFormat("a.glb")->Holds(Content::TextureTransforms));
     EXPECT_FALSE(FindWriteFormat("a.obj")->Holds(Content::Cameras));
     EXPECT_TRUE(FindWriteFormat("a.fbx")->LosesRoot());
     EXPECT_FALSE(FindWriteFormat("a.fbx")->HoldsShear());
@@ -57,8 +57,8 @@ TEST(Formats, ReportWhichContentTheyHold)
     EXPECT_FALSE(FindWriteFormat("a.fbx")->Holds(Content::Skins));
     EXPECT_TRUE(FindWriteFormat("a.obj")->IsObj());
     EXPECT_TRUE(FindWriteFormat("a.gltf")->IsGltf());
-    EXPECT_TRUE(FindWriteFormat("a.glb")->HoldsPictures());
-    EXPECT_FALSE(FindWriteFormat("a.gltf")->HoldsPictures());
+    EXPECT_TRUE(FindWriteFormat("a.glb")->EmbedsImages());
+    EXPECT_FALSE(FindWriteFormat("a.gltf")->EmbedsImages());
 }
 
 TEST(Formats, ListsEveryWritableExtensionOnceSorted)

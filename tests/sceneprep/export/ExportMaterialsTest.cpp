@@ -159,7 +159,7 @@ TEST_F(ExportMaterialsTest, ASceneWithoutSurfacesStillGetsOne)
     EXPECT_EQ(target_.mNumMaterials, 1U);
 }
 
-TEST_F(ExportMaterialsTest, PicturesAreHandedOn)
+TEST_F(ExportMaterialsTest, EmbeddedImagesAreCopied)
 {
     textures_.embedded.push_back({.fileName = "w.png", .formatHint = "png", .content = {1, 2, 3}});
     ExportEmbeddedTextures(textures_, target_);

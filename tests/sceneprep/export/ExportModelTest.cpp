@@ -85,7 +85,7 @@ TEST_P(RoundTripTest, ShearComesBack)
     ExpectSameWorld(Measure(back), Measure(scene));
 }
 
-/// Letters that mean something in one format or another.
+/// Characters with a meaning in at least one format.
 const std::vector<std::string> kHostileNames = {"a \"b\" c", "it's", "<&>", "a\\", "#a",  "a\nb", "\r\n",
                                                 "a\x01\tb",  "::",   "*1",  " a ", "{;}", "]]>",  "%20"};
 
@@ -261,7 +261,7 @@ TEST_F(ExportModelTest, GltfKeepsCameras)
     EXPECT_EQ(Reimport("out.glb").CameraLibrary.size(), 1U);
 }
 
-TEST_F(ExportModelTest, PicturesOfTheInputLieBesideFilesThatHoldNone)
+TEST_F(ExportModelTest, EmbeddedImagesAreWrittenNextToFilesThatCannotHoldThem)
 {
     SceneContainer scene = Support::Scene("Root[a=m:c]");
     Importing::Map map;
@@ -271,8 +271,8 @@ TEST_F(ExportModelTest, PicturesOfTheInputLieBesideFilesThatHoldNone)
     Model model = ModelOf(scene);
     model.textures.embedded = {{.formatHint = "png", .content = {0x89, 'P', 'N', 'G', 1}}};
     ExportModel(model, folder_ / "out.obj", progress_, state_);
-    EXPECT_THAT(ReadText(folder_ / "out.mtl"), HasSubstr("map_Kd out-picture0.png\n"));
-    EXPECT_EQ(std::filesystem::file_size(folder_ / "out-picture0.png"), 5U);
+    EXPECT_THAT(ReadText(folder_ / "out.mtl"), HasSubstr("map_Kd out-image0.png\n"));
+    EXPECT_EQ(std::filesystem::file_size(folder_ / "out-image0.png"), 5U);
     ExportModel(model, folder_ / "solid.stl", progress_, state_);
     EXPECT_EQ(folder_.CountEntries(), 4U);  // one more: the format has no textures
 }

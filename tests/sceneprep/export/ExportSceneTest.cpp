@@ -82,7 +82,7 @@ TEST(ExportScene, FlatFormatsGetEverythingInTheWorld)
     EXPECT_EQ(target->mMeshes[1]->mFaces[0].mIndices[1], indices[2]);  // mirrored, so turned
 }
 
-TEST(ExportScene, WhereZPointsUpTheWorldIsTurned)
+TEST(ExportScene, TheWorldIsRotatedInFormatsWithZUp)
 {
     SceneContainer scene = Scene("Root@1,2,3[a]");
     const D3DXVECTOR3 first = Support::MeshOf(scene, "a").VertexArray[0].GetPosition();

@@ -26,7 +26,7 @@ TEST(EncodePng, ThePixelsComeBack)
     EXPECT_EQ(back, pixels);
 }
 
-TEST(EncodePng, NothingIsNoPicture)
+TEST(EncodePng, AnEmptyImageIsRefused)
 {
     const unsigned char pixel = 0;
     EXPECT_TRUE(EncodePng(&pixel, 0, 0).empty());

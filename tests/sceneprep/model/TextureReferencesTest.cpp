@@ -22,7 +22,7 @@ protected:
 
 TEST_F(TextureReferencesTest, FileNamesLieBehindEitherSlash)
 {
-    EXPECT_EQ(FileNameOf("C:\\art/pictures\\Stone.png"), "Stone.png");
+    EXPECT_EQ(FileNameOf("C:\\art/images\\Stone.png"), "Stone.png");
     EXPECT_EQ(FileNameOf("/art/Stone.png"), "Stone.png");
     EXPECT_EQ(FileNameOf("Stone.png"), "Stone.png");
 }
@@ -49,7 +49,7 @@ TEST_F(TextureReferencesTest, OnlyReferencesToFilesAreRebased)
     RebaseReferences(scene, "/in/a.obj", "/out/b.glb", textures_);
     EXPECT_EQ(SpellingOf(textures_, "wood.png"), "../in/Wood.PNG");
     EXPECT_EQ(SpellingOf(textures_, "*0"), "*0");
-    EXPECT_EQ(SpellingOf(textures_, "stone.png"), "Stone.png");  // lies in the model file
+    EXPECT_EQ(SpellingOf(textures_, "stone.png"), "Stone.png");  // embedded in the model file
     EXPECT_EQ(SpellingOf(textures_, "plain.png"), "../in/plain.png");
 }
 
@@ -59,7 +59,7 @@ TEST_F(TextureReferencesTest, TheFilesSpellingIsKept)
     EXPECT_EQ(SpellingOf(textures_, "stone.png"), "stone.png");
 }
 
-TEST_F(TextureReferencesTest, ANumberBehindAStarMeansAPictureInTheFile)
+TEST_F(TextureReferencesTest, AStarAndANumberReferToAnEmbeddedImage)
 {
     EXPECT_EQ(FindEmbedded(textures_, "*0"), textures_.embedded.data());
     EXPECT_EQ(FindEmbedded(textures_, "*1"), &textures_.embedded[1]);
@@ -69,7 +69,7 @@ TEST_F(TextureReferencesTest, ANumberBehindAStarMeansAPictureInTheFile)
     EXPECT_EQ(FindEmbedded(textures_, "*-1"), nullptr);
 }
 
-TEST_F(TextureReferencesTest, APictureIsFoundByItsNameWithoutFolders)
+TEST_F(TextureReferencesTest, AnImageIsFoundByItsNameWithoutFolders)
 {
     EXPECT_EQ(FindEmbedded(textures_, "textures/Stone.png"), &textures_.embedded[1]);
     EXPECT_EQ(FindEmbedded(textures_, "Wood.PNG"), nullptr);

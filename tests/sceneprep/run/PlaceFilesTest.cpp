@@ -73,7 +73,7 @@ protected:
     {
         std::ofstream(written_.Path() / "house.gltf") << "new";
         std::ofstream(written_.Path() / "house.bin") << "new";
-        std::ofstream(written_.Path() / "a-picture.png") << "new";
+        std::ofstream(written_.Path() / "a-image.png") << "new";
     }
 
     /// Returns the error message, after checking that nothing has been moved.
@@ -87,7 +87,7 @@ protected:
         {
             EXPECT_TRUE(fs::exists(written_.Path() / "house.gltf"));
             EXPECT_TRUE(fs::exists(written_.Path() / "house.bin"));
-            EXPECT_TRUE(fs::exists(written_.Path() / "a-picture.png"));
+            EXPECT_TRUE(fs::exists(written_.Path() / "a-image.png"));
             return error.what();
         }
         return "no error";

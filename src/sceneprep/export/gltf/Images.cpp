@@ -80,12 +80,12 @@ Json WithUri(Json object, const std::string& path)
 
 }  // namespace
 
-WrittenImage ImageWriter::AddEmbedded(const EmbeddedTexture& picture, Json object)
+WrittenImage ImageWriter::AddEmbedded(const EmbeddedTexture& image, Json object)
 {
-    const std::string key = fmt::format("{}|{}", static_cast<const void*>(&picture), TextOf(object));
+    const std::string key = fmt::format("{}|{}", static_cast<const void*>(&image), TextOf(object));
     const auto [found, isNew] = written_.emplace(key, WrittenImage());
     if (isNew)
-        found->second = WriteEmbedded(picture, std::move(object));
+        found->second = WriteEmbedded(image, std::move(object));
     return found->second;
 }
 
@@ -98,23 +98,23 @@ WrittenImage ImageWriter::AddFile(const std::string& reference, Json object)
     return found->second;
 }
 
-WrittenImage ImageWriter::WriteEmbedded(const EmbeddedTexture& picture, Json object)
+WrittenImage ImageWriter::WriteEmbedded(const EmbeddedTexture& image, Json object)
 {
-    const ImageKind* kind = ImageKindOf(picture.content);
+    const ImageKind* kind = ImageKindOf(image.content);
     if (kind == nullptr && !object.contains("mimeType"))
     {
-        dropped_.insert(picture.fileName.empty() ? "an embedded image" : picture.fileName);
+        dropped_.insert(image.fileName.empty() ? "an embedded image" : image.fileName);
         return {};
     }
     if (kind != nullptr)
         object["mimeType"] = kind->mimeType;
     if (options_.isBinary)
-        object["bufferView"] = buffers_.AddView(picture.content.data(), picture.content.size(), Usage::Other);
+        object["bufferView"] = buffers_.AddView(image.content.data(), image.content.size(), Usage::Other);
     else
     {
-        const std::string name = CompanionName(options_.stem, companions_.size(), picture);
+        const std::string name = CompanionName(options_.stem, companions_.size(), image);
         fileNames_.insert(LowerCase(name));
-        companions_.push_back({name, &picture.content});
+        companions_.push_back({name, &image.content});
         object["uri"] = EncodeUri(name);
     }
     return {Append(document_.images, std::move(object)), kind};

@@ -43,9 +43,9 @@ public:
     {}
 
     /// Writes an image that the input held, once.
-    /// @param picture  has to outlive the writer
+    /// @param image  has to outlive the writer
     /// @param object   name, extras and extensions of the image
-    WrittenImage AddEmbedded(const EmbeddedTexture& picture, Json object);
+    WrittenImage AddEmbedded(const EmbeddedTexture& image, Json object);
 
     /// Writes an image file, once.
     /// @param reference  the file relative to the folder of the output, or absolute
@@ -58,7 +58,7 @@ public:
     void AddNotes(Notes& notes) const;
 
 private:
-    WrittenImage WriteEmbedded(const EmbeddedTexture& picture, Json object);
+    WrittenImage WriteEmbedded(const EmbeddedTexture& image, Json object);
     WrittenImage WriteFile(const std::string& reference, Json object);
     WrittenImage Embed(const std::filesystem::path& file, const ImageKind* kind, Json object);
     std::string CopyNameFor(const std::filesystem::path& file);

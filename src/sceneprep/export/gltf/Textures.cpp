@@ -33,12 +33,12 @@ int TextureWriter::FindOfLibrary(int texture)
     if (!isNew)
         return found->second;
     const std::string reference = SpellingOf(model_.textures, At(model_.scene->TextureLibrary, texture));
-    const EmbeddedTexture* picture = FindEmbedded(model_.textures, reference);
+    const EmbeddedTexture* embedded = FindEmbedded(model_.textures, reference);
     Json object = Json::object();
-    if (picture != nullptr && !picture->fileName.empty())
-        object["name"] = picture->fileName;
+    if (embedded != nullptr && !embedded->fileName.empty())
+        object["name"] = embedded->fileName;
     const WrittenImage image =
-        picture == nullptr ? images_.AddFile(reference, object) : images_.AddEmbedded(*picture, object);
+        embedded == nullptr ? images_.AddFile(reference, object) : images_.AddEmbedded(*embedded, object);
     if (image.index < 0)
         return -1;
     Json source = {{"source", image.index}};

@@ -70,10 +70,10 @@ TEST_F(GltfImages, EmbeddedImagesAreFilesNextToATextFile)
     writer.AddEmbedded(png_, Json::object());
     writer.AddEmbedded(jpeg_, Json::object());
     ASSERT_EQ(writer.Companions().size(), 2U);
-    EXPECT_EQ(writer.Companions()[0].name, "house-picture0.png");
-    EXPECT_EQ(writer.Companions()[1].name, "house-picture1.jpg");
+    EXPECT_EQ(writer.Companions()[0].name, "house-image0.png");
+    EXPECT_EQ(writer.Companions()[1].name, "house-image1.jpg");
     EXPECT_EQ(*writer.Companions()[0].content, png_.content);
-    EXPECT_EQ(document_.images[0]["uri"], "house-picture0.png");
+    EXPECT_EQ(document_.images[0]["uri"], "house-image0.png");
     EXPECT_EQ(buffers_.Size(), 0U);
 }
 

@@ -79,11 +79,11 @@ TEST_F(GltfWriteModel, ATextModelHasItsBufferAndImagesNextToIt)
 {
     Write(model_, "my house.gltf");
     EXPECT_EQ(folder_.CountEntries(), 3U);
-    EXPECT_EQ(ReadText(folder_ / "my_house-picture0.png"), "\x89PNG\x01");
+    EXPECT_EQ(ReadText(folder_ / "my_house-image0.png"), "\x89PNG\x01");
     const Json document = Json::parse(ReadText(folder_ / "my house.gltf"));
     EXPECT_EQ(document["buffers"][0]["uri"], "my_house.bin");
     EXPECT_EQ(document["buffers"][0]["byteLength"], ReadText(folder_ / "my_house.bin").size());
-    EXPECT_EQ(document["images"][0]["uri"], "my_house-picture0.png");
+    EXPECT_EQ(document["images"][0]["uri"], "my_house-image0.png");
 }
 
 TEST_F(GltfWriteModel, ImageFilesFromElsewhereAreCopied)
@@ -113,7 +113,7 @@ TEST_F(GltfWriteModel, AFullDiskIsAnError)
     EXPECT_THROW(Write(model_, "a.glb"), ToolError);
     std::filesystem::create_symlink("/dev/full", folder_ / "b.bin");
     EXPECT_THROW(Write(model_, "b.gltf"), ToolError);
-    std::filesystem::create_symlink("/dev/full", folder_ / "c-picture0.png");
+    std::filesystem::create_symlink("/dev/full", folder_ / "c-image0.png");
     EXPECT_THROW(Write(model_, "c.gltf"), ToolError);
 }
 

@@ -14,16 +14,16 @@ namespace
 /// How far from a right angle the axes of a node may be, as a cosine.
 constexpr double kRightAngle = 1e-5;
 
-/// Beside the largest determinant that rows of these lengths can have: what products of matrices may be off by.
+/// Rounding error of products of matrices, relative to the largest determinant that rows of the given lengths can have.
 constexpr double kRounding = 1e-6;
 
-/// Of two rows of the upper 3x3 part.
+/// Returns the dot product of two rows of the upper 3x3 part.
 double Dot(const float* a, const float* b)
 {
     return static_cast<double>(a[0]) * b[0] + static_cast<double>(a[1]) * b[1] + static_cast<double>(a[2]) * b[2];
 }
 
-/// Of the upper 3x3 part, with its sign.
+/// Returns the signed cofactor in the upper 3x3 part.
 double Cofactor(const D3DXMATRIX& m, unsigned row, unsigned column)
 {
     const unsigned r1 = (row + 1) % 3;

@@ -11,38 +11,37 @@ namespace Pipeline
 
 using Importing::Product;
 
-/// The nodes that can be reached from the scene's root, parents before children, siblings in the order of their list;
-/// the first is the root. Empty when the scene has no root.
+/// The nodes that are reachable from the scene's root: the root first, parents before children, siblings in the order
+/// of their list. Empty if the scene has no root.
 struct NodeWalk
 {
     std::vector<int> order;
     std::vector<int> parent;  ///< [nodes] index of the parent; -1 for the root and for nodes that are not reached
 };
 
-/// Walks without recursion, so that depth does not matter. A node is visited once, under the first parent that lists
-/// it, so a cycle ends the walk.
-/// @throws std::out_of_range when a child list leads outside the node library.
+/// Walks the hierarchy without recursion, in linear time. A node is visited once, below the first parent that
+/// references it, so cycles end.
+/// @throws std::out_of_range if a child index is not valid.
 NodeWalk WalkFromRoot(Importing::SceneContainer& scene);
 
-/// @return for each reached node [nodes] its placement in the frame of the root; the root's own local matrix is not
-///         part of it. Identity for nodes that are not reached.
+/// Returns for each reached node [nodes] its transform in the space of the root, without the root's own local matrix.
+/// The result is the identity for nodes that are not reached.
 std::vector<D3DXMATRIX> MatricesInRootFrame(Importing::SceneContainer& scene, const NodeWalk& walk);
 
-/// @return for each reached node [nodes] its world matrix: its placement in the frame of the root, carried by the
-/// root's
-///         local matrix.
+/// Returns for each reached node [nodes] its world matrix: its transform in the space of the root, times the root's
+/// local matrix.
 std::vector<D3DXMATRIX> WorldMatricesOf(Importing::SceneContainer& scene, const NodeWalk& walk);
 
 bool IsIdentity(const D3DXMATRIX& matrix);
 
-/// @return whether the matrix turns a left hand into a right one. Not so one that flattens, whatever rounding says.
+/// Returns whether the matrix mirrors: its determinant is negative by more than rounding. A singular matrix does not.
 bool IsMirroring(const D3DXMATRIX& matrix);
 
-/// @return whether the axes stay at right angles, so that scale, rotation and translation make up the matrix. False
-///         for one that flattens.
+/// Returns whether the matrix consists of scale, rotation and translation: its axes are at right angles. False for a
+/// singular matrix.
 bool IsShearFree(const D3DXMATRIX& matrix);
 
-/// @return the matrix that undoes an affine one; nothing when it flattens.
+/// Returns the inverse of an affine matrix; nothing if it is singular.
 std::optional<D3DXMATRIX> InverseOf(const D3DXMATRIX& matrix);
 
 }  // namespace Pipeline

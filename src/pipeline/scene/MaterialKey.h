@@ -7,8 +7,8 @@
 namespace Pipeline
 {
 
-/// What makes two surfaces' materials the same in a file: material and texture layers, bit by bit where numbers are
-/// concerned. File formats keep texture layers with the material, so a scene's material may become several.
+/// Returns a text that is equal for two surfaces exactly if they have the same material and texture layers; numbers are
+/// compared bit by bit. In files, texture layers belong to the material, so one material of a scene may become several.
 std::string MaterialKey(Importing::Surface& surface);
 
 }  // namespace Pipeline

@@ -7,20 +7,21 @@
 namespace Pipeline
 {
 
-/// The way from a node up to the root, and where the ways of other nodes join it.
+/// The path from a node up to the root. Finds where the paths of other nodes join it.
 class NodePath
 {
 public:
     /// @param parents  [nodes] index of the parent, -1 for the root; as NodeWalk::parent
     NodePath(const std::vector<int>& parents, int node);
 
-    /// The node, its parent and so on; the last is the root.
+    /// The node, its parent, and so on up to the root.
     const std::vector<int>& Nodes() const { return nodes_; }
 
     bool Holds(int node) const { return heights_.count(node) > 0; }
 
-    /// @return how many steps above the path's node the way up from another node joins the path, the other node
-    ///         included; the length of the path when it never does, as for -1. A way is walked once.
+    /// Returns the position on the path of the nearest common ancestor with another node: 0 for the path's own node;
+    /// the length of the path if there is none, as for -1. A node is its own ancestor. Results are stored for every
+    /// node on the way, so all calls together take time linear in the number of nodes.
     std::size_t HeightOfMeeting(int node);
 
 private:

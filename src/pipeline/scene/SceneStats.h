@@ -9,7 +9,7 @@
 namespace Pipeline
 {
 
-/// What a scene holds. Meshes count once, however many surfaces show them.
+/// The number of records in a scene. A mesh counts once, regardless of the number of surfaces that reference it.
 struct SceneStats
 {
     std::size_t nodes = 0;
@@ -22,21 +22,21 @@ struct SceneStats
     std::size_t cameras = 0;
     std::size_t lights = 0;
     std::size_t joints = 0;      ///< of all meshes
-    std::size_t animations = 0;  ///< those that a node or a joint plays
+    std::size_t animations = 0;  ///< those that a node or a joint refers to
 
     friend bool operator==(const SceneStats&, const SceneStats&) = default;
 
-    /// The counts with their names, in the order in which they are shown.
+    /// The counts with their names, in the order in which they are printed.
     std::array<std::pair<const char*, std::size_t>, 11> Rows() const;
 };
 
-/// Counts what the scene holds. Computes nothing and changes nothing.
+/// Counts the records of the scene in linear time. Changes nothing.
 SceneStats CountScene(Importing::SceneContainer& scene);
 
-/// @return whether the surface is one that was emptied: no mesh, no material, no maps.
+/// Returns whether merging has emptied the surface: it has no mesh, no material and no maps.
 bool IsEmptied(const Importing::Surface& surface);
 
-/// @return whether the mesh has neither vertices nor indices.
+/// Returns whether the mesh has neither vertices nor indices.
 bool IsEmptied(const Importing::Geometry& geometry);
 
 }  // namespace Pipeline

@@ -9,12 +9,12 @@
 namespace Pipeline
 {
 
-/// A vertex attribute that travels in texture coordinate sets: colours, tangents, custom attributes.
+/// A vertex attribute that is stored in texture coordinate sets: colours, tangents, custom attributes.
 struct VertexAttribute
 {
     std::string name = {};  ///< as in glTF: "COLOR_0", "TANGENT", "_TEMPERATURE"
     int firstSet = 0;       ///< the first of the sets that hold it
-    int components = 0;     ///< two a set; the second half of the last set is 0 where the number is odd
+    int components = 0;     ///< two per set; if the number is odd, the second half of the last set is 0
 
     friend bool operator==(const VertexAttribute&, const VertexAttribute&) = default;
 };
@@ -49,7 +49,7 @@ struct SceneSupplement
     std::vector<int> meshKeys = {};
 };
 
-/// Returns the entry at an index; the default where the list is shorter.
+/// Returns the entry at an index; the default if the list is shorter.
 template <typename List, typename Default>
 auto EntryOr(const List& list, std::size_t index, Default whereMissing)
 {
@@ -68,7 +68,7 @@ inline bool IsKept(const SceneSupplement& supplement, std::size_t node)
     return EntryOr(supplement.keptNodes, node, false);
 }
 
-/// Gives a new mesh what is known about another one, of which it is a copy.
+/// Copies the entries of a mesh to a new mesh that is a copy of it.
 inline void CopyMeshEntries(SceneSupplement& supplement, std::size_t from, std::size_t to)
 {
     const auto copy = [from, to](auto& list, auto whereMissing) {
@@ -83,7 +83,7 @@ inline void CopyMeshEntries(SceneSupplement& supplement, std::size_t from, std::
     copy(supplement.meshKeys, -1);
 }
 
-/// Makes the entries of nodes follow their nodes.
+/// Moves the entries of nodes to the new indices of the nodes.
 /// @param origins  [nodes, as they are now] the index that each node had before; -1 for nodes that are new
 inline void MoveNodeEntries(SceneSupplement& supplement, const std::vector<int>& origins)
 {

@@ -9,10 +9,10 @@
 namespace Pipeline
 {
 
-/// @return whether the mesh shows something: triangles, and at least one of them.
+/// Returns whether the mesh has at least one triangle.
 bool HasTriangles(const Importing::Geometry& geometry);
 
-/// A mesh of triangles where a node below the root, or the root itself, shows it.
+/// A mesh of triangles that the root, or a node below it, references.
 struct ShownSurface
 {
     int node = -1;
@@ -21,15 +21,16 @@ struct ShownSurface
     const D3DXMATRIX& world;
 };
 
-/// Calls for every listing of a surface that shows triangles: nodes in the order of the walk from the root, surfaces
-/// in the order of their list.
-/// @throws std::out_of_range when an index of the scene, or of a mesh, leads nowhere.
+/// Calls `visit` for every reference to a surface with triangles: nodes in the order of the walk from the root,
+/// surfaces in the order of their list.
+/// @throws std::out_of_range if an index of the scene or of a mesh is not valid.
 void ForEachShownSurface(Importing::SceneContainer& scene, const std::function<void(const ShownSurface&)>& visit);
 
-/// A place in the world, in double precision.
+/// A position in the world, in double precision.
 using WorldPoint = std::array<double, 3>;
 
-inline WorldPoint CarryToWorld(const D3DXVECTOR3& p, const D3DXMATRIX& m)
+/// Returns the position transformed by the matrix, computed in double precision.
+inline WorldPoint ToWorld(const D3DXVECTOR3& p, const D3DXMATRIX& m)
 {
     WorldPoint result{};
     for (unsigned c = 0; c < 3; ++c)

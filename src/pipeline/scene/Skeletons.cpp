@@ -1,3 +1,7 @@
+// Files contain skeletons several times, under equal names, so a name does not identify the node of a joint. Nodes are
+// put into a table by name, animation and nearest animated node above; only the nodes of one entry are compared by
+// their world matrices. The time is linear in nodes and joints unless many nodes share an entry.
+
 #include <pipeline/scene/Skeletons.h>
 
 #include <importing/base/CheckedAccess.h>
@@ -16,7 +20,8 @@ using Importing::Geometry;
 using Importing::Joint;
 using Importing::SceneContainer;
 
-/// Places that lie nearer are the same, beside the lengths of the axes and the distances of the skeleton.
+/// Tolerance when matrices are compared: relative to the length of the axes, and to the extent of the skeleton for
+/// translations.
 constexpr float kSamePlace = 1e-4F;
 
 float LargestCoordinate(const D3DXMATRIX& matrix)
@@ -44,7 +49,7 @@ bool IsSamePlace(const D3DXMATRIX& a, const D3DXMATRIX& b, float distance)
     return true;
 }
 
-/// Parents before children.
+/// Returns the joints in an order in which parents precede their children.
 std::vector<std::size_t> OrderOf(const std::vector<int>& parents)
 {
     std::vector<std::size_t> order;
@@ -62,7 +67,7 @@ std::vector<std::size_t> OrderOf(const std::vector<int>& parents)
     return order;
 }
 
-/// The largest coordinate of a skeleton as its mesh sees it.
+/// Returns the largest coordinate of a joint in the space of the mesh.
 float ExtentOf(Geometry& geometry, const std::vector<int>& parents, const std::vector<std::size_t>& order)
 {
     std::vector<D3DXMATRIX> placed(parents.size());
@@ -77,7 +82,7 @@ float ExtentOf(Geometry& geometry, const std::vector<int>& parents, const std::v
     return extent;
 }
 
-/// How much a matrix stretches at most, roughly.
+/// Returns an estimate of the largest scale of a matrix: the length of its longest row.
 float StretchOf(const D3DXMATRIX& m)
 {
     return std::max(
@@ -178,7 +183,8 @@ std::vector<int> JointParents(Geometry& geometry)
     for (Joint& joint : geometry.JointArray)
         parents.push_back(Importing::IsValidIndex(joint.GetParentID(), count) ? joint.GetParentID() : -1);
 
-    // Whoever meets himself among his ancestors is cut off; each joint is walked over once.
+    // Breaks cycles of parents: the joint whose parent is on the current path becomes a root. Each joint is walked
+    // once.
     enum class State
     {
         Unknown,

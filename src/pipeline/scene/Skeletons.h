@@ -13,45 +13,46 @@
 namespace Pipeline
 {
 
-/// A node that stands for a joint where the hierarchy holds none that does.
+/// A node for a joint that is not a node of the hierarchy.
 struct JointNode
 {
     std::string name;
-    int parent;  ///< a node of the scene, or a joint node, counted on from those of the scene
+    int parent;  ///< index of a node of the scene; joint nodes have the indices after the last one
     D3DXMATRIX local;
     int animation;  ///< -1 for none
 };
 
-/// Finds the nodes that the joints of a scene's meshes are, for what knows joints only as nodes.
+/// Finds the nodes of the joints of a scene's meshes, for file formats in which joints are nodes.
 ///
-/// A joint is a node of the hierarchy when the two have one name, play one animation in the same frame, stand at the
-/// same place, and are moved by the same node above them. Other joints are joint nodes, below the node of their parent
-/// or, for roots, below the node that shows the mesh; joints of several meshes share one where they are the same in
-/// that sense, but two joints of one mesh never do. So a skeleton that came as nodes is found again, and meshes of one
-/// skeleton keep one.
+/// A joint is a node of the hierarchy if both have the same name, animation and world transform, and the same nearest
+/// animated node above them; with an animation, their parents must have the same world transform, too. Any other joint
+/// becomes a joint node: below the node of its parent or, for a root, below the node that references the mesh. Equal
+/// joints of several meshes share a joint node; two joints of one mesh never do. So a skeleton that was read as nodes
+/// is found again, and meshes of one skeleton share it.
 class Skeletons
 {
 public:
-    /// The scene must not change while the skeletons are looked for.
+    /// Takes time linear in the number of nodes. The scene must not change as long as the object exists.
     Skeletons(Importing::SceneContainer& scene, const NodeWalk& walk);
 
-    /// @param node  a node of the walk that shows the mesh
-    /// @return [joints] nodes of the scene, or joint nodes, counted on from those of the scene. A joint whose parent is
-    ///         unknown or its own descendant counts as a root.
+    /// Finds or adds the node of each joint of a mesh. A joint with an invalid parent, or with a parent that is its own
+    /// descendant, is a root.
+    /// @param node  a node of the walk that references the mesh
+    /// @return [joints] index of a node of the scene, or of a joint node: these have the indices after the last node
     std::vector<int> Find(Importing::Geometry& geometry, int node);
 
-    /// Grows with every mesh that is asked for; parents stand before their children.
+    /// The joint nodes of all meshes that Find() was called for; parents before children.
     const std::vector<JointNode>& JointNodes() const { return jointNodes_; }
 
 private:
-    /// Where a node stands, and what moves it.
+    /// The position of a node in the world, and what animates it.
     struct Place
     {
         D3DXMATRIX world;
         D3DXMATRIX frame;  ///< the world matrix of the parent
         int animation = -1;
         int mover = -1;         ///< the nearest animated node above, -1 for none
-        std::size_t taken = 0;  ///< by a joint of which mesh, counted as they are asked for
+        std::size_t taken = 0;  ///< number of the call of Find() that last used the node
     };
 
     int AnimationOf(int animation) const;
@@ -61,32 +62,33 @@ private:
     int FindOrAdd(Importing::Joint& joint, int parent, float distance);
 
     Importing::SceneContainer& scene_;
-    std::vector<Place> places_;  // by node of the scene, joint nodes behind them
+    std::vector<Place> places_;  // by node of the scene, then by joint node
     std::map<std::tuple<std::string, int, int>, std::vector<int>> candidates_;  // by name, animation and mover
     std::vector<JointNode> jointNodes_;
-    std::size_t meshes_ = 0;  // that were asked for
+    std::size_t meshes_ = 0;  // calls of Find()
 };
 
-/// @return [joints] the joint's parent; -1 for those below none, also where the parent is unknown or below the joint.
+/// Returns for each joint [joints] its parent; -1 for roots. A joint with an invalid parent becomes a root, and so does
+/// one joint of each cycle of parents. Takes linear time.
 std::vector<int> JointParents(Importing::Geometry& geometry);
 
-/// @return whether the surface's mesh has joints.
+/// Returns whether the surface's mesh has joints.
 bool IsSkinned(const Importing::SceneContainer& scene, int surface);
 
 /// Returns whether a matrix may be baked into the surface's mesh: it has one, without joints, and it is not pinned.
 bool IsBakeable(const WorkScene& scene, int surface);
 
-/// A mesh with joints, and a node that shows it.
+/// A mesh with joints, and a node that references it.
 struct SkinnedMesh
 {
     int geometry;
     int node;
 };
 
-/// @return every listing of a skinned surface below the root, in the order of the walk.
+/// Returns every reference to a skinned surface, in the order of the walk.
 std::vector<SkinnedMesh> ListSkinnedMeshes(const Importing::SceneContainer& scene, const NodeWalk& walk);
 
-/// @return for each node [nodes] whether it is a joint of some mesh.
+/// Returns for each node [nodes] whether it is a joint of a mesh.
 std::vector<bool> FindJointNodes(Importing::SceneContainer& scene, const NodeWalk& walk);
 
 }  // namespace Pipeline

@@ -51,12 +51,12 @@ void AddTriangle(WorldMeasure& measure, const Point& a, const Point& b, const Po
     measure.volume += handedness * Dot(a, across) / 6;
 }
 
-/// @param points  room for the mesh's vertices in the world, kept from mesh to mesh
+/// @param points  memory for the world positions of the mesh's vertices, reused for every mesh
 void AddSurface(WorldMeasure& measure, const ShownSurface& shown, std::vector<Point>& points)
 {
     points.clear();
     for (Importing::Vertex& vertex : shown.geometry.VertexArray)
-        points.push_back(CarryToWorld(vertex.Vertex::GetPosition(), shown.world));
+        points.push_back(ToWorld(vertex.Vertex::GetPosition(), shown.world));
 
     const double handedness = IsMirroring(shown.world) ? -1 : 1;
     const std::vector<std::uint32_t>& indices = shown.geometry.IndexArray;
@@ -64,7 +64,7 @@ void AddSurface(WorldMeasure& measure, const ShownSurface& shown, std::vector<Po
         AddTriangle(measure, points[indices[i]], points[indices[i + 1]], points[indices[i + 2]], handedness);
 }
 
-std::size_t CountListings(const Importing::SceneContainer& scene)
+std::size_t CountReferences(const Importing::SceneContainer& scene)
 {
     std::size_t count = 0;
     for (const Importing::Node& node : scene.NodeLibrary)
@@ -95,7 +95,7 @@ WorldMeasure Measure(Importing::SceneContainer& scene, const PartListener& liste
     measure.min = {kLargest, kLargest, kLargest};
     measure.max = {-kLargest, -kLargest, -kLargest};
 
-    PartCounter counter(listener, CountListings(scene));
+    PartCounter counter(listener, CountReferences(scene));
     std::vector<Point> points;
     ForEachShownSurface(scene, [&](const ShownSurface& shown) {
         AddSurface(measure, shown, points);
@@ -110,7 +110,7 @@ std::vector<std::string> NotesOnTriangles(const WorldMeasure& world)
 {
     std::vector<std::string> notes;
     if (world.broken > 0)
-        notes.push_back("triangles have corners that are infinite or no number (" + std::to_string(world.broken) + ")");
+        notes.push_back("triangles have infinite or NaN positions (" + std::to_string(world.broken) + ")");
     if (world.degenerate > 0)
         notes.push_back("triangles have no area (" + std::to_string(world.degenerate) + ")");
     return notes;

@@ -11,29 +11,29 @@
 namespace Pipeline
 {
 
-/// What a scene looks like as numbers, which stay the same however its hierarchy is cut. Every listing of a surface
-/// below the root counts.
+/// The appearance of a scene in numbers that do not depend on its hierarchy. Every reference to a surface below the
+/// root counts.
 struct WorldMeasure
 {
     std::size_t triangles = 0;
-    std::size_t degenerate = 0;  ///< of them without area
-    std::size_t broken = 0;      ///< of them with a corner that is infinite or no number; what follows is without them
+    std::size_t degenerate = 0;  ///< triangles without area
+    std::size_t broken = 0;      ///< triangles with infinite or NaN positions; the following members ignore them
     std::array<double, 3> min = {};
-    std::array<double, 3> max = {};  ///< of a world without triangles 0, as the minimum
+    std::array<double, 3> max = {};  ///< minimum and maximum are 0 if there are no triangles
     double area = 0;
-    /// Signed volume of the cones from the origin to the triangles, as a viewer sees them that turns the winding where
-    /// a matrix mirrors. It changes where faces come to look the other way.
+    /// The sum of the signed volumes of the tetrahedra from the origin to each triangle, with the winding of mirrored
+    /// surfaces flipped, as viewers do. It changes if faces are flipped.
     double volume = 0;
 
     double Diagonal() const;
-    /// The diagonal, or the largest coordinate where that is more.
+    /// The diagonal or the largest coordinate, whichever is larger.
     double Extent() const;
 };
 
-/// Measures in double precision behind the world matrices.
+/// Measures the scene. Positions are transformed and summed in double precision. Takes linear time.
 WorldMeasure Measure(Importing::SceneContainer& scene, const PartListener& listener = IgnorePart);
 
-/// @return what looks wrong with the triangles, one line each.
+/// Returns one note for each kind of suspicious triangles.
 std::vector<std::string> NotesOnTriangles(const WorldMeasure& world);
 
 }  // namespace Pipeline

@@ -10,10 +10,10 @@
 namespace Pipeline
 {
 
-/// What baking a matrix into a mesh does to directions.
+/// Bakes a matrix into the normals and tangents of a mesh.
 ///
-/// The container multiplies normals by the matrix with normalised rows, which is wrong where the matrix scales axes
-/// differently or shears. The right matrix is the inverse transpose. The container does not know of tangents at all.
+/// The container multiplies normals by the matrix with normalised rows, which is wrong for non-uniform scale and shear;
+/// the right matrix is the inverse transpose. The container does not bake tangents at all.
 class AttributeBaking
 {
 public:
@@ -22,14 +22,14 @@ public:
     /// Returns whether the container bakes normals wrongly, and the right matrix exists.
     bool CorrectsNormals() const { return correction_.has_value(); }
 
-    /// Returns the normal that is right after baking, as long as it was before.
+    /// Returns the correctly baked normal, with the length of the given one.
     D3DXVECTOR3 Bake(const D3DXVECTOR3& normal) const;
 
-    /// Changes the normals of a mesh so that they are right after the container has baked the matrix. Does nothing
-    /// where the container does it right, so no bit changes.
+    /// Changes the normals of a mesh so that they are right after the container has baked the matrix. Changes no bit
+    /// if the container bakes them correctly.
     void PrepareNormals(Importing::Geometry& geometry) const;
 
-    /// Bakes the matrix into the tangents of a mesh: the direction is multiplied by the matrix, the sign changes where
+    /// Bakes the matrix into the tangents of a mesh: multiplies the direction by the matrix, and negates the sign if
     /// the matrix mirrors.
     void BakeTangents(Importing::Geometry& geometry, const VertexLayout& layout) const;
 
@@ -38,7 +38,7 @@ private:
     struct Correction
     {
         Matrix3 inverseTranspose;
-        Matrix3 undo;  ///< of what the container multiplies normals by
+        Matrix3 undo;  ///< inverse of the matrix that the container multiplies normals by
     };
 
     Matrix3 matrix_;

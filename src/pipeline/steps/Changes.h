@@ -7,7 +7,7 @@
 namespace Pipeline
 {
 
-/// How much of one kind a step changed.
+/// The number of things of one kind that a step changed.
 struct Change
 {
     std::string what;  ///< plural, as "nodes renamed"

@@ -9,10 +9,9 @@ namespace Pipeline
 {
 
 /// Flips the winding of meshes whose first triangle faces away from its normal, as
-/// SceneContainer::CheckFacesOrientation() does. What a matrix mirrors is judged as viewers show it, with its winding
-/// flipped. Meshes without normals get computed ones first. Pinned meshes and
-/// meshes without a triangle are skipped. The scene's surfaces must not
-/// share meshes.
+/// SceneContainer::CheckFacesOrientation() does. Meshes below a mirroring matrix are judged as viewers show them, with
+/// their winding flipped. Meshes without normals get computed ones first. Pinned meshes and meshes without triangles
+/// are skipped. Surfaces must not share meshes.
 Changes CheckOrientation(const WorkScene& scene, const PrepareOptions& options = {},
                          const PartListener& listener = IgnorePart);
 

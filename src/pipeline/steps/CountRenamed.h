@@ -19,7 +19,7 @@ std::vector<std::string> NamesOf(std::vector<Record>& library)
     return names;
 }
 
-/// Returns whether the record is used: those that merging emptied are renamed with the others, but nothing shows them.
+/// Returns whether the record is used. Records that merging emptied are not, although they are renamed as well.
 template <typename Record>
 bool IsUsed(const Record& record)
 {
@@ -29,7 +29,7 @@ bool IsUsed(const Record& record)
         return true;
 }
 
-/// @return how many records of the library have another name after the renaming.
+/// Returns how many used records of the library have another name after the call of `rename`.
 template <typename Record, typename Rename>
 std::size_t CountRenamed(std::vector<Record>& library, Rename rename)
 {

@@ -7,9 +7,9 @@
 namespace Pipeline
 {
 
-/// Drops branches of the hierarchy that hold nothing but joints: they hold joints of some mesh, and neither surfaces,
-/// cameras, lights, kept nodes nor animated nodes that are not joints. The meshes' own joints have all that they say.
-/// @return how many nodes were dropped.
+/// Drops branches of the hierarchy that consist of joints only: they contain a joint of a mesh, and no surfaces,
+/// cameras, lights, kept nodes, or animated nodes that are not joints. Nothing is lost, because the joints are also
+/// stored in the meshes. Returns the number of dropped nodes.
 std::size_t DropSkeletonNodes(const WorkScene& scene);
 
 }  // namespace Pipeline

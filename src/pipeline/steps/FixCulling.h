@@ -8,8 +8,8 @@
 namespace Pipeline
 {
 
-/// Flips the winding of triangles whose three normals all point against them. Meshes without normals get
-/// computed ones first. Pinned meshes are skipped.
+/// Flips the winding of triangles whose three normals all point against them. Meshes without normals get computed ones
+/// first. Pinned meshes are skipped.
 Changes FixCulling(const WorkScene& scene, const PrepareOptions& options = {},
                    const PartListener& listener = IgnorePart);
 

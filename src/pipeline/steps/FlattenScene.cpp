@@ -1,5 +1,5 @@
-// Everything that must not collapse is taken out of the hierarchy first, and hung below the root again afterwards. What
-// is left between collapses by SceneContainer::FlatHierarchy(), which needs no exceptions then.
+// Everything that must not collapse is removed from the hierarchy first and put below the root again at the end. What
+// remains is collapsed by SceneContainer::FlatHierarchy(), which then needs no exceptions.
 
 #include <pipeline/steps/FlattenScene.h>
 

@@ -8,19 +8,19 @@
 namespace Pipeline
 {
 
-/// Collapses the hierarchy into its root: surfaces, cameras and lights move to the root, with the matrices between
-/// baked in, and surfaces of the same material are merged. The scene's surfaces must not share meshes.
+/// Collapses the hierarchy into its root: moves surfaces, cameras and lights to the root, bakes the matrices between,
+/// and merges surfaces of the same material. Surfaces must not share meshes.
 ///
 /// Animated nodes stay, with everything below them, unless options.ignoreAnimation is set; kept nodes stay in any case.
 /// They become children of the root, or of a node below the root that has the world transform of their former parent.
-/// Skinned and pinned meshes stay on such a node, too, since a matrix that is baked into a skinned mesh would tear it
+/// Skinned and pinned meshes stay on such a node, too, because baking a matrix into a skinned mesh would move it away
 /// from its joints. The root itself stays, with its animation.
 ///
-/// Normals and tangents are baked by the inverse transpose and the matrix itself, and so stay right under non-uniform
+/// Normals are baked by the inverse transpose, tangents by the matrix itself, so both are right under non-uniform
 /// scale. Meshes that are going to be merged get the same attributes first, see EqualizeMeshes().
 ///
-/// Faces keep the side from which they are seen: where the matrix mirrors, the winding of the mesh is flipped. Nodes
-/// that cannot be reached from the root are dropped. Without a root nothing happens.
+/// Front faces stay front faces: if the baked matrix mirrors, the winding of the mesh is flipped. Nodes that are not
+/// reachable from the root are dropped. A scene without a root is not changed.
 Changes FlattenScene(const WorkScene& scene, const PrepareOptions& options = {},
                      const PartListener& listener = IgnorePart);
 

@@ -10,13 +10,13 @@
 namespace Pipeline
 {
 
-/// Writes the texture coordinate sets that options.uvs names, of every mesh. Attributes in such a set
-/// move to the sets after it. Pinned meshes are skipped.
+/// Generates the texture coordinate sets that options.uvs names for every mesh. Attributes in such a set are moved to
+/// the sets after it. Pinned meshes are skipped.
 Changes GenerateUVs(const WorkScene& scene, const PrepareOptions& options = {},
                     const PartListener& listener = IgnorePart);
 
-/// Adds a mapping, as "cubic:1:world", to options.uvs.
-/// @return what is wrong with the text; empty when it was added.
+/// Adds a mapping, as "cubic:1:world", to options.uvs. Returns an error text if the mapping is not valid or its set is
+/// generated already, else an empty text.
 std::string AddUVMapping(PrepareOptions& options, const std::string& text);
 
 }  // namespace Pipeline

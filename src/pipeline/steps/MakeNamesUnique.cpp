@@ -12,7 +12,7 @@ namespace
 
 using Importing::SceneContainer;
 
-/// Joints know their nodes by name, so they take new names along.
+/// Joints refer to their nodes by name, so they are renamed with them.
 void RenameNodes(SceneContainer& scene)
 {
     const NodeWalk walk = WalkFromRoot(scene);

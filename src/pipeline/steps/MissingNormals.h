@@ -7,13 +7,12 @@
 namespace Pipeline
 {
 
-/// Computes smooth normals of every mesh that has none, for steps that cannot work without; where vertices are going to
-/// be welded, they are welded before. Adds the number of meshes to `changes` if there were any. Pinned meshes are
-/// skipped.
+/// Computes smooth normals for every mesh without normals. Welds the vertices of these meshes first if options.weld is
+/// set. Adds the number of meshes to `changes` if it is not 0. Pinned meshes are skipped.
 void ComputeMissingNormals(const WorkScene& scene, const PrepareOptions& options, Changes& changes);
 
-/// Gives a mesh without normals flat ones, as viewers show such a mesh: every triangle gets vertices of its own.
-/// Vertices that no triangle uses are dropped. Does nothing to meshes of other polygons.
+/// Gives a mesh without normals flat normals, as viewers do: every triangle gets its own vertices. Unused vertices are
+/// dropped. Meshes without triangles do not change.
 void MakeFlatNormals(Importing::Geometry& geometry);
 
 }  // namespace Pipeline

@@ -8,8 +8,8 @@
 namespace Pipeline
 {
 
-/// Follows nodes while operations of the container move and erase them: writes every node's index into its note, and
-/// restores the notes of the nodes that are left when it is destroyed. No node may be added meanwhile.
+/// Tracks nodes while operations of the container move and erase them: stores every node's index in its note. The
+/// destructor restores the notes of the remaining nodes. No node may be added in between.
 class NodeTags
 {
 public:
@@ -18,7 +18,7 @@ public:
     NodeTags(const NodeTags&) = delete;
     NodeTags& operator=(const NodeTags&) = delete;
 
-    /// Returns for each node [nodes] the index that it had at first.
+    /// Returns for each node [nodes] its index at the time of construction.
     std::vector<int> Origins() const;
 
 private:

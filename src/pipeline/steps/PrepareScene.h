@@ -11,20 +11,20 @@
 namespace Pipeline
 {
 
-/// What PrepareScene() did.
+/// The result of PrepareScene().
 struct PrepareResult
 {
     std::vector<StepResult> steps;  ///< in the order in which they ran
 };
 
-/// Returns the recommended steps: those that make a scene lighter and tidier, and keep its appearance and the artist's
-/// normals and texture coordinates.
+/// Returns the recommended steps: they reduce nodes, draw calls and vertices, and keep the appearance of the scene and
+/// the normals and texture coordinates of the file.
 PrepareOptions RecommendedSteps();
 
 /// Runs the chosen steps in the order of Steps().
 ///
-/// This is the safe sequence: the container's own operations, called one after the other, move nested mirrored nodes,
-/// flip faces that a mirroring matrix is baked into, cut off animated nodes and tear skins from their joints.
+/// This is the safe sequence. Called directly, one after the other, the container's own operations move nested mirrored
+/// nodes, show back faces where a mirroring matrix is baked, and merge skinned meshes with others.
 ///
 /// The two-argument form prepares a scene of which the host knows nothing more than the container holds. The other form
 /// also keeps `supplement` consistent with the container, and reports progress.

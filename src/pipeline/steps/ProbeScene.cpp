@@ -48,7 +48,7 @@ ProbeScene::ProbeScene(SceneContainer& scene, const NodeWalk& walk, std::size_t 
         const int source = walk.order[i];
         const auto parent = probeOf.find(At(walk.parent, source));
         if (i > start && parent == probeOf.end())
-            break;  // a sub-tree stands together in the order
+            break;  // the nodes of a branch are consecutive in the order
         const int index = static_cast<int>(probe_.NodeLibrary.size());
         if (i > start)
             At(probe_.NodeLibrary, parent->second).ChildList.push_back(index);
@@ -69,7 +69,7 @@ void ProbeScene::AddNode(const Importing::Transform& transform)
     probe_.SurfaceLibrary.emplace_back().SetGeometryID(index);
 }
 
-bool ProbeScene::LiesAsBefore()
+bool ProbeScene::HasInitialPositions()
 {
     const std::vector<D3DXVECTOR3> now = WorldCorners();
     constexpr std::size_t kCorners = 4;

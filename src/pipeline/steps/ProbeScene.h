@@ -8,20 +8,20 @@
 namespace Pipeline
 {
 
-/// A stand-in for a sub-tree of a scene, to see what an operation would do: the same nodes without animation and
-/// objects, each with a small mesh of its own.
+/// A small copy of a branch of a scene, to find out what an operation would move: the same nodes without animations,
+/// surfaces, cameras and lights, each with a small mesh.
 class ProbeScene
 {
 public:
-    /// @param start  where in the walk's order the sub-tree's uppermost node stands; it becomes node 0 of the probe
+    /// @param start  position of the branch's top node in the order of the walk; it becomes node 0 of the probe
     ProbeScene(Importing::SceneContainer& scene, const NodeWalk& walk, std::size_t start);
 
-    /// The scene to try the operation on.
+    /// The copy, on which the operation is tried.
     Importing::SceneContainer& Scene() { return probe_; }
 
-    /// @return whether all meshes still lie where they lay in the beginning, to a ten-thousandth of their size and
-    ///         distance.
-    bool LiesAsBefore();
+    /// Returns whether all meshes still have their initial world positions, to a ten-thousandth of their size and
+    /// distance.
+    bool HasInitialPositions();
 
 private:
     void AddNode(const Importing::Transform& transform);

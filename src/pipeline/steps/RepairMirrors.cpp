@@ -60,7 +60,7 @@ bool KeepsTheWorld(SceneContainer& scene, const NodeWalk& walk, std::size_t star
 {
     ProbeScene probe(scene, walk, start);
     RemoveMirrors(probe.Scene(), 0);
-    return probe.LiesAsBefore();
+    return probe.HasInitialPositions();
 }
 
 bool IsMirrored(SceneContainer& scene, int node)
@@ -149,7 +149,8 @@ void BakeAttributes(const WorkScene& work, const NodeWalk& walk, const std::vect
     }
 }
 
-/// Faces look the same way when they are turned exactly where the world matrix has stopped, or begun, to mirror.
+/// The appearance of faces does not change if their winding is flipped exactly where the world matrix used to mirror
+/// and no longer does, or the reverse.
 void KeepFacesLooking(SceneContainer& scene, const NodeWalk& walk, const std::vector<bool>& mirroredBefore,
                       const WindingRecord& winding)
 {

@@ -10,25 +10,25 @@
 namespace Pipeline
 {
 
-/// What the plug-in said under one text while a step ran.
+/// The messages of the plug-in with one text during a step.
 struct MessageTotal
 {
     std::string text;
-    int count = 0;      ///< how many messages
+    int count = 0;      ///< number of messages
     long long sum = 0;  ///< of their numbers; the plug-in's timing messages carry milliseconds
 };
 
-/// How a step went.
+/// The time, messages and changes of a step.
 struct StepResult
 {
     std::string name;
     double milliseconds = 0;
-    std::vector<MessageTotal> messages;  ///< in the order in which the texts came up first
+    std::vector<MessageTotal> messages;  ///< in the order in which each text appeared first
     Changes changes;
 };
 
-/// Runs one step: announces it, times it and listens to the host's debug messages meanwhile. Afterwards messages are
-/// dropped. Exceptions of the step pass through.
+/// Runs one step: reports its begin and end, measures its time and collects the host's debug messages. Messages after
+/// the step are dropped. Exceptions of the step are passed on.
 StepResult RunStep(const std::string& name, StepListener& progress, const std::function<void()>& step);
 
 }  // namespace Pipeline

@@ -14,11 +14,11 @@ public:
     StepListener(const StepListener&) = delete;
     StepListener& operator=(const StepListener&) = delete;
 
-    /// A step begins.
+    /// Called when a step begins.
     virtual void Begin(const std::string& step) = 0;
-    /// The step that began last is done to this part, 0 to 1.
+    /// Called with the part of the current step that is done, 0 to 1.
     virtual void Update(double part) = 0;
-    /// The step that began last is done.
+    /// Called when the current step has ended.
     virtual void Finish(double milliseconds) = 0;
 };
 

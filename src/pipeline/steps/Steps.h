@@ -11,8 +11,8 @@
 namespace Pipeline
 {
 
-/// One step of PrepareScene(): how users choose it, and what it runs. A new step is one more row of the table in
-/// Steps.cpp, and a member of PrepareOptions.
+/// One step of PrepareScene(): the option that selects it, and the function that it runs. A new step needs a row in the
+/// table of Steps.cpp and a member of PrepareOptions.
 struct Step
 {
     const char* option = "";     ///< on a command line, as "--weld"; empty for a step that another one's option implies
@@ -22,7 +22,7 @@ struct Step
     bool isRecommended = false;  ///< one of RecommendedSteps()
     bool needsOwnMeshes = false;  ///< surfaces must not share meshes: the step changes meshes one surface at a time
     bool PrepareOptions::*flag = nullptr;  ///< what the option sets; null for an option with a value
-    /// Sets what an option with a value stands for. Returns what is wrong with the value; empty when nothing is.
+    /// Sets the members of an option with a value. Returns an error text if the value is not valid, else an empty text.
     std::string (*setValue)(PrepareOptions& options, const std::string& value) = nullptr;
     bool (*isChosen)(const PrepareOptions& options) = nullptr;
     Changes (*run)(const WorkScene& scene, const PrepareOptions& options, const PartListener& listener) = nullptr;

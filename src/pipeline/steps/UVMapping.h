@@ -8,24 +8,23 @@
 namespace Pipeline
 {
 
-/// Which texture coordinates to make, and where to.
+/// A projection that generates texture coordinates, and the set that it writes.
 struct UVMapping
 {
     std::string projection = {};  ///< one of UVProjectionNames()
-    int set = 0;                  ///< 0 to 7, which is what files hold
-    bool worldUnits = false;      ///< lengths of the mesh instead of parts of its box
+    int set = 0;                  ///< 0 to 7, as files support
+    bool worldUnits = false;      ///< units of the mesh instead of parts of its bounding box
 
     friend bool operator==(const UVMapping&, const UVMapping&) = default;
 };
 
-/// @return "planar-x, planar-y, ... or spherical".
+/// Returns the names of all projections: "planar-x, planar-y, ... or spherical".
 std::string UVProjectionNames();
 
-/// Understands "projection[:set[:world]]".
-/// @return nothing when the text is none.
+/// Parses "projection[:set[:world]]". Returns nothing if the text is not a valid mapping.
 std::optional<UVMapping> ParseUVMapping(const std::string& text);
 
-/// Writes the mapping's set of every vertex.
+/// Generates texture coordinates for every vertex. Takes linear time.
 void GenerateUVs(Importing::Geometry& geometry, const UVMapping& mapping);
 
 }  // namespace Pipeline

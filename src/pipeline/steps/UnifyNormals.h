@@ -8,8 +8,8 @@
 namespace Pipeline
 {
 
-/// Flips the normals that point against their triangle. Meshes without normals get
-/// computed ones first. Pinned meshes are skipped.
+/// Flips the normals that point against their triangle. Meshes without normals get computed ones first. Pinned meshes
+/// are skipped.
 Changes UnifyNormals(const WorkScene& scene, const PrepareOptions& options = {},
                      const PartListener& listener = IgnorePart);
 

@@ -12,11 +12,11 @@
 namespace Sceneprep::Report
 {
 
-using Pipeline::CarryToWorld;
 using Pipeline::ForEachShownSurface;
 using Pipeline::IsFinite;
 using Pipeline::IsMirroring;
 using Pipeline::ShownSurface;
+using Pipeline::ToWorld;
 using Pipeline::WorldMeasure;
 using Pipeline::WorldPoint;
 
@@ -82,7 +82,7 @@ private:
 
     static WorldPoint Place(const ShownSurface& shown, std::uint32_t vertex)
     {
-        return CarryToWorld(shown.geometry.VertexArray[vertex].GetPosition(), shown.world);
+        return ToWorld(shown.geometry.VertexArray[vertex].GetPosition(), shown.world);
     }
 
     Corner CornerAt(const WorldPoint& point) const

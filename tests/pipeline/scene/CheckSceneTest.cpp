@@ -11,7 +11,7 @@ namespace
 using Importing::SceneContainer;
 using Pipeline::CheckScene;
 
-TEST(CheckScene, AcceptsATreeWithNoneInOptionalPlaces)
+TEST(CheckScene, AcceptsATreeWithoutOptionalReferences)
 {
     SceneContainer scene = Support::Scene("Root( A[a]{eye}<sun> ) | Lost");
     scene.SurfaceLibrary[0].SetMaterialID(-1);

@@ -12,7 +12,7 @@ using Importing::SceneContainer;
 using namespace Pipeline;
 using Support::Scene;
 
-TEST(Hierarchy, ParentsComeBeforeChildrenAndSiblingsInTheirOrder)
+TEST(Hierarchy, ParentsPrecedeChildrenAndSiblingsKeepTheirOrder)
 {
     SceneContainer scene = Scene("Root( A( B C ) D ) | Lost");
     const NodeWalk walk = Pipeline::WalkFromRoot(scene);
@@ -52,7 +52,7 @@ TEST(Hierarchy, DepthDoesNotMatter)
     EXPECT_EQ(Pipeline::WalkFromRoot(scene).order.size(), 200000U);
 }
 
-TEST(Hierarchy, PlacementsAreInTheFrameOfTheRoot)
+TEST(Hierarchy, MatricesAreInTheSpaceOfTheRoot)
 {
     SceneContainer scene = Scene("Root@9,9,9( A@1,0,0( B@0,2,0 ) )");
     const std::vector<D3DXMATRIX> matrices = Pipeline::MatricesInRootFrame(scene, Pipeline::WalkFromRoot(scene));
@@ -71,7 +71,7 @@ TEST(Hierarchy, MirroringIsAnOddNumberOfNegativeScales)
     EXPECT_TRUE(Pipeline::IsMirroring(Support::Scaling(1e-15F, -1e-15F, 1e-15F)));
 }
 
-TEST(Hierarchy, AMatrixThatFlattensDoesNotMirror)
+TEST(Hierarchy, ASingularMatrixDoesNotMirror)
 {
     D3DXMATRIX flat = {1, 2, 3, 0, 4, 5, 6, 0,
                        7, 8, 9, 0, 0, 0, 0, 1};  // the third row is twice the second less the first
@@ -82,7 +82,7 @@ TEST(Hierarchy, AMatrixThatFlattensDoesNotMirror)
     EXPECT_TRUE(IsMirroring(flat));
 }
 
-TEST(Hierarchy, WorldMatricesHoldTheRootsOwn)
+TEST(Hierarchy, WorldMatricesIncludeThatOfTheRoot)
 {
     SceneContainer scene = Scene("Root@5,0,0( A@0,1,0( B@0,0,2 ) )");
     const std::vector<D3DXMATRIX> world = WorldMatricesOf(scene, WalkFromRoot(scene));
@@ -94,7 +94,7 @@ TEST(Hierarchy, WorldMatricesHoldTheRootsOwn)
     EXPECT_TRUE(WorldMatricesOf(empty, WalkFromRoot(empty)).empty());
 }
 
-TEST(Hierarchy, ScaleRotationAndMirroringAreNoShear)
+TEST(Hierarchy, ScaleRotationAndMirroringDoNotShear)
 {
     EXPECT_TRUE(IsShearFree(Support::Scaling(-1, 2, 3)));
     const D3DXMATRIX turn = {1, 0, 0, 0, 0, 0.8F, 0.6F, 0, 0, -0.6F, 0.8F, 0, 0, 0, 0, 1};
@@ -103,13 +103,13 @@ TEST(Hierarchy, ScaleRotationAndMirroringAreNoShear)
     EXPECT_FALSE(IsShearFree(Support::Scaling(0, 1, 1)));
 }
 
-TEST(Hierarchy, TheIdentityIsTold)
+TEST(Hierarchy, RecognizesTheIdentity)
 {
     EXPECT_TRUE(IsIdentity(Support::Translation(0, 0, 0)));
     EXPECT_FALSE(IsIdentity(Support::Translation(0, 1e-30F, 0)));
 }
 
-TEST(Hierarchy, AnInverseUndoesItsMatrix)
+TEST(Hierarchy, AMatrixTimesItsInverseIsTheIdentity)
 {
     const D3DXMATRIX matrix = {0, 2, 0, 0, -1, 0, 0, 0, 0, 0.5F, -4, 0, 3, 5, 7, 1};
     const std::optional<D3DXMATRIX> inverse = InverseOf(matrix);

@@ -12,7 +12,7 @@ using testing::ElementsAre;
 // 0( 1( 2 3( 4 ) ) 5 ), and 6 apart
 const std::vector<int> kParents = {-1, 0, 1, 1, 3, 0, -1};
 
-TEST(NodePath, LeadsUpToTheRoot)
+TEST(NodePath, ListsTheNodesUpToTheRoot)
 {
     const NodePath path(kParents, 4);
     EXPECT_THAT(path.Nodes(), ElementsAre(4, 3, 1, 0));
@@ -20,7 +20,7 @@ TEST(NodePath, LeadsUpToTheRoot)
     EXPECT_FALSE(path.Holds(2));
 }
 
-TEST(NodePath, TellsWhereOtherWaysJoinIt)
+TEST(NodePath, FindsTheNearestCommonAncestor)
 {
     NodePath path(kParents, 4);
     EXPECT_EQ(path.HeightOfMeeting(4), 0U);

@@ -18,9 +18,12 @@ std::vector<double> PartsTold(std::size_t all, const std::vector<std::size_t>& c
     return parts;
 }
 
-TEST(PartCounter, TellsThePartThatIsDone) { EXPECT_EQ(PartsTold(4, {1, 2, 1}), (std::vector<double>{0.25, 0.75, 1})); }
+TEST(PartCounter, ReportsThePartThatIsDone)
+{
+    EXPECT_EQ(PartsTold(4, {1, 2, 1}), (std::vector<double>{0.25, 0.75, 1}));
+}
 
-TEST(PartCounter, TellsAFewHundredTimesOnly)
+TEST(PartCounter, ReportsOnlyAFewHundredTimes)
 {
     const std::vector<double> parts = PartsTold(100000, std::vector<std::size_t>(100000, 1));
     EXPECT_GT(parts.size(), 200U);
@@ -28,6 +31,6 @@ TEST(PartCounter, TellsAFewHundredTimesOnly)
     EXPECT_EQ(parts.back(), 1);
 }
 
-TEST(PartCounter, OfNothingAllIsDone) { EXPECT_EQ(PartsTold(0, {0}), (std::vector<double>{1})); }
+TEST(PartCounter, ReportsOneIfThereIsNothingToDo) { EXPECT_EQ(PartsTold(0, {0}), (std::vector<double>{1})); }
 
 }  // namespace

@@ -10,13 +10,13 @@ using namespace Pipeline;
 using Importing::SceneContainer;
 using Support::Scene;
 
-TEST(SceneStats, AnEmptySceneHoldsNothing)
+TEST(SceneStats, AnEmptySceneHasOnlyZeros)
 {
     SceneContainer scene;
     EXPECT_EQ(CountScene(scene), SceneStats{});
 }
 
-TEST(SceneStats, CountsWhatIsThere)
+TEST(SceneStats, CountsEveryKindOfRecord)
 {
     SceneContainer scene = Scene("Root( A*[a=m:c b=m:d]{eye} B[e=n:c]<sun moon> )");
     scene.TextureLibrary.emplace_back("wood.png");
@@ -46,7 +46,7 @@ TEST(SceneStats, EmptiedSurfacesAndMeshesDoNotCount)
     EXPECT_EQ(stats.triangles, 24U);
 }
 
-TEST(SceneStats, AnimationsThatNothingPlaysDoNotCount)
+TEST(SceneStats, UnusedAnimationsDoNotCount)
 {
     SceneContainer scene = Scene("Root( A* B* )");
     Support::NodeNamed(scene, "A").SetAnimationID(-1);
@@ -62,7 +62,7 @@ TEST(SceneStats, OnlyTrianglesCountAsTriangles)
     EXPECT_EQ(CountScene(scene).triangles, 0U);
 }
 
-TEST(SceneStats, RowsCarryTheirNames)
+TEST(SceneStats, RowsHaveNames)
 {
     const auto rows = SceneStats{.nodes = 7, .animations = 9}.Rows();
     EXPECT_STREQ(rows.front().first, "nodes");

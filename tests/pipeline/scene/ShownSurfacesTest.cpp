@@ -25,13 +25,13 @@ std::string Listings(SceneContainer& scene)
     return text;
 }
 
-TEST(ShownSurfaces, ComeInTheOrderOfTheWalk)
+TEST(ShownSurfaces, AreVisitedInTheOrderOfTheWalk)
 {
     SceneContainer scene = Scene("Root[a]( P[b c]( Q[d] ) S[a] ) | Lost[e]");
     EXPECT_EQ(Listings(scene), "Root:a P:b P:c Q:d S:a ");
 }
 
-TEST(ShownSurfaces, WhatShowsNoTrianglesIsLeftOut)
+TEST(ShownSurfaces, SurfacesWithoutTrianglesAreSkipped)
 {
     SceneContainer scene = Scene("Root[a b c]");
     Support::SurfaceNamed(scene, "a").SetGeometryID(-1);
@@ -43,11 +43,11 @@ TEST(ShownSurfaces, HaveTheirWorldMatrix)
 {
     SceneContainer scene = Scene("Root@10,0,0( P@0,5,0[a] )");
     ForEachShownSurface(scene, [](const ShownSurface& shown) {
-        EXPECT_EQ(CarryToWorld({1, 2, 3}, shown.world), (WorldPoint{11, 7, 3}));
+        EXPECT_EQ(ToWorld({1, 2, 3}, shown.world), (WorldPoint{11, 7, 3}));
     });
 }
 
-TEST(ShownSurfaces, AnIndexThatLeadsNowhereIsRefused)
+TEST(ShownSurfaces, AnInvalidIndexIsRefused)
 {
     SceneContainer scene = Scene("Root[a]");
     Support::MeshOf(scene, "a").IndexArray.back() = 8;

@@ -39,14 +39,14 @@ std::vector<int> FindIn(SceneContainer& scene, const std::string& surface, const
 
 D3DXMATRIX At(float x, float y, float z) { return Support::Translation(x, y, z); }
 
-TEST(Skeletons, JointsAreTheNodesOfTheirNameAtTheirPlace)
+TEST(Skeletons, JointsAreNodesOfTheSameNameAndTransform)
 {
     SceneContainer scene = Support::Scene("Root@9,0,0( Hip@1,0,0( Leg@0,2,0 ) M@0,0,5[m] )");
     SetJoints(Support::MeshOf(scene, "m"), {{"Leg", 1, At(0, 2, 0)}, {"Hip", -1, At(1, 0, -5)}});
     EXPECT_THAT(FindIn(scene, "m", "M"), ElementsAre(2, 1));
 }
 
-TEST(Skeletons, AJointElsewhereOrOfAnotherNameIsANodeOfItsOwn)
+TEST(Skeletons, AJointWithoutAMatchingNodeGetsANewNode)
 {
     SceneContainer scene = Support::Scene("Root( Hip@1,0,0( Leg@0,2,0 ) M[m] )");
     SetJoints(Support::MeshOf(scene, "m"),
@@ -61,7 +61,7 @@ TEST(Skeletons, AJointElsewhereOrOfAnotherNameIsANodeOfItsOwn)
     EXPECT_EQ(skeletons.JointNodes()[0].local._42, 3);
 }
 
-TEST(Skeletons, AJointPlaysTheAnimationOfItsNode)
+TEST(Skeletons, JointAndNodeHaveTheSameAnimation)
 {
     SceneContainer scene = Support::Scene("Root( Hip@1,0,0* M[m] )");
     SetJoints(Support::MeshOf(scene, "m"), {{"Hip", -1, At(1, 0, 0)}});
@@ -70,7 +70,7 @@ TEST(Skeletons, AJointPlaysTheAnimationOfItsNode)
     EXPECT_THAT(FindIn(scene, "m", "M"), ElementsAre(1));
 }
 
-TEST(Skeletons, KeysHaveToBeInOneFrame)
+TEST(Skeletons, AnimatedJointsHaveTheSameParentTransform)
 {
     SceneContainer scene = Support::Scene("Root( Hip@3,0,0* M@1,0,0[m] )");
     SetJoints(Support::MeshOf(scene, "m"), {{"Hip", -1, At(2, 0, 0)}});
@@ -78,7 +78,7 @@ TEST(Skeletons, KeysHaveToBeInOneFrame)
     EXPECT_THAT(FindIn(scene, "m", "M"), ElementsAre(3)) << "the joint's keys place it in the mesh's frame";
 }
 
-TEST(Skeletons, AJointIsMovedByWhatMovesItsNode)
+TEST(Skeletons, JointAndNodeHaveTheSameAnimatedAncestor)
 {
     SceneContainer scene = Support::Scene("Root( Walk*( Hip@1,0,0 M[m] ) N[n] )");
     SetJoints(Support::MeshOf(scene, "m"), {{"Hip", -1, At(1, 0, 0)}});
@@ -100,14 +100,14 @@ TEST(Skeletons, MeshesShareJointNodes)
     EXPECT_EQ(skeletons.JointNodes().size(), 3U);
 }
 
-TEST(Skeletons, JointsOfOneMeshAreNeverOneNode)
+TEST(Skeletons, JointsOfOneMeshNeverShareANode)
 {
     SceneContainer scene = Support::Scene("Root( Tip M[m] )");
     SetJoints(Support::MeshOf(scene, "m"), {{"Tip", -1, At(0, 0, 0)}, {"Tip", 0, At(0, 0, 0)}});
     EXPECT_THAT(FindIn(scene, "m", "M"), ElementsAre(1, 3));
 }
 
-TEST(Skeletons, ParentsThatAreUnknownOrBelowTheJointAreNone)
+TEST(Skeletons, JointsWithInvalidOrCyclicParentsAreRoots)
 {
     Geometry geometry;
     SetJoints(geometry, {{"A", 0, At(0, 0, 0)}, {"B", 9, At(0, 0, 0)}, {"C", -7, At(0, 0, 0)}, {"D", 1, At(0, 0, 0)}});

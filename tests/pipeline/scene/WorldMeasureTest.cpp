@@ -28,7 +28,7 @@ TEST(WorldMeasure, ABoxHasItsBoundsAreaAndVolume)
     EXPECT_DOUBLE_EQ(world.Extent(), 2);
 }
 
-TEST(WorldMeasure, PlacesOfNodesAndOfTheRootCount)
+TEST(WorldMeasure, TransformsOfNodesAndRootCount)
 {
     SceneContainer scene = Scene("Root@10,0,0( P@0,5,0( A[a] B@0,0,7[a] ) )");
     const WorldMeasure world = Measure(scene);
@@ -37,13 +37,13 @@ TEST(WorldMeasure, PlacesOfNodesAndOfTheRootCount)
     EXPECT_EQ(world.max, (Corner{12, 7, 9}));
 }
 
-TEST(WorldMeasure, WhatTheRootDoesNotLeadToDoesNotCount)
+TEST(WorldMeasure, UnreachableNodesDoNotCount)
 {
     SceneContainer scene = Scene("Root[a] | Lost[b]");
     EXPECT_EQ(Measure(scene).triangles, 12U);
 }
 
-TEST(WorldMeasure, AMirroredBoxKeepsItsVolumeAndATurnedOneDoesNot)
+TEST(WorldMeasure, MirroringKeepsTheVolumeAndFlippingNegatesIt)
 {
     SceneContainer scene = Scene("Root( A[a] )");
     Support::NodeNamed(scene, "A").SetLocalTransform(Support::Scaling(-1, 1, 1));
@@ -85,7 +85,7 @@ TEST(WorldMeasure, AnIndexWithoutVertexIsRefused)
     EXPECT_THROW(Measure(scene), std::out_of_range);
 }
 
-TEST(WorldMeasure, TellsItsPartByTheSurfacesThatAreDone)
+TEST(WorldMeasure, ReportsProgressBySurfaces)
 {
     SceneContainer scene = Scene("Root( A[a] B[a] )");
     std::vector<double> parts;
@@ -93,19 +93,18 @@ TEST(WorldMeasure, TellsItsPartByTheSurfacesThatAreDone)
     EXPECT_EQ(parts, (std::vector<double>{0.5, 1}));
 }
 
-TEST(WorldMeasure, VerticesThatNoTriangleUsesAreNoPartOfTheWorld)
+TEST(WorldMeasure, UnusedVerticesDoNotCount)
 {
     SceneContainer scene = Scene("Root[a]");
     scene.GeometryLibrary[0].VertexArray.emplace_back(D3DXVECTOR3(9, 9, 9));
     EXPECT_EQ(Measure(scene).max, (Corner{2, 2, 2}));
 }
 
-TEST(NotesOnTriangles, TellOfThoseThatAreBrokenOrHaveNoArea)
+TEST(NotesOnTriangles, CountBrokenAndDegenerateTriangles)
 {
     EXPECT_TRUE(NotesOnTriangles({.triangles = 5}).empty());
     EXPECT_EQ(NotesOnTriangles({.triangles = 5, .degenerate = 2, .broken = 1}),
-              (std::vector<std::string>{"triangles have corners that are infinite or no number (1)",
-                                        "triangles have no area (2)"}));
+              (std::vector<std::string>{"triangles have infinite or NaN positions (1)", "triangles have no area (2)"}));
 }
 
 }  // namespace

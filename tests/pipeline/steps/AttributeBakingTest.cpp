@@ -107,7 +107,7 @@ TEST(AttributeBaking, RotationsAndUniformScaleChangeNoBit)
     }
 }
 
-TEST(AttributeBaking, SingularMatricesAndMissingNormalsAreLeftAlone)
+TEST(AttributeBaking, SingularMatricesAndMissingNormalsChangeNothing)
 {
     EXPECT_FALSE(AttributeBaking(Scaling(1, 0, 1)).CorrectsNormals());
     Geometry mesh = Support::MeshOf({{1, 2, 3}}, {});

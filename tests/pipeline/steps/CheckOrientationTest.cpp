@@ -31,7 +31,7 @@ TEST(CheckOrientation, JudgesMirroredMeshesAsViewersShowThem)
     EXPECT_NEAR(Measure(scene.container).volume, 2, 1e-5);
 }
 
-TEST(CheckOrientation, AnEmptySceneHasNothingToTurn)
+TEST(CheckOrientation, AnEmptySceneDoesNotChange)
 {
     TestScene scene(Importing::SceneContainer{});
     EXPECT_EQ(CheckOrientation(scene), (Changes{{"meshes flipped", 0}}));

@@ -22,7 +22,7 @@ void AddJoint(SceneContainer& scene, const std::string& surface, const std::stri
     joint.SetLocalTM(Support::NodeNamed(scene, name).GetLocalTransform().GetMatrix());
 }
 
-TEST(DropSkeletonNodes, SkeletonsThatCarryNothingAreDropped)
+TEST(DropSkeletonNodes, SkeletonsWithoutOtherContentAreDropped)
 {
     TestScene scene("Root( Hip@1,0,0*( Leg@0,1,0*( Toe ) ) M[m] )");
     AddJoint(scene.container, "m", "Hip");
@@ -32,7 +32,7 @@ TEST(DropSkeletonNodes, SkeletonsThatCarryNothingAreDropped)
     EXPECT_EQ(scene.container.NodeLibrary.size(), 2U);
 }
 
-TEST(DropSkeletonNodes, WhatABoneCarriesAndWhatElseMovesStays)
+TEST(DropSkeletonNodes, BonesWithContentAndOtherAnimatedNodesStay)
 {
     TestScene scene("Root( Hip*( Hand*( Sword[s] ) Leg* Cape*( Hem ) ) Still M[m] )");
     AddJoint(scene.container, "m", "Hip");

@@ -11,7 +11,7 @@ using Importing::SceneContainer;
 using Support::Scene;
 using Support::ToText;
 
-TEST(DropUnreachableNodes, UnreachableNodesGoAndTheOthersKeepTheirOrder)
+TEST(DropUnreachableNodes, DropsUnreachableNodesAndKeepsTheOrderOfTheOthers)
 {
     SceneContainer scene = Scene("Root( A( B ) C ) | Lost( Lost2 )");
     SceneSupplement supplement;

@@ -19,7 +19,7 @@ TEST(Facing, WorldMatricesMirrorWhereAnOddNumberOfLocalOnesDoes)
     EXPECT_EQ(FindMirroredNodes(scene, WalkFromRoot(scene)), (std::vector<bool>{true, true, false, true}));
 }
 
-TEST(Facing, TurnsTheMeshesOfMarkedNodes)
+TEST(Facing, FlipsTheMeshesOfMarkedNodes)
 {
     SceneContainer scene = Scene("Root( A[a] B[b] )");
     const WindingRecord winding(scene);
@@ -32,7 +32,7 @@ TEST(Facing, TurnsTheMeshesOfMarkedNodes)
     EXPECT_TRUE(winding.IsFlipped(scene, 1));
 }
 
-TEST(Facing, ATriangleWithEqualCornersIsNoWitness)
+TEST(Facing, TrianglesWithEqualCornersAreSkipped)
 {
     SceneContainer scene = Scene("Root[a]");
     scene.GeometryLibrary[0].IndexArray = {0, 1, 1, 0, 1, 2};
@@ -41,7 +41,7 @@ TEST(Facing, ATriangleWithEqualCornersIsNoWitness)
     EXPECT_TRUE(winding.IsFlipped(scene, 0));
 }
 
-TEST(Facing, MeshesWithoutAWitnessAreNotTurned)
+TEST(Facing, MeshesWithoutAUsableTriangleCountAsNotFlipped)
 {
     SceneContainer scene = Scene("Root[a]");
     scene.GeometryLibrary[0].IndexArray = {0, 1, 1};

@@ -21,7 +21,7 @@ using PipelineTests::TestScene;
 using SceneprepTests::ExpectSameWorld;
 using Support::ToText;
 
-TEST(FlattenScene, NothingRemainsOfAStaticHierarchyButTheRoot)
+TEST(FlattenScene, OnlyTheRootOfAStaticHierarchyRemains)
 {
     TestScene scene("Root@5,0,0( P@1,0,0( Q( R@0,1,0( S[a=m:c] ) ) ) T[b=n:c] )");
     const auto before = Measure(scene.container);
@@ -31,7 +31,7 @@ TEST(FlattenScene, NothingRemainsOfAStaticHierarchyButTheRoot)
     ExpectSameWorld(Measure(scene.container), before);
 }
 
-TEST(FlattenScene, AnimatedNodesKeepTheirPlaceInTheWorld)
+TEST(FlattenScene, AnimatedNodesKeepTheirWorldTransforms)
 {
     TestScene scene("Root@5,0,0( P@1,0,0( Q@0,3,0( X@0,0,1*( Y[a] ) Z[b] ) ) )");
     const auto before = Measure(scene.container);
@@ -49,7 +49,7 @@ TEST(FlattenScene, IgnoredAnimationCollapsesEverything)
     ExpectSameWorld(Measure(scene.container), before);
 }
 
-TEST(FlattenScene, FacesOfMirroredNodesLookTheSameWayAfterwards)
+TEST(FlattenScene, FacesOfMirroredNodesKeepTheirFrontSide)
 {
     TestScene scene("Root( P( A[a] ) B[b] )");
     Support::NodeNamed(scene.container, "P").SetLocalTransform(Support::Scaling(1, -1, 1));
@@ -68,7 +68,7 @@ TEST(FlattenScene, AnEmptySceneStaysEmpty)
     EXPECT_EQ(scene.container.GetRootNodeIndex(), -1);
 }
 
-TEST(FlattenScene, SkinnedMeshesAreNeitherCarriedNorMerged)
+TEST(FlattenScene, SkinnedMeshesAreNotBakedOrMerged)
 {
     for (const char* text : {"Root( P@1,0,0( A@0,2,0[a] B[b c d] ) )", "Root*[a b]( C[c] D[d] )"})
     {
@@ -91,7 +91,7 @@ TEST(FlattenScene, SkinnedMeshesAreNeitherCarriedNorMerged)
     EXPECT_EQ(ToText(scene.container), "Root( A[a] B[b] )");
 }
 
-TEST(FlattenScene, AnimatedSiblingsShareANodeAndChildrenOfTheRootNeedNone)
+TEST(FlattenScene, AnimatedSiblingsShareANewParentUnlessItIsTheRoot)
 {
     TestScene scene("Root( A*[a] P@1,0,0( B*[b] C D*[d] ) )");
     FlattenScene(scene);
@@ -109,7 +109,7 @@ TEST(FlattenScene, FacesBelowAnimatedNodesAreNotFlipped)
     EXPECT_NE(scene.container.GeometryLibrary[0].IndexArray, indices);
 }
 
-TEST(FlattenScene, KeptNodesStayAlsoWhereAnimationIsIgnored)
+TEST(FlattenScene, KeptNodesStayEvenIfAnimationIsIgnored)
 {
     TestScene scene("Root( P@1,0,0( K@0,2,0[a]( L[b] ) ) Q@0,0,3( X*[c] ) )");
     const auto before = Measure(scene.container);

@@ -21,7 +21,7 @@ TEST(MakeNamesUnique, NamesOfNodesMeshesAndMaterialsBecomeDistinct)
     EXPECT_EQ(scene.container.MaterialLibrary[1].GetName(), "c");
 }
 
-TEST(MakeNamesUnique, JointsTakeTheNamesOfTheirNodesAlong)
+TEST(MakeNamesUnique, JointsAreRenamedWithTheirNodes)
 {
     TestScene scene("Root( Ann( Hip@1,0,0 A[a] ) Bob@5,0,0( Hip@1,0,0 B[b] ) )");
     for (Importing::Geometry& geometry : scene.container.GeometryLibrary)

@@ -19,7 +19,7 @@ Geometry WithoutNormals(Geometry mesh)
     return mesh;
 }
 
-TEST(MissingNormals, AreComputedWhereAMeshHasNone)
+TEST(MissingNormals, AreComputedForMeshesWithoutNormals)
 {
     TestScene scene("Root( A[a] B[b] C[c] )");
     std::vector<Geometry>& meshes = scene.container.GeometryLibrary;
@@ -38,7 +38,7 @@ TEST(MissingNormals, AreComputedWhereAMeshHasNone)
     EXPECT_EQ(changes.size(), 1U);
 }
 
-TEST(MissingNormals, AreComputedAfterWeldingWhereThatIsChosen)
+TEST(MissingNormals, AreComputedAfterWeldingIfItIsChosen)
 {
     TestScene scene("Root[a]");
     scene.container.GeometryLibrary[0] = WithoutNormals(Support::UnindexedGrid(2, 1));
@@ -47,7 +47,7 @@ TEST(MissingNormals, AreComputedAfterWeldingWhereThatIsChosen)
     EXPECT_EQ(scene.container.GeometryLibrary[0].VertexArray.size(), 6U);
 }
 
-TEST(MissingNormals, FlatOnesAreThoseOfTheTriangles)
+TEST(MissingNormals, FlatNormalsAreThoseOfTheTriangles)
 {
     Geometry wedge = WithoutNormals(Support::Wedge(90));
     const std::size_t corners = wedge.IndexArray.size();

@@ -9,7 +9,7 @@ namespace
 using Importing::SceneContainer;
 using Pipeline::NodeTags;
 
-TEST(NodeTags, FollowMovedNodesAndRestoreTheirNotes)
+TEST(NodeTags, TrackMovedNodesAndRestoreTheirNotes)
 {
     SceneContainer scene = Support::Scene("Root( A B C )");
     for (Importing::Node& node : scene.NodeLibrary)

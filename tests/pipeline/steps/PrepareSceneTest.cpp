@@ -78,7 +78,7 @@ TEST(PrepareScene, ResolvesInstancesForStepsThatChangeMeshesOneSurfaceAtATime)
     EXPECT_EQ(TitlesOf(PrepareScene(scene, {.weld = true})), Titles{"Weld"});
 }
 
-TEST(PrepareScene, KeepsTheWorldOfNestedMirroredNodes)
+TEST(PrepareScene, KeepsTheAppearanceOfNestedMirroredNodes)
 {
     SceneContainer scene = Support::Scene("Root( A[a]( B[b]( C@1,0,0[c] X*[d] ) ) )");
     NodeNamed(scene, "A").SetLocalTransform(Support::Scaling(-1, 1, 1));
@@ -157,7 +157,7 @@ protected:
     SceneSupplement supplement_;
 };
 
-TEST_P(PrepareRandomScenesTest, KeepTheirWorldAndTheirEntries)
+TEST_P(PrepareRandomScenesTest, KeepAppearanceAndSupplement)
 {
     for (const bool ignoreAnimation : {false, true})
     {

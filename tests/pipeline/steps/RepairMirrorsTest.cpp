@@ -34,7 +34,7 @@ bool IsMirrored(SceneContainer& scene, const char* node)
     return IsMirroring(NodeNamed(scene, node).GetLocalTransform().GetMatrix());
 }
 
-TEST(RepairMirrors, MirroringMovesFromTheNodesIntoTheMeshes)
+TEST(RepairMirrors, NegativeScaleIsBakedIntoTheMeshes)
 {
     TestScene scene("Root( A@3,0,0[a]( B@0,2,0[b] ) C[c] )");
     NodeNamed(scene.container, "A").SetLocalTransform(Product(Scaling(1, -2, 1), Translation(3, 0, 0)));
@@ -46,7 +46,7 @@ TEST(RepairMirrors, MirroringMovesFromTheNodesIntoTheMeshes)
     EXPECT_EQ(RepairMirrors(scene), Repaired(0, 0));
 }
 
-TEST(RepairMirrors, AMirroredNodeBelowAMirroredOneKeepsItsPlace)
+TEST(RepairMirrors, AMirroredNodeBelowAMirroredOneKeepsItsTransform)
 {
     TestScene scene("Root( A[a]( B[b]( C@1,0,0[c] ) ) )");
     NodeNamed(scene.container, "A").SetLocalTransform(Product(Scaling(-1, 1, 1), Translation(5, 0, 0)));
@@ -59,7 +59,7 @@ TEST(RepairMirrors, AMirroredNodeBelowAMirroredOneKeepsItsPlace)
     ExpectSameWorld(Measure(scene.container), before);
 }
 
-TEST(RepairMirrors, CamerasAndLightsKeepTheirPlaces)
+TEST(RepairMirrors, CamerasAndLightsKeepTheirWorldTransforms)
 {
     TestScene scene("Root( A@3,0,0( B@2,0,0{eye}<sun> ) )");
     NodeNamed(scene.container, "A").SetLocalTransform(Scaling(-1, 1, 1));
@@ -70,7 +70,7 @@ TEST(RepairMirrors, CamerasAndLightsKeepTheirPlaces)
     EXPECT_FLOAT_EQ(Product(scene.container.LightLibrary[0].GetOffsetMatrix().GetMatrix(), world)._41, -2);
 }
 
-TEST(RepairMirrors, ObjectsOfOtherNodesAreLeftAlone)
+TEST(RepairMirrors, ObjectsOfOtherNodesDoNotChange)
 {
     TestScene scene("Root( A B@2,0,0{eye} )");
     NodeNamed(scene.container, "A").SetLocalTransform(Scaling(-1, 1, 1));
@@ -78,7 +78,7 @@ TEST(RepairMirrors, ObjectsOfOtherNodesAreLeftAlone)
     EXPECT_EQ(scene.container.CameraLibrary[0].GetOffsetMatrix().GetMatrix()._11, 1);
 }
 
-TEST(RepairMirrors, SkinnedMeshesAndJointsAreLeftMirrored)
+TEST(RepairMirrors, SkinnedMeshesAndJointsStayMirrored)
 {
     TestScene scene("Root( A( Hip ) B[b] C[c] )");
     for (const char* node : {"A", "B", "C"})
@@ -90,7 +90,7 @@ TEST(RepairMirrors, SkinnedMeshesAndJointsAreLeftMirrored)
     EXPECT_FALSE(IsMirrored(scene.container, "C"));
 }
 
-TEST(RepairMirrors, BranchesThatMoveAreLeftMirrored)
+TEST(RepairMirrors, AnimatedBranchesStayMirrored)
 {
     TestScene scene("Root( A( B*[b] ) C*[c] D[d] )");
     for (const char* node : {"A", "C", "D"})
@@ -102,7 +102,7 @@ TEST(RepairMirrors, BranchesThatMoveAreLeftMirrored)
     ExpectSameWorld(Measure(scene.container), before);
 }
 
-TEST(RepairMirrors, AMirrorThatCannotBeTakenApartIsLeft)
+TEST(RepairMirrors, MatricesThatCannotBeDecomposedStayMirrored)
 {
     D3DXMATRIX skew = Scaling(-1, 1, 1);
     skew._21 = 0.5F;
@@ -125,13 +125,13 @@ TEST(RepairMirrors, RepairKeepsFacesThatDisagreeWithTheirNormals)
     ExpectSameWorld(Measure(scene.container), before);
 }
 
-TEST(RepairMirrors, AnEmptySceneHasNothingToTurn)
+TEST(RepairMirrors, AnEmptySceneDoesNotChange)
 {
     TestScene scene(Importing::SceneContainer{});
     EXPECT_EQ(RepairMirrors(scene), Repaired(0, 0));
 }
 
-TEST(RepairMirrors, RepairingTellsItsPartByTheNodesThatAreDone)
+TEST(RepairMirrors, ReportsProgressByNodes)
 {
     TestScene scene("Root( A[a]( B[b] ) C[c] )");
     std::vector<double> parts;

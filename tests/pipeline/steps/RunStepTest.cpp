@@ -47,7 +47,7 @@ TEST(RunStep, AddsUpMessagesByTextInOrderOfAppearance)
     EXPECT_EQ(result.messages[1].sum, 10);
 }
 
-TEST(RunStep, StopsListeningAlsoIfAStepThrows)
+TEST(RunStep, StopsListeningEvenIfAStepThrows)
 {
     RecordingListener progress;
     EXPECT_THROW(RunStep("fail", progress, [] { throw std::runtime_error("no"); }), std::runtime_error);

@@ -20,7 +20,7 @@ TEST(UVMapping, ReadsProjectionSetAndUnits)
     EXPECT_EQ(ParseUVMapping("cylindrical:2:world"), (UVMapping{"cylindrical", 2, true}));
 }
 
-TEST(UVMapping, RefusesWhatIsNone)
+TEST(UVMapping, RefusesInvalidMappings)
 {
     for (const char* text : {"", ":", "cubik", "Cubic", "cubic:", "cubic:8", "cubic:-1", "cubic:1x", "cubic:world",
                              "cubic:0:", "cubic:0:local", "cubic:0:world:", "planar"})

@@ -62,7 +62,7 @@ TEST_F(CommandsTest, AMissingInputIsOneLineAndNothingElse)
     EXPECT_EQ(out_.str(), "");
 }
 
-TEST_F(CommandsTest, AMissingOutputFolderIsToldBeforeTheWork)
+TEST_F(CommandsTest, AMissingOutputFolderIsReportedBeforeTheWork)
 {
     options_.command = Command::Prepare;
     options_.prepare.inputs = {WriteSmallObj(folder_)};
@@ -80,7 +80,7 @@ TEST_F(CommandsTest, FormatsNeedNoPlugin)
     EXPECT_THAT(out_.str(), HasSubstr("  .glb "));
 }
 
-TEST_F(CommandsTest, ResultsThatDoNotArriveAreAnError)
+TEST_F(CommandsTest, ResultsThatCannotBeWrittenAreAnError)
 {
     options_.command = Command::Formats;
     out_.setstate(std::ios::badbit);
@@ -88,7 +88,7 @@ TEST_F(CommandsTest, ResultsThatDoNotArriveAreAnError)
     EXPECT_EQ(errors_.str(), "sceneprep: cannot write the results to stdout; is its disk full, or is it closed?\n");
 }
 
-TEST_F(CommandsTest, NamesThatAreTooLongAreToldBeforeTheWork)
+TEST_F(CommandsTest, NamesThatAreTooLongAreReportedBeforeTheWork)
 {
     const std::string name(300, 'n');
     options_.command = Command::Prepare;
@@ -104,7 +104,7 @@ TEST_F(CommandsTest, NamesThatAreTooLongAreToldBeforeTheWork)
                 testing::MatchesRegex("sceneprep: cannot read [^\n]*: File name too long; check the path\n"));
 }
 
-TEST_F(CommandsTest, AnErrorIsOneLineWhateverTheFileIsCalled)
+TEST_F(CommandsTest, AnErrorIsOneLineForAnyFileName)
 {
     options_.command = Command::Inspect;
     options_.inspect.input = "no\nsuch.obj";
@@ -112,7 +112,7 @@ TEST_F(CommandsTest, AnErrorIsOneLineWhateverTheFileIsCalled)
     EXPECT_EQ(errors_.str(), "sceneprep: cannot read no such.obj: there is no such file; check the path\n");
 }
 
-TEST_F(CommandsTest, QuietTellsResultsAndErrorsAlone)
+TEST_F(CommandsTest, QuietPrintsOnlyResultsAndErrors)
 {
     options_.command = Command::Prepare;
     options_.quiet = true;

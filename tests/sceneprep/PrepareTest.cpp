@@ -63,7 +63,7 @@ TEST_F(PrepareTest, WritesTheOutputAndReports)
     EXPECT_EQ(errors_.str(), "");
 }
 
-TEST_F(PrepareTest, TextureFilesAreReferredToFromTheOutputsFolder)
+TEST_F(PrepareTest, ReferencesToTexturesAreRelativeToTheOutput)
 {
     std::filesystem::create_directory(folder_ / "deep");
     options_.output = folder_ / "deep/out.gltf";
@@ -84,7 +84,7 @@ std::string TexturedGltf()
 "buffers":[{"byteLength":36,"uri":"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}]})";
 }
 
-TEST_F(PrepareTest, NamesOfTextureFilesAreEncodedInGltfAlone)
+TEST_F(PrepareTest, NamesOfTextureFilesAreEncodedOnlyInGltf)
 {
     const auto gltf = folder_.Write("wood.gltf", TexturedGltf());
     options_.inputs = {gltf};
@@ -107,7 +107,7 @@ TEST_F(PrepareTest, NamesOfTextureFilesAreEncodedInGltfAlone)
     }
 }
 
-TEST_F(PrepareTest, JsonHoldsTheSame)
+TEST_F(PrepareTest, JsonHasTheContentOfTheReport)
 {
     options_.jsonFile = folder_ / "report.json";
     options_.steps.collisionOffsets = true;
@@ -126,7 +126,7 @@ TEST_F(PrepareTest, JsonHoldsTheSame)
     EXPECT_TRUE(json["differences"].empty());
 }
 
-TEST_F(PrepareTest, WhatBelongsBesideTheOutputTakesTheNameOfNoReport)
+TEST_F(PrepareTest, CompanionFilesDoNotReplaceReports)
 {
     options_.output = folder_ / "out.gltf";
     options_.jsonFile = folder_ / "out.bin";
@@ -135,7 +135,7 @@ TEST_F(PrepareTest, WhatBelongsBesideTheOutputTakesTheNameOfNoReport)
     EXPECT_FALSE(std::filesystem::exists(options_.jsonFile));
 }
 
-TEST_F(PrepareTest, TheReportIsAPageWhereTheBuildHasOne)
+TEST_F(PrepareTest, TheReportIsAPageIfTheBuildIncludesIt)
 {
     options_.reportFile = folder_ / "report.html";
     options_.jsonFile = folder_ / "report.json";
@@ -154,7 +154,7 @@ TEST_F(PrepareTest, TheReportIsAPageWhereTheBuildHasOne)
     EXPECT_THAT(page, HasSubstr("\"materialColors\": [\n    16711680,\n    255\n  ]"));
 }
 
-TEST_F(PrepareTest, InputsThatCannotBeReadAreLeftOutAndTold)
+TEST_F(PrepareTest, UnreadableInputsAreSkippedAndReported)
 {
     options_.inputs.emplace_back(folder_.Write("broken.glb", "no glTF at all"));
     options_.keepGoing = true;
@@ -163,7 +163,7 @@ TEST_F(PrepareTest, InputsThatCannotBeReadAreLeftOutAndTold)
     EXPECT_TRUE(std::filesystem::exists(options_.output));
 }
 
-TEST_F(PrepareTest, WhenNoInputIsLeftEachHasItsLine)
+TEST_F(PrepareTest, EachInputHasAnErrorLineIfAllAreSkipped)
 {
     options_.inputs = {folder_.Write("a.glb", "no glTF"), folder_.Write("b.glb", "no glTF")};
     options_.keepGoing = true;
@@ -173,7 +173,7 @@ TEST_F(PrepareTest, WhenNoInputIsLeftEachHasItsLine)
     EXPECT_FALSE(std::filesystem::exists(options_.output));
 }
 
-TEST_F(PrepareTest, BadPathsAreToldBeforeTheWork)
+TEST_F(PrepareTest, BadPathsAreReportedBeforeTheWork)
 {
     options_.jsonFile = folder_ / "no/report.json";
     EXPECT_THAT(RunError(), HasSubstr("there is no folder"));
@@ -192,7 +192,7 @@ std::filesystem::path WriteInsideOut(const TemporaryFolder& folder)
     return folder.Write("inside.obj", "v 0 0 1\nv 1 0 1\nv 0 1 1\nvn 0 0 -1\no Face\nf 1//1 2//1 3//1\n");
 }
 
-TEST_F(PrepareTest, FacesThatWereAskedToTurnAreNoDifference)
+TEST_F(PrepareTest, RequestedFlipsAreNotADifference)
 {
     options_.inputs = {WriteInsideOut(folder_)};
     options_.steps.fixCulling = true;

@@ -61,7 +61,7 @@ TEST(Program, ABrokenInputExitsWithOneAndWritesNothing)
     EXPECT_EQ(folder.CountEntries(), 1U);
 }
 
-TEST(Program, AnotherPluginCanBeNamed)
+TEST(Program, AnotherPluginCanBeChosen)
 {
     EXPECT_EQ(RunProgram("inspect " + Workshop() + " --plugin " SCENEPREP_PLUGIN).status, 0);
     const ProgramRun run =
@@ -95,7 +95,7 @@ TEST(Program, HelpAndVersionAndFormatsExitWithZero)
     }
 }
 
-TEST(Program, ResultsThatDoNotArriveExitWithOne)
+TEST(Program, ResultsThatCannotBeWrittenExitWithOne)
 {
     const TemporaryFolder folder;
     const std::string errors = (folder / "err").string();
@@ -141,7 +141,7 @@ TEST(Program, TheRecommendedStepsKeepTheAppearance)
     EXPECT_GT(named, 0U);
 }
 
-TEST(Program, SeveralInputsBecomeOne)
+TEST(Program, SeveralInputsBecomeOneScene)
 {
     const TemporaryFolder folder;
     const std::string small = WriteSmallObj(folder).string();
@@ -166,7 +166,7 @@ TEST(Program, KeepsGoingWithoutABrokenInput)
 }
 
 #if !defined(IMPORTING_SANITIZE)
-TEST(Program, AMemoryLimitIsKeptInOneLine)
+TEST(Program, ExceedingTheMemoryLimitIsAnErrorOfOneLine)
 {
     const TemporaryFolder folder;
     const ProgramRun run =

@@ -144,14 +144,14 @@ protected:
     WorkState state_;
 };
 
-TEST_P(RealFilesTest, ResolvedInstancesShowTheSameWorld)
+TEST_P(RealFilesTest, ResolvedInstancesKeepTheAppearance)
 {
     SceneContainer scene = Import(GetParam());
     EXPECT_GT(Measure(scene).triangles, 0U);
     ExpectNoDifferenceAfter({.resolveInstances = true});
 }
 
-TEST_P(RealFilesTest, RepairedMirrorsShowTheSameWorld)
+TEST_P(RealFilesTest, RepairedMirrorsKeepTheAppearance)
 {
     ExpectNoDifferenceAfter({.repairMirrors = true});
     SceneContainer scene = Import(GetParam());
@@ -164,9 +164,9 @@ TEST_P(RealFilesTest, RepairedMirrorsShowTheSameWorld)
     }
 }
 
-TEST_P(RealFilesTest, WeldingKeepsTheWorld) { ExpectNoDifferenceAfter({.weld = true}); }
+TEST_P(RealFilesTest, WeldingKeepsTheAppearance) { ExpectNoDifferenceAfter({.weld = true}); }
 
-TEST_P(RealFilesTest, NormalsUVsNamesAndOffsetsKeepTheWorld)
+TEST_P(RealFilesTest, NormalsUVsNamesAndOffsetsKeepTheAppearance)
 {
     ExpectNoDifferenceAfter({.weld = true,
                              .normals = true,
@@ -177,7 +177,7 @@ TEST_P(RealFilesTest, NormalsUVsNamesAndOffsetsKeepTheWorld)
                              .collisionOffsets = true});
 }
 
-TEST_P(RealFilesTest, TurnedFacesKeepBoundsAndArea)
+TEST_P(RealFilesTest, FlippedFacesKeepBoundsAndArea)
 {
     SceneContainer scene = Import(GetParam());
     const WorldMeasure before = Measure(scene);
@@ -185,9 +185,9 @@ TEST_P(RealFilesTest, TurnedFacesKeepBoundsAndArea)
     EXPECT_THAT(FindDifferences(before, Measure(scene), true), testing::IsEmpty());
 }
 
-TEST_P(RealFilesTest, FlatteningKeepsTheWorld) { ExpectNoDifferenceAfter({.flatten = true}); }
+TEST_P(RealFilesTest, FlatteningKeepsTheAppearance) { ExpectNoDifferenceAfter({.flatten = true}); }
 
-TEST_P(RealFilesTest, FlatteningWithoutRegardToAnimationLeavesTheRootAndWhatHasSkins)
+TEST_P(RealFilesTest, FlatteningAnimatedNodesKeepsOnlyRootAndSkins)
 {
     SceneContainer scene = Import(GetParam());
     Run(scene, {.resolveInstances = true});
@@ -200,7 +200,7 @@ TEST_P(RealFilesTest, FlatteningWithoutRegardToAnimationLeavesTheRootAndWhatHasS
     ExpectNoDifferenceAfter({.flatten = true, .ignoreAnimation = true});
 }
 
-TEST_P(RealFilesTest, TheRecommendedRoadKeepsTheWorld)
+TEST_P(RealFilesTest, TheRecommendedStepsKeepTheAppearance)
 {
     PrepareOptions options = RecommendedSteps();
     ExpectNoDifferenceAfter(options);
@@ -208,14 +208,14 @@ TEST_P(RealFilesTest, TheRecommendedRoadKeepsTheWorld)
     ExpectNoDifferenceAfter(options);
 }
 
-TEST_P(RealFilesTest, ExportAndImportKeepTheWorld)
+TEST_P(RealFilesTest, ExportAndImportKeepTheAppearance)
 {
     SceneContainer scene = Import(GetParam());
     ExpectSameAfterExport(scene, "out.glb");
     ExpectSameAfterExport(scene, "out.obj");
 }
 
-TEST_P(RealFilesTest, EveryFormatHoldsTheWorld)
+TEST_P(RealFilesTest, EveryFormatKeepsTheAppearance)
 {
     Model model;
     ImportModel(GetParam(), model, progress_);
@@ -223,7 +223,7 @@ TEST_P(RealFilesTest, EveryFormatHoldsTheWorld)
         ExpectHeldByFile(model, format);
 }
 
-TEST_P(RealFilesTest, ExportAndImportKeepThePreparedWorld)
+TEST_P(RealFilesTest, ExportAndImportKeepThePreparedAppearance)
 {
     SceneContainer scene = Import(GetParam());
     PrepareOptions options = RecommendedSteps();
@@ -234,7 +234,7 @@ TEST_P(RealFilesTest, ExportAndImportKeepThePreparedWorld)
     ExpectSameAfterExport(scene, "out.ply");
 }
 
-TEST_P(RealFilesTest, TwoOfAKindAreTwiceTheWorld)
+TEST_P(RealFilesTest, AppendingTheSameFileDoublesTheTriangles)
 {
     Model model = ModelOf(Import(GetParam()));
     model.file = GetParam();

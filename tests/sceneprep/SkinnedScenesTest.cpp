@@ -65,7 +65,7 @@ TEST_P(SkinnedScenesTest, FlatteningKeepsEveryPose)
     ExpectSamePoses(Scene());
 }
 
-TEST_P(SkinnedScenesTest, FlatteningWithoutRegardToAnimationKeepsTheShape)
+TEST_P(SkinnedScenesTest, FlatteningAnimatedNodesKeepsTheShape)
 {
     Run(Scene(), {.flatten = true, .ignoreAnimation = true});
     ExpectSamePoses(Scene(), false);
@@ -85,7 +85,7 @@ TEST_P(SkinnedScenesTest, RepairedMirrorsKeepEveryPose)
     ExpectSamePoses(Scene());
 }
 
-TEST_P(SkinnedScenesTest, WrittenAndReadAgainSkinsAreTheSame)
+TEST_P(SkinnedScenesTest, SkinsRoundTrip)
 {
     SceneContainer back = WrittenAndRead(Scene(), "a.glb");
     ExpectSamePoses(back);
@@ -95,7 +95,7 @@ TEST_P(SkinnedScenesTest, WrittenAndReadAgainSkinsAreTheSame)
     EXPECT_EQ(CountScene(again), CountScene(back)) << "nothing grows";
 }
 
-TEST_P(SkinnedScenesTest, PreparedWrittenAndReadAgainSkinsAreTheSame)
+TEST_P(SkinnedScenesTest, PreparedSkinsRoundTrip)
 {
     PrepareOptions options = RecommendedSteps();
     options.uniqueNames = options.weld = false;  // the comparison goes by names of meshes and order of vertices
@@ -110,7 +110,7 @@ TEST_P(SkinnedScenesTest, PreparedWrittenAndReadAgainSkinsAreTheSame)
     EXPECT_EQ(CountScene(again), CountScene(back)) << "nothing grows";
 }
 
-TEST_P(SkinnedScenesTest, FormatsOfTheModelLibraryHoldSkins)
+TEST_P(SkinnedScenesTest, FormatsOfAssimpHoldSkins)
 {
     RandomSkins one(GetParam(), 1);
     one.Scene().NodeLibrary[0].SetAnimationID(-1);  // in COLLADA the root stands still

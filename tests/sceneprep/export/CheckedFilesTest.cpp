@@ -27,7 +27,7 @@ protected:
     CheckedFiles files_;
 };
 
-TEST_F(CheckedFilesTest, WriteReadAndSeekAsFilesDo)
+TEST_F(CheckedFilesTest, WritesReadsAndSeeks)
 {
     Write("0123456789");
     Assimp::IOStream* stream = files_.Open((folder_ / "a").c_str());
@@ -44,20 +44,20 @@ TEST_F(CheckedFilesTest, WriteReadAndSeekAsFilesDo)
     EXPECT_FALSE(files_.HasFailed());
 }
 
-TEST_F(CheckedFilesTest, WhatCannotBeOpenedIsNone)
+TEST_F(CheckedFilesTest, AFileThatCannotBeOpenedGivesNoStream)
 {
     EXPECT_EQ(files_.Open((folder_ / "none/a").c_str(), "wb"), nullptr);
     EXPECT_FALSE(files_.HasFailed());
 }
 
-TEST_F(CheckedFilesTest, WhatFailsOnlyWhenTheFileIsClosedIsKeptInMind)
+TEST_F(CheckedFilesTest, RemembersAFailureToClose)
 {
     const FileSizeLimit limit(4);
     Write("01234");
     EXPECT_TRUE(files_.HasFailed());
 }
 
-TEST_F(CheckedFilesTest, WhatFailsAtOnceIsKeptInMind)
+TEST_F(CheckedFilesTest, RemembersAFailedWrite)
 {
     const FileSizeLimit limit(100);
     Write(std::string(1000000, 'a'));

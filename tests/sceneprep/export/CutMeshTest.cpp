@@ -20,7 +20,7 @@ std::vector<D3DXVECTOR3> Corners(Geometry& mesh)
     return corners;
 }
 
-TEST(CutMesh, PartsShowWhatTheMeshShows)
+TEST(CutMesh, PartsHaveTheTrianglesOfTheMesh)
 {
     Geometry box = UnitBox();
     for (const std::size_t largest : {3U, 4U, 5U, 7U, 8U})
@@ -36,7 +36,7 @@ TEST(CutMesh, PartsShowWhatTheMeshShows)
     }
 }
 
-TEST(CutMesh, PartsAreFilledAsFarAsTheyGo)
+TEST(CutMesh, PartsAreAsLargeAsTheLimitAllows)
 {
     Geometry box = UnitBox();
     EXPECT_EQ(CutMesh(box, 12).size(), 1U);
@@ -54,20 +54,20 @@ TEST(CutMesh, PartsKeepTheName)
         EXPECT_EQ(part.GetName(), "box");
 }
 
-TEST(CutMesh, NothingIsCutIntoNothing)
+TEST(CutMesh, AnEmptyMeshHasNoParts)
 {
     Geometry empty;
     EXPECT_TRUE(CutMesh(empty, 3).empty());
 }
 
-TEST(CutMesh, AnIndexToNoVertexIsRefused)
+TEST(CutMesh, AnInvalidIndexIsRefused)
 {
     Geometry box = UnitBox();
     box.IndexArray[4] = 8;
     EXPECT_THROW(CutMesh(box, 100), std::out_of_range);
 }
 
-TEST(CutMesh, VerticesAndTrianglesCountForTheSize)
+TEST(CutMesh, TheLimitIsForVerticesAndTriangles)
 {
     Geometry box = UnitBox();
     EXPECT_TRUE(IsLargerThan(11, box));

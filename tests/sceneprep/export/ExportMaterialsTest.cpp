@@ -52,7 +52,7 @@ protected:
 
 std::string NameOf(const aiMaterial& material) { return const_cast<aiMaterial&>(material).GetName().C_Str(); }
 
-TEST_F(ExportMaterialsTest, OpacityAloneCarriesTheTransparency)
+TEST_F(ExportMaterialsTest, OnlyTheOpacityHoldsTheTransparency)
 {
     const WriteFormat format = *FindWriteFormat("a.dae");
     MaterialExporter exporter(scene_, textures_, format);
@@ -83,7 +83,7 @@ TEST_F(ExportMaterialsTest, SurfacesOfOneMaterialAndEqualMapsShareOne)
     EXPECT_EQ(exporter.Find(otherSet), 2U);
 }
 
-TEST_F(ExportMaterialsTest, TexturesAreSpeltAsTheFileSpeltThem)
+TEST_F(ExportMaterialsTest, TexturesAreSpelledAsInTheFile)
 {
     const WriteFormat format = *FindWriteFormat("a.dae");
     MaterialExporter exporter(scene_, textures_, format);
@@ -97,7 +97,7 @@ TEST_F(ExportMaterialsTest, TexturesAreSpeltAsTheFileSpeltThem)
     EXPECT_EQ(uvSet, 1U);
 }
 
-TEST_F(ExportMaterialsTest, MapsWithoutATextureOrOfAnUnknownTypeAreLeftOut)
+TEST_F(ExportMaterialsTest, MapsWithoutATextureOrOfAnUnknownTypeAreSkipped)
 {
     const WriteFormat format = *FindWriteFormat("a.dae");
     MaterialExporter exporter(scene_, textures_, format);
@@ -110,7 +110,7 @@ TEST_F(ExportMaterialsTest, MapsWithoutATextureOrOfAnUnknownTypeAreLeftOut)
     EXPECT_EQ(target_.mMaterials[1]->GetTextureCount(aiTextureType_DIFFUSE), 0U);
 }
 
-TEST_F(ExportMaterialsTest, NamesAreUniqueForObjAlone)
+TEST_F(ExportMaterialsTest, NamesAreUniqueOnlyInObj)
 {
     Surface first = SurfaceOf(0);
     Surface second = SurfaceOf(1);
@@ -127,7 +127,7 @@ TEST_F(ExportMaterialsTest, NamesAreUniqueForObjAlone)
     }
 }
 
-TEST_F(ExportMaterialsTest, NamesThatBecomeEqualInObjAreToldApart)
+TEST_F(ExportMaterialsTest, NamesThatBecomeEqualInObjAreNumbered)
 {
     const WriteFormat format = *FindWriteFormat("a.obj");
     MaterialExporter exporter(scene_, textures_, format);
@@ -142,7 +142,7 @@ TEST_F(ExportMaterialsTest, NamesThatBecomeEqualInObjAreToldApart)
     EXPECT_EQ(NameOf(*target_.mMaterials[1]), "red paint_2");
 }
 
-TEST_F(ExportMaterialsTest, WithoutAMaterialTheDefaultOneIsTaken)
+TEST_F(ExportMaterialsTest, SurfacesWithoutAMaterialUseTheDefaultOne)
 {
     const WriteFormat format = *FindWriteFormat("a.dae");
     MaterialExporter exporter(scene_, textures_, format);
@@ -152,7 +152,7 @@ TEST_F(ExportMaterialsTest, WithoutAMaterialTheDefaultOneIsTaken)
     EXPECT_EQ(NameOf(*target_.mMaterials[0]), "Default material");
 }
 
-TEST_F(ExportMaterialsTest, ASceneWithoutSurfacesStillGetsOne)
+TEST_F(ExportMaterialsTest, ASceneWithoutSurfacesGetsADefaultMaterial)
 {
     const WriteFormat format = *FindWriteFormat("a.dae");
     MaterialExporter(scene_, textures_, format).MoveTo(target_);

@@ -49,7 +49,7 @@ TEST(ExportMeshes, BonesHaveWeightsAndBindPoses)
     EXPECT_EQ(mesh->mBones[0]->mWeights[0].mWeight, 0);
 }
 
-TEST(ExportMeshes, CarryVerticesAndTrianglesOver)
+TEST(ExportMeshes, HaveVerticesAndTriangles)
 {
     Geometry geometry = MakeTriangle();
     const std::unique_ptr<aiMesh> mesh = ConvertMesh(geometry);
@@ -106,7 +106,7 @@ TEST(ExportMeshes, OnlyTrianglesCanBeWritten)
     EXPECT_FALSE(HasTriangles(Geometry()));
 }
 
-TEST(ExportMeshes, AMatrixMovesPositionsAndTurnsNormalsByItsInverseTranspose)
+TEST(ExportMeshes, AMatrixIsBakedIntoPositionsAndItsInverseTransposeIntoNormals)
 {
     Geometry geometry = MakeTriangle();
     for (Importing::Vertex& vertex : geometry.VertexArray)
@@ -122,7 +122,7 @@ TEST(ExportMeshes, AMatrixMovesPositionsAndTurnsNormalsByItsInverseTranspose)
     EXPECT_EQ(mesh->mFaces[0].mIndices[1], 1U);
 }
 
-TEST(ExportMeshes, AMirroringMatrixTurnsTheWindingAndNotTheNormal)
+TEST(ExportMeshes, AMirroringMatrixFlipsTheWindingAndNotTheNormal)
 {
     Geometry geometry = MakeTriangle();
     const std::unique_ptr<aiMesh> mesh = ConvertMesh(geometry);

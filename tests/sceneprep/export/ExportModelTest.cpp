@@ -64,7 +64,7 @@ protected:
 class RoundTripTest : public ExportModelTest, public testing::WithParamInterface<const char*>
 {};
 
-TEST_P(RoundTripTest, TheWorldComesBack)
+TEST_P(RoundTripTest, TheAppearanceRoundTrips)
 {
     SceneContainer scene = Support::Scene("Root@1,2,3( A@4,0,0( B[a=m:c d=n:e] ) C[b=m:c] )");
     Support::NodeNamed(scene, "C").SetLocalTransform(Support::Scaling(-2, 1, 1));
@@ -74,7 +74,7 @@ TEST_P(RoundTripTest, TheWorldComesBack)
     ExpectSameWorld(Measure(back), Measure(scene));
 }
 
-TEST_P(RoundTripTest, ShearComesBack)
+TEST_P(RoundTripTest, ShearRoundTrips)
 {
     SceneContainer scene = Support::Scene("Root( A@4,0,0( B[a] ) )");
     D3DXMATRIX shear = Support::Scaling(1, 2, -1);
@@ -147,7 +147,7 @@ std::vector<std::string> AllExtensions()
 INSTANTIATE_TEST_SUITE_P(Formats, EveryFormatTest, testing::ValuesIn(AllExtensions()),
                          [](const auto& format) { return format.param; });
 
-TEST_F(ExportModelTest, NamesDoNotBreakAListing)
+TEST_F(ExportModelTest, NamesDoNotBreakTextFiles)
 {
     for (const std::string& name : kHostileNames)
     {
@@ -169,7 +169,7 @@ TEST_F(ExportModelTest, SharedMeshesStaySharedInGltf)
     EXPECT_EQ(Measure(back).triangles, 60U);
 }
 
-TEST_F(ExportModelTest, MeshesThatShareNoVertexCanBeWrittenToo)
+TEST_F(ExportModelTest, MeshesWithoutSharedVerticesAreWritten)
 {
     SceneContainer scene = Support::Scene("Root[a]");
     scene.GeometryLibrary[0].IndexArray.resize(3);
@@ -181,7 +181,7 @@ TEST_F(ExportModelTest, MeshesThatShareNoVertexCanBeWrittenToo)
     }
 }
 
-TEST_F(ExportModelTest, NormalsUVsAndMaterialsComeBack)
+TEST_F(ExportModelTest, NormalsUVsAndMaterialsRoundTrip)
 {
     Model model;
     ImportModel(WriteSmallObj(folder_), model, progress_);
@@ -204,7 +204,7 @@ TEST_F(ExportModelTest, NormalsUVsAndMaterialsComeBack)
     }
 }
 
-TEST_F(ExportModelTest, CamerasAndLightsComeBackFromCollada)
+TEST_F(ExportModelTest, CamerasAndLightsRoundTripThroughCollada)
 {
     SceneContainer scene = Support::Scene("Root( A[a] B{eye}@1,2,3 C<sun> )");
     scene.CameraLibrary[0].SetFovX(60);
@@ -221,7 +221,7 @@ TEST_F(ExportModelTest, CamerasAndLightsComeBackFromCollada)
     EXPECT_EQ(back.LightLibrary[0].GetType(), Importing::Light::LightType::Point);
 }
 
-TEST_F(ExportModelTest, AnimationsComeBackFromGltf)
+TEST_F(ExportModelTest, AnimationsRoundTripThroughGltf)
 {
     SceneContainer scene = Support::Scene("Root( A*[a] )");
     scene.AnimationLibrary[0].resize(2);
@@ -246,7 +246,7 @@ TEST_F(ExportModelTest, ObjKeepsMaterialsOfOneNameApart)
     EXPECT_EQ(CountScene(back).materials, 2U);
 }
 
-TEST_F(ExportModelTest, WhatTheFormatCannotHoldIsTold)
+TEST_F(ExportModelTest, ReportsContentThatTheFormatDoesNotHold)
 {
     SceneContainer scene = Support::Scene("Root[a]{eye}");
     const auto notes = Export(scene, "out.ply");
@@ -277,7 +277,7 @@ TEST_F(ExportModelTest, EmbeddedImagesAreWrittenNextToFilesThatCannotHoldThem)
     EXPECT_EQ(folder_.CountEntries(), 4U);  // one more: the format has no textures
 }
 
-TEST_F(ExportModelTest, CompanionFilesComeAlongAndNothingElseStays)
+TEST_F(ExportModelTest, CompanionFilesAreWrittenAndNothingElseRemains)
 {
     SceneContainer scene = Support::Scene("Root[a]");
     Export(scene, "out.gltf");
@@ -286,7 +286,7 @@ TEST_F(ExportModelTest, CompanionFilesComeAlongAndNothingElseStays)
     EXPECT_THAT(ReadText(folder_ / "out.gltf"), HasSubstr("\"out.bin\""));
 }
 
-TEST_F(ExportModelTest, ReplacesWhatWasThere)
+TEST_F(ExportModelTest, ReplacesAnExistingFile)
 {
     folder_.Write("out.glb", "old");
     SceneContainer scene = Support::Scene("Root[a]");
@@ -295,7 +295,7 @@ TEST_F(ExportModelTest, ReplacesWhatWasThere)
     EXPECT_EQ(ReadText(folder_ / "out.glb").substr(0, 4), "glTF");
 }
 
-TEST_F(ExportModelTest, WhatCannotBeWrittenIsToldInOneLine)
+TEST_F(ExportModelTest, ReportsFilesThatCannotBeWrittenInOneLine)
 {
     const std::string unknown = (folder_ / "out.zzz").string();
     EXPECT_EQ(ExportError(unknown),
@@ -310,7 +310,7 @@ TEST_F(ExportModelTest, WhatCannotBeWrittenIsToldInOneLine)
     EXPECT_EQ(folder_.CountEntries(), 1U);
 }
 
-TEST_F(ExportModelTest, AFailureLeavesWhatWasThere)
+TEST_F(ExportModelTest, AFailureKeepsTheExistingFile)
 {
     folder_.Write("out.glb", "old");
     SceneContainer scene = Support::Scene("Root[a]");

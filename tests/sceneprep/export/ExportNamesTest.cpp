@@ -22,13 +22,13 @@ TEST(ExportNames, AreOnOneLine)
     EXPECT_EQ(NameIn("a.x", "a\x01 b\x7F"), "a b");
 }
 
-TEST(ExportNames, StayAsTheyAreWhereTheFormatHoldsThem)
+TEST(ExportNames, StayTheSameIfTheFormatAllowsThem)
 {
     EXPECT_EQ(NameIn("a.dae", " a  \"b\" <&'\\> \xC3\xA4"), " a  \"b\" <&'\\> \xC3\xA4");
     EXPECT_EQ(NameIn("a.obj", " a  b "), "a b");
 }
 
-TEST(ExportNames, LoseWhatBreaksTheFile)
+TEST(ExportNames, DoNotContainCharactersThatBreakTheFile)
 {
     EXPECT_EQ(NameIn("a.fbx", "a \"'b'\""), "a _'b'_");
     EXPECT_EQ(NameIn("a.3mf", "a \"'b'\""), "a _'b'_");
@@ -37,7 +37,7 @@ TEST(ExportNames, LoseWhatBreaksTheFile)
     EXPECT_EQ(NameIn("a.obj", "a\\"), "a_");
 }
 
-TEST(ExportNames, AreCutBetweenLetters)
+TEST(ExportNames, AreCutBetweenCharacters)
 {
     EXPECT_EQ(NameIn("a.dae", std::string(kLongestName, 'a')), std::string(kLongestName, 'a'));
     EXPECT_EQ(NameIn("a.dae", std::string(kLongestName + 1, 'a')), std::string(kLongestName, 'a'));

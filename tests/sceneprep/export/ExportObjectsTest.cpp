@@ -10,7 +10,7 @@ namespace
 
 using namespace Sceneprep;
 
-TEST(ExportObjects, ACameraHasItsNodesNameAndItsOwnPlace)
+TEST(ExportObjects, ACameraHasTheNameOfItsNodeAndItsOwnPosition)
 {
     Importing::Camera camera;
     camera.SetName("Eye");
@@ -30,7 +30,7 @@ TEST(ExportObjects, ACameraHasItsNodesNameAndItsOwnPlace)
     EXPECT_EQ(target->mClipPlaneFar, 500);
 }
 
-TEST(ExportObjects, ALightCarriesItsFields)
+TEST(ExportObjects, ALightHasAllFields)
 {
     Importing::Light light;
     light.SetType(Importing::Light::LightType::Spot);

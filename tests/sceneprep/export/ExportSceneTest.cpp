@@ -31,7 +31,7 @@ std::string Shape(const aiNode& node)
     return text;
 }
 
-TEST(ExportScene, KeepsTheHierarchyWithOneMeshANode)
+TEST(ExportScene, KeepsTheHierarchyWithOneMeshPerNode)
 {
     SceneContainer scene = Scene("Root( A[a]( B ) C[b c] ) | Lost[d]");
     const auto target = Build(scene);
@@ -39,7 +39,7 @@ TEST(ExportScene, KeepsTheHierarchyWithOneMeshANode)
     EXPECT_EQ(target->mNumMeshes, 3U);
 }
 
-TEST(ExportScene, MatricesAreTurnedIntoColumnVectorForm)
+TEST(ExportScene, MatricesAreTransposedForColumnVectors)
 {
     SceneContainer scene = Scene("Root( A@1,2,3 )");
     const auto target = Build(scene);
@@ -56,7 +56,7 @@ TEST(ExportScene, SurfacesOfOneMeshAndMaterialShareAMesh)
     EXPECT_EQ(Build(scene)->mNumMeshes, 2U);
 }
 
-TEST(ExportScene, EmptiedSurfacesAreLeftOut)
+TEST(ExportScene, EmptiedSurfacesAreSkipped)
 {
     SceneContainer scene = Scene("Root[a=m:c b=n:c]");
     scene.MergeSurfaces(0, 2, -1);
@@ -66,7 +66,7 @@ TEST(ExportScene, EmptiedSurfacesAreLeftOut)
     EXPECT_EQ(target->mMeshes[0]->mNumFaces, 24U);
 }
 
-TEST(ExportScene, FlatFormatsGetEverythingInTheWorld)
+TEST(ExportScene, FlatFormatsGetEverythingInWorldSpace)
 {
     SceneContainer scene = Scene("Root@10,0,0( A@1,0,0( B[a] ) C[b] )");
     Support::NodeNamed(scene, "C").SetLocalTransform(Support::Scaling(-1, 1, 1));
@@ -90,7 +90,7 @@ TEST(ExportScene, TheWorldIsRotatedInFormatsWithZUp)
     EXPECT_EQ(target->mMeshes[0]->mVertices[0], aiVector3D(first.x + 1, -(first.z + 3), first.y + 2));
 }
 
-TEST(ExportScene, WhereTheRootIsLostItGetsARootAboveIt)
+TEST(ExportScene, ARootIsAddedIfTheFormatLosesTheRoot)
 {
     SceneContainer scene = Scene("Root@1,2,3[a]( A[b] )");
     const auto target = Build(scene, "a.fbx");
@@ -99,7 +99,7 @@ TEST(ExportScene, WhereTheRootIsLostItGetsARootAboveIt)
     EXPECT_EQ(target->mRootNode->mChildren[0]->mTransformation.c4, 3);
 }
 
-TEST(ExportScene, WhereNodesCannotShearASceneThatDoesIsWrittenFlat)
+TEST(ExportScene, AShearedSceneIsWrittenFlatIfTheFormatHasNoShear)
 {
     SceneContainer scene = Scene("Root( A( B[b] ) )");
     D3DXMATRIX shear = Support::Translation(0, 0, 0);
@@ -109,7 +109,7 @@ TEST(ExportScene, WhereNodesCannotShearASceneThatDoesIsWrittenFlat)
     EXPECT_EQ(Shape(*Build(scene, "a.dae")->mRootNode), "Root0(A0(B1))");
 }
 
-TEST(ExportScene, MeshesThatAreTooLargeBecomeSeveral)
+TEST(ExportScene, LargeMeshesAreSplit)
 {
     SceneContainer scene = Scene("Root[a]");
     std::vector<std::uint32_t>& indices = Support::MeshOf(scene, "a").IndexArray;
@@ -123,7 +123,7 @@ TEST(ExportScene, MeshesThatAreTooLargeBecomeSeveral)
     EXPECT_EQ(Build(scene, "a.obj")->mNumMeshes, 1U);
 }
 
-TEST(ExportScene, ALoneCameraStandsAtItsNodeAndOthersAtChildren)
+TEST(ExportScene, OneCameraIsAtItsNodeAndFurtherOnesAreAtChildren)
 {
     SceneContainer scene = Scene("Root( A{eye} B{left right} )");
     const auto target = Build(scene);
@@ -147,7 +147,7 @@ TEST(ExportScene, FormatsWithoutLightsGetNone)
     EXPECT_EQ(Build(scene, "a.obj")->mNumLights, 0U);
 }
 
-TEST(ExportScene, MovingNodesGetNamesOfTheirOwn)
+TEST(ExportScene, AnimatedNodesGetUniqueNames)
 {
     SceneContainer scene = Scene("Root( A* B* C )");
     for (std::size_t i = 1; i < 4; ++i)
@@ -160,7 +160,7 @@ TEST(ExportScene, MovingNodesGetNamesOfTheirOwn)
     EXPECT_EQ(Shape(*target->mRootNode), "Root0(Same_20 Same_30 Same0)");
 }
 
-TEST(ExportScene, NamesThatBecomeEqualInTheFileAreToldApart)
+TEST(ExportScene, NamesThatBecomeEqualAreNumbered)
 {
     SceneContainer scene = Scene("Root( A* B* )");
     scene.NodeLibrary[1].SetName("a\"b");
@@ -171,7 +171,7 @@ TEST(ExportScene, NamesThatBecomeEqualInTheFileAreToldApart)
     EXPECT_EQ(Shape(*target->mRootNode), "0(Root0(a_b_20 a_b_30))");
 }
 
-TEST(ExportScene, NamesOfMeshesAreOnOneLineToo)
+TEST(ExportScene, NamesOfMeshesAreOnOneLine)
 {
     SceneContainer scene = Scene("Root[a]");
     Support::MeshOf(scene, "a").SetName("a\nb");
@@ -197,7 +197,7 @@ TEST(ExportScene, JointsAreBonesNamedAfterTheirNodes)
     EXPECT_EQ(Shape(*Build(scene, "a.x")->mRootNode), "Root0(Hip0 A1 B1)");
 }
 
-TEST(ExportScene, AnEmptySceneIsARootAlone)
+TEST(ExportScene, AnEmptySceneHasOnlyARoot)
 {
     SceneContainer scene;
     const auto target = Build(scene);

@@ -89,7 +89,7 @@ TEST_F(CarryPrimitiveTest, OnlyMorphTargetsPointsAndLinesAreCarriedWhole)
     EXPECT_TRUE(IsCarriedWhole(plain));
 }
 
-TEST_F(CarryPrimitiveTest, LinesKeepTheirEndsAndCloudsNeedNoIndices)
+TEST_F(CarryPrimitiveTest, LinesKeepTheirEndsAndPointsNeedNoIndices)
 {
     mesh_.mPrimitiveTypes = aiPrimitiveType_LINE;
     mesh_.mFaces[0].mNumIndices = 2;

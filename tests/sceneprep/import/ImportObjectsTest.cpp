@@ -79,7 +79,7 @@ TEST(ImportCameras, DropsOrthographicCamerasAndReportsThem)
     }
 }
 
-TEST(ImportCameras, TheRootListsCamerasWithoutANode)
+TEST(ImportCameras, TheRootReferencesCamerasWithoutANode)
 {
     SceneContainer scene = Support::Scene("Root( A )");
     ImportCameras(*SceneWith(new aiCamera), kNames, scene);

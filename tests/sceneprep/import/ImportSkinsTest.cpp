@@ -231,7 +231,7 @@ TEST(ImportSkins, DeepSkeletonsDoNotOverflow)
 class RandomSkinsTest : public testing::TestWithParam<std::uint32_t>
 {};
 
-TEST_P(RandomSkinsTest, VerticesMoveWithTheirBonesAsInTheFile)
+TEST_P(RandomSkinsTest, VerticesFollowTheirBonesAsInTheFile)
 {
     RandomSkins random(GetParam());
     std::vector<Shapes> expected;

@@ -57,7 +57,7 @@ protected:
     WorkState state_;
 };
 
-TEST_F(LoadInputsTest, OneInputIsTheSceneAsItIs)
+TEST_F(LoadInputsTest, OneInputIsNotChanged)
 {
     const Inputs loaded = Load({.inputs = {WriteSmallObj(folder_)}});
     EXPECT_EQ(Support::ToText(*loaded.model.scene).substr(0, 9), "small.obj");
@@ -68,7 +68,7 @@ TEST_F(LoadInputsTest, OneInputIsTheSceneAsItIs)
     EXPECT_TRUE(loaded.skipped.empty());
 }
 
-TEST_F(LoadInputsTest, FurtherInputsAreAppendedWithoutSpareNodes)
+TEST_F(LoadInputsTest, FurtherInputsAreAppendedWithoutUnusedNodes)
 {
     const auto small = WriteSmallObj(folder_);
     const Inputs loaded = Load({.inputs = {small, small, small}});
@@ -80,7 +80,7 @@ TEST_F(LoadInputsTest, FurtherInputsAreAppendedWithoutSpareNodes)
     EXPECT_THAT(loaded.read, ElementsAre(small, small, small));
 }
 
-TEST_F(LoadInputsTest, ReadsTheSceneThatIsNamed)
+TEST_F(LoadInputsTest, ReadsTheChosenScene)
 {
     const auto file = folder_.Write("a.gltf", R"({"asset":{"version":"2.0"},"nodes":[{"name":"A"},{"name":"B"}],
         "scenes":[{"nodes":[0]},{"name":"Second","nodes":[1]}]})");
@@ -88,12 +88,12 @@ TEST_F(LoadInputsTest, ReadsTheSceneThatIsNamed)
     EXPECT_EQ(Support::ToText(*Load({.inputs = {file}, .scene = "Second"}).model.scene), "B");
 }
 
-TEST_F(LoadInputsTest, AnInputThatCannotBeReadEndsTheWork)
+TEST_F(LoadInputsTest, AnUnreadableInputIsAnError)
 {
     EXPECT_THROW(Load({.inputs = {WriteSmallObj(folder_), Broken()}}), ToolError);
 }
 
-TEST_F(LoadInputsTest, OrIsLeftOut)
+TEST_F(LoadInputsTest, AnUnreadableInputIsSkippedOnRequest)
 {
     const auto small = WriteSmallObj(folder_);
     const auto broken = Broken();
@@ -104,7 +104,7 @@ TEST_F(LoadInputsTest, OrIsLeftOut)
                 ElementsAre(HasSubstr("broken.obj.glb"), HasSubstr("there is no such file")));
 }
 
-TEST_F(LoadInputsTest, AllMayBeLeftOut)
+TEST_F(LoadInputsTest, AllInputsMayBeSkipped)
 {
     const Inputs loaded = Load({.inputs = {Broken(), folder_ / "none.obj"}, .keepGoing = true});
     EXPECT_TRUE(loaded.model.scene->NodeLibrary.empty());
@@ -148,7 +148,7 @@ Inputs LoadWithFailure(const std::vector<std::filesystem::path>& inputs, const s
     return LoadInputs(inputs, {.keepGoing = true, .scene = {}}, plugin, progress, state);
 }
 
-TEST_F(LoadInputsTest, WhateverGoesWrongWithAnInputItIsLeftOut)
+TEST_F(LoadInputsTest, InputsAreSkippedForAnyError)
 {
     const auto small = WriteSmallObj(folder_);
     const auto bad = folder_.Write("bad.obj", ReadText(small));
@@ -163,7 +163,7 @@ TEST_F(LoadInputsTest, WhateverGoesWrongWithAnInputItIsLeftOut)
                 ElementsAre("reading " + bad.string() + " failed: odd failure; check the model"));
 }
 
-TEST_F(LoadInputsTest, WhatGoesWrongWhileAppendingEndsTheWork)
+TEST_F(LoadInputsTest, AFailureWhileAppendingIsAnError)
 {
     const auto small = WriteSmallObj(folder_);
     EXPECT_THROW(LoadWithFailure<OddFailure>({small, small}, "Append", plugin_), OddFailure);

@@ -19,7 +19,7 @@ void Set(aiMaterial& material, const Value& value, const char* key, unsigned typ
 
 TEST(MaterialPatch, IsEmptyForAPlainMaterial) { EXPECT_EQ(MaterialPatch(aiMaterial()), Json::object()); }
 
-TEST(MaterialPatch, HoldsDoubleSidednessWhateverItsType)
+TEST(MaterialPatch, HoldsDoubleSidednessOfAnyType)
 {
     aiMaterial number;
     Set(number, 1, AI_MATKEY_TWOSIDED);

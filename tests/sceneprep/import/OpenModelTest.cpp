@@ -47,7 +47,7 @@ TEST_F(OpenModelTest, ReadsOtherFormatsByAssimp)
     EXPECT_THAT(SceneOf(file), HasSubstr("Square"));
 }
 
-TEST_F(OpenModelTest, ReportsWhatCannotBeRead)
+TEST_F(OpenModelTest, ReportsUnreadableFiles)
 {
     EXPECT_THAT([&] { OpenModel(folder_ / "a.glb", progress_); }, ThrowsMessage<ToolError>(HasSubstr("a.glb")));
     EXPECT_THAT([&] { OpenModel(folder_.Write("b.glb", "{"), progress_); },

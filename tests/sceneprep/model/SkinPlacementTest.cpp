@@ -19,7 +19,7 @@ Bone BoneAt(const SceneContainer& scene, const std::string& node)
     return {node, Support::Translation(0, 0, 0), Support::NodeIndex(scene, node)};
 }
 
-TEST(SkinPlacement, SurfacesThatSeeTheSameJointsShareAMesh)
+TEST(SkinPlacement, SurfacesWithTheSameJointTransformsShareAMesh)
 {
     SceneContainer scene = Support::Scene("Root( Hip A[a=m] B@1,0,0[b=m] C@1,0,0[c=m] )");
     SkinPlacement placement(scene);
@@ -34,7 +34,7 @@ TEST(SkinPlacement, SurfacesThatSeeTheSameJointsShareAMesh)
     EXPECT_THAT(placement.Notes(), IsEmpty());
 }
 
-TEST(SkinPlacement, ASurfaceAtAnAnimatedNodeMovesToANodeThatDoesNotMove)
+TEST(SkinPlacement, ASurfaceAtAnAnimatedNodeMovesToANodeWithoutAnimation)
 {
     SceneContainer scene = Support::Scene("Root( Hip M@3,0,0*[m n] )");
     SkinPlacement placement(scene);

@@ -20,14 +20,14 @@ protected:
     Textures textures_;
 };
 
-TEST_F(TextureReferencesTest, FileNamesLieBehindEitherSlash)
+TEST_F(TextureReferencesTest, FileNamesFollowEitherSlash)
 {
     EXPECT_EQ(FileNameOf("C:\\art/images\\Stone.png"), "Stone.png");
     EXPECT_EQ(FileNameOf("/art/Stone.png"), "Stone.png");
     EXPECT_EQ(FileNameOf("Stone.png"), "Stone.png");
 }
 
-TEST_F(TextureReferencesTest, AReferenceMeansTheSameFileFromAnotherFolder)
+TEST_F(TextureReferencesTest, ARebasedReferenceNamesTheSameFile)
 {
     EXPECT_EQ(RebasedReference("tex/Wood.PNG", "/in/a.obj", "/in/b.glb"), "tex/Wood.PNG");
     EXPECT_EQ(RebasedReference("tex/Wood.PNG", "/in/a.obj", "/out/x/b.glb"), "../../in/tex/Wood.PNG");
@@ -35,7 +35,7 @@ TEST_F(TextureReferencesTest, AReferenceMeansTheSameFileFromAnotherFolder)
     EXPECT_EQ(RebasedReference("Wood.PNG", "models/a.obj", "b.glb"), "models/Wood.PNG");
 }
 
-TEST_F(TextureReferencesTest, WhatIsNotRelativeStays)
+TEST_F(TextureReferencesTest, OtherReferencesDoNotChange)
 {
     for (const char* reference : {"/art/Wood.PNG", "C:\\art\\Wood.PNG", "https://host/Wood.PNG", ""})
         EXPECT_EQ(RebasedReference(reference, "/in/a.obj", "/out/b.glb"), reference);
@@ -53,7 +53,7 @@ TEST_F(TextureReferencesTest, OnlyReferencesToFilesAreRebased)
     EXPECT_EQ(SpellingOf(textures_, "plain.png"), "../in/plain.png");
 }
 
-TEST_F(TextureReferencesTest, TheFilesSpellingIsKept)
+TEST_F(TextureReferencesTest, TheSpellingOfTheFileIsKept)
 {
     EXPECT_EQ(SpellingOf(textures_, "wood.png"), "Wood.PNG");
     EXPECT_EQ(SpellingOf(textures_, "stone.png"), "stone.png");

@@ -8,7 +8,7 @@ namespace
 using Sceneprep::DecodeUri;
 using Sceneprep::EncodeUri;
 
-TEST(EncodeUri, OnlyWhatMayStandInAReferenceStays)
+TEST(EncodeUri, EncodesCharactersThatReferencesMustNotContain)
 {
     EXPECT_EQ(EncodeUri("a/b-c_d.e~1.png"), "a/b-c_d.e~1.png");
     EXPECT_EQ(EncodeUri("..\\a b#?%.png"), "../a%20b%23%3F%25.png");
@@ -17,7 +17,7 @@ TEST(EncodeUri, OnlyWhatMayStandInAReferenceStays)
     EXPECT_EQ(EncodeUri("M\xC3\xBChle.png"), "M%C3%BChle.png");
 }
 
-TEST(DecodeUri, GivesThePathThatIsMeant)
+TEST(DecodeUri, DecodesPercentEncoding)
 {
     EXPECT_EQ(DecodeUri("a/b.png"), "a/b.png");
     EXPECT_EQ(DecodeUri("my%20wood%2epng"), "my wood.png");
@@ -26,7 +26,7 @@ TEST(DecodeUri, GivesThePathThatIsMeant)
     EXPECT_EQ(DecodeUri("https://host/a%20b.png"), "https://host/a%20b.png");
 }
 
-TEST(DecodeUri, WhatIsNotEncodedStays)
+TEST(DecodeUri, KeepsOtherCharacters)
 {
     for (const char* text : {"", "%", "100%", "%2", "a%zz", "%+1", "%-1", "% 1", "%2g", "a%00b"})
         EXPECT_EQ(DecodeUri(text), text);

@@ -18,7 +18,7 @@ std::string Picks(std::size_t total, std::size_t limit)
     return picks;
 }
 
-TEST(EvenChoice, PicksAllWhenThereAreFew)
+TEST(EvenChoice, PicksAllIfThereAreFew)
 {
     EXPECT_EQ(Picks(3, 3), "xxx");
     EXPECT_EQ(Picks(3, 100), "xxx");

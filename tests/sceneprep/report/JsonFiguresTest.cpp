@@ -30,6 +30,6 @@ TEST(JsonFigures, AWorldHasSevenFigures)
                             R"("area":0.5,"volume":-0.25})");
 }
 
-TEST(JsonFigures, TextThatIsNoUtf8IsReplaced) { EXPECT_EQ(JsonText(Json("caf\xE9")), "\"caf\xEF\xBF\xBD\"\n"); }
+TEST(JsonFigures, TextThatIsNotUtf8IsReplaced) { EXPECT_EQ(JsonText(Json("caf\xE9")), "\"caf\xEF\xBF\xBD\"\n"); }
 
 }  // namespace

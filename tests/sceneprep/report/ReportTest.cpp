@@ -48,7 +48,7 @@ TEST(Report, OneSceneHasOneColumn)
     EXPECT_THAT(StatsTable(kBefore), testing::StartsWith("nodes               2000\nsurfaces            1500\n"));
 }
 
-TEST(Report, TimesWithWhatThePluginSaid)
+TEST(Report, StepsHaveTimesAndMessagesOfThePlugin)
 {
     EXPECT_EQ(TimesTable({{"Import", 12.34, {}, {}},
                           {"Flatten", 5.0, {{"Flatten node finished :", 2, 3}, {"Merging finished :", 1, 0}}, {}},
@@ -74,7 +74,7 @@ TEST(Report, JsonHoldsTheCountsInOrder)
     EXPECT_EQ(text.back(), '\n');
 }
 
-TEST(Report, WorldsStandSideBySide)
+TEST(Report, MeasuresArePrintedNextToEachOther)
 {
     const WorldMeasure before = {.triangles = 1234567, .min = {-1, -2.5, 0}, .max = {1, 2, 3}, .area = 40, .volume = 8};
     WorldMeasure after = before;
@@ -115,7 +115,7 @@ TEST(Report, JsonTreeIsAFlatListOfNodes)
     EXPECT_EQ(json["nodes"][2]["animation"], -1);
 }
 
-TEST(Report, NamesThatAreNoUtf8DoNotBreakJson)
+TEST(Report, NamesThatAreNotUtf8DoNotBreakJson)
 {
     Importing::SceneContainer scene = Support::Scene("Root");
     scene.NodeLibrary[0].SetName("caf\xE9");

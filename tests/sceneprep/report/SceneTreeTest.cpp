@@ -6,7 +6,7 @@
 namespace
 {
 
-TEST(SceneTree, ChildrenAreIndentedAndListsAreTold)
+TEST(SceneTree, ChildrenAreIndentedAndReferencesAreListed)
 {
     Importing::SceneContainer scene = Support::Scene("Root( A*[a b]{eye}<sun moon>( B[c] ) C )");
     scene.NodeLibrary[3].SetName("");
@@ -17,7 +17,7 @@ TEST(SceneTree, ChildrenAreIndentedAndListsAreTold)
               "  (no name)\n");
 }
 
-TEST(SceneTree, AnEmptySceneHasNone)
+TEST(SceneTree, AnEmptySceneHasNoTree)
 {
     Importing::SceneContainer scene;
     EXPECT_EQ(Sceneprep::TreeText(scene), "");

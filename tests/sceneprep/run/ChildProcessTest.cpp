@@ -13,7 +13,7 @@ namespace
 
 using namespace Sceneprep;
 
-TEST(ChildProcess, HandsTheResultOn)
+TEST(ChildProcess, ReturnsTheResult)
 {
     const ChildResult result = RunInChildProcess(0, [] { return 7; });
     EXPECT_EQ(result.status, 7);
@@ -21,7 +21,7 @@ TEST(ChildProcess, HandsTheResultOn)
     EXPECT_EQ(result.interruptedBy, 0);
 }
 
-TEST(ChildProcess, ACrashIsTold)
+TEST(ChildProcess, ReportsACrash)
 {
     const ChildResult result = RunInChildProcess(0, [] {
         std::signal(SIGSEGV, SIG_DFL);
@@ -31,7 +31,7 @@ TEST(ChildProcess, ACrashIsTold)
     EXPECT_EQ(result.interruptedBy, 0);
 }
 
-TEST(ChildProcess, ChangesNothingHere)
+TEST(ChildProcess, DoesNotChangeTheParentProcess)
 {
     int value = 1;
     RunInChildProcess(0, [&value] {
@@ -71,14 +71,14 @@ TEST(ChildProcess, IgnoredStopRequestsStayIgnored)
     std::signal(SIGHUP, before);
 }
 
-TEST(ChildProcess, HandlersOfSignalsAreBackAfterwards)
+TEST(ChildProcess, RestoresSignalHandlers)
 {
     const auto before = std::signal(SIGINT, SIG_IGN);
     RunInChildProcess(0, [] { return 0; });
     EXPECT_EQ(std::signal(SIGINT, before), SIG_IGN);
 }
 
-TEST(ChildProcess, UsuallyThreeQuartersOfTheMemoryMayBeTaken)
+TEST(ChildProcess, TheDefaultLimitIsThreeQuartersOfTheMemory)
 {
     const long pages = sysconf(_SC_PHYS_PAGES);
     const auto memory = static_cast<double>(pages) * static_cast<double>(sysconf(_SC_PAGESIZE));

@@ -10,7 +10,7 @@ TEST(OneLine, JoinsLinesAndRunsOfWhiteSpace)
     EXPECT_EQ(Sceneprep::OneLine("  one\r\n\ttwo   three\n"), "one two three");
 }
 
-TEST(OneLine, LeavesNothingOfWhiteSpaceAlone) { EXPECT_EQ(Sceneprep::OneLine(" \n "), ""); }
+TEST(OneLine, WhiteSpaceAloneBecomesEmpty) { EXPECT_EQ(Sceneprep::OneLine(" \n "), ""); }
 
 TEST(ErrorLine, HasNoBreaksWithin)
 {

@@ -46,7 +46,7 @@ TEST(PluginLibrary, CreatesEmptyScenes)
     EXPECT_NE(plugin.CreateScene().get(), scene.get());
 }
 
-TEST(PluginLibrary, FindsThePluginBesideTheProgram)
+TEST(PluginLibrary, FindsThePluginNextToTheProgram)
 {
     EXPECT_TRUE(std::filesystem::equivalent(PluginLibrary::FindDefault(), SCENEPREP_PLUGIN));
 }
@@ -60,7 +60,7 @@ TEST(PluginLibrary, AMissingFileIsOneLineThatSaysWhatToDo)
     EXPECT_THAT(error, Not(HasSubstr("\n")));
 }
 
-TEST(PluginLibrary, AFileThatIsNoLibraryIsRefused)
+TEST(PluginLibrary, AFileThatIsNotALibraryIsRefused)
 {
     const SceneprepTests::TemporaryFolder folder;
     const std::string file = folder.Write("text.so", "no library").string();
@@ -94,7 +94,7 @@ TEST(PluginLibrary, NoTypeRecordIsRefused)
               Fake("NoType") + " does not report its channel type; name another plug-in with --plugin");
 }
 
-TEST(PluginLibrary, NoMemoryForASceneIsTold)
+TEST(PluginLibrary, ReportsThatAllocatingASceneFailed)
 {
     EXPECT_EQ(LoadingError(Fake("NoMemory")), Fake("NoMemory") + " has no memory for a scene; free some and try again");
 }

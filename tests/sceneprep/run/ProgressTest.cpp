@@ -20,7 +20,7 @@ Sceneprep::Notes NoteOn(const std::string& text)
     return notes;
 }
 
-TEST(Progress, ElsewhereThanOnATerminalStepsAndNotesArePlainLines)
+TEST(Progress, WithoutATerminalStepsAndNotesArePlainLines)
 {
     std::ostringstream out;
     {
@@ -34,7 +34,7 @@ TEST(Progress, ElsewhereThanOnATerminalStepsAndNotesArePlainLines)
     EXPECT_EQ(out.str(), "Import ...\nnote: something\n");
 }
 
-TEST(Progress, OnATerminalOneLineMoves)
+TEST(Progress, OnATerminalOneLineIsOverwritten)
 {
     std::ostringstream out;
     {
@@ -60,7 +60,7 @@ TEST(Progress, WritesNothingWhileTheTextStaysTheSame)
     EXPECT_EQ(out.str(), before);
 }
 
-TEST(Progress, PartsOutsideAreTheNearest)
+TEST(Progress, PartsAreClampedToTheRange)
 {
     std::ostringstream out;
     Progress progress(out, true);
@@ -70,7 +70,7 @@ TEST(Progress, PartsOutsideAreTheNearest)
     EXPECT_EQ(out.str(), "\r\033[KS ...\r\033[KS ... 100 %\r\033[KS ... 0 %");
 }
 
-TEST(Progress, ANoteStaysAboveTheMovingLine)
+TEST(Progress, ANoteIsPrintedAboveTheProgressLine)
 {
     std::ostringstream out;
     Progress progress(out, true);
@@ -96,7 +96,7 @@ protected:
     Progress progress_{out_, true, [this] { return now_; }};
 };
 
-TEST_F(ProgressAndTime, TheTimeLeftStandsBehindTheShare)
+TEST_F(ProgressAndTime, TheTimeLeftIsPrintedAfterThePercentage)
 {
     progress_.Begin("S");
     EXPECT_EQ(LineAt(999ms, 0.2), "S ... 20 %");
@@ -105,7 +105,7 @@ TEST_F(ProgressAndTime, TheTimeLeftStandsBehindTheShare)
     EXPECT_EQ(LineAt(8s, 1), "S ... 100 %");
 }
 
-TEST_F(ProgressAndTime, LongTimesAreToldInMinutes)
+TEST_F(ProgressAndTime, LongTimesAreInMinutes)
 {
     progress_.Begin("S");
     EXPECT_EQ(LineAt(0s, 0.01), "S ... 1 %");
@@ -115,7 +115,7 @@ TEST_F(ProgressAndTime, LongTimesAreToldInMinutes)
     EXPECT_EQ(LineAt(121s, 0.5), "T ... 50 %, 2 min left");
 }
 
-TEST_F(ProgressAndTime, EachStepIsTimedForItself)
+TEST_F(ProgressAndTime, EachStepIsTimedSeparately)
 {
     progress_.Begin("S");
     EXPECT_EQ(LineAt(1s, 0.1), "S ... 10 %");
@@ -125,7 +125,7 @@ TEST_F(ProgressAndTime, EachStepIsTimedForItself)
     EXPECT_EQ(LineAt(12s, 0.5), "T ... 50 %, 2 s left");
 }
 
-TEST(Progress, ElsewhereThanOnATerminalNobodyAsksForTheTime)
+TEST(Progress, WithoutATerminalTheClockIsNotRead)
 {
     std::ostringstream out;
     Progress progress(out, false, []() -> TimeLeft::Clock::time_point { throw std::logic_error("asked"); });

@@ -14,7 +14,7 @@ namespace
 
 using namespace Sceneprep;
 
-TEST(StandardStreams, WhatHasArrivedIsKnown)
+TEST(StandardStreams, FailedWritesAreDetected)
 {
     std::ostringstream out;
     out << "text";
@@ -25,7 +25,7 @@ TEST(StandardStreams, WhatHasArrivedIsKnown)
     EXPECT_FALSE(HasArrived(full));
 }
 
-TEST(StandardStreams, ClosedOnesAreOccupiedAndOfNoUse)
+TEST(StandardStreams, ClosedStreamsAreOccupiedAndFail)
 {
     const ChildResult result = RunInChildProcess(0, [] {
         close(STDIN_FILENO);
@@ -40,7 +40,7 @@ TEST(StandardStreams, ClosedOnesAreOccupiedAndOfNoUse)
     EXPECT_EQ(result.status, 5);
 }
 
-TEST(StandardStreams, OpenOnesStay)
+TEST(StandardStreams, OpenStreamsStay)
 {
     const ChildResult result = RunInChildProcess(0, [] {
         std::array<int, 2> pipe = {};

@@ -22,7 +22,7 @@ TimeLeft Begun()
     return timeLeft;
 }
 
-TEST(TimeLeft, IsWhatTheRestTakesAtTheSameSpeed)
+TEST(TimeLeft, AssumesThatTheSpeedStaysTheSame)
 {
     EXPECT_EQ(Begun().Estimate(0.25, kStart + 2s), 6s);
     EXPECT_EQ(Begun().Estimate(0.9, kStart + 9s), 1s);
@@ -30,7 +30,7 @@ TEST(TimeLeft, IsWhatTheRestTakesAtTheSameSpeed)
 
 TEST(TimeLeft, IsRoundedUp) { EXPECT_EQ(Begun().Estimate(0.4, kStart + 1s), 2s); }
 
-TEST(TimeLeft, IsNotKnownWhereItWouldMeanNothing)
+TEST(TimeLeft, IsUnknownForMeaninglessParts)
 {
     EXPECT_EQ(TimeLeft().Estimate(0.5, kStart), std::nullopt);
     EXPECT_EQ(Begun().Estimate(0.5, kStart + 999ms), std::nullopt);
@@ -39,7 +39,7 @@ TEST(TimeLeft, IsNotKnownWhereItWouldMeanNothing)
     EXPECT_EQ(Begun().Estimate(std::numeric_limits<double>::quiet_NaN(), kStart + 5s), std::nullopt);
 }
 
-TEST(TimeLeft, IsNotKnownBeforeTheShareHasBeenSeenToGrowForASecond)
+TEST(TimeLeft, IsUnknownDuringTheFirstSecondOfProgress)
 {
     TimeLeft timeLeft;
     timeLeft.Begin(kStart);
@@ -65,7 +65,7 @@ TEST(TimeLeft, ALaterEstimateMovesTheEndAQuarterOfTheWay)
     EXPECT_EQ(timeLeft.Estimate(1.0 / 3, kStart + 11s), 13s);
 }
 
-TEST(TimeLeft, StartsAnewWhereTheExpectedEndHasPassed)
+TEST(TimeLeft, StartsAgainAfterTheExpectedEnd)
 {
     TimeLeft timeLeft = Begun();
     EXPECT_EQ(timeLeft.Estimate(0.5, kStart + 10s), 10s);

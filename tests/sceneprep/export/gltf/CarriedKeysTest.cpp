@@ -18,7 +18,7 @@ TEST(GltfCarriedKeys, RecordsWithoutAKeyHaveNone)
     EXPECT_EQ(KeyAt({4, -1}, -1), -1);
 }
 
-TEST(GltfCarriedKeys, KeysLeadToWhatIsCarried)
+TEST(GltfCarriedKeys, KeysReferToCarriedRecords)
 {
     Model model;
     model.supplement.nodeKeys = {-1, 0, 7};
@@ -32,7 +32,7 @@ TEST(GltfCarriedKeys, KeysLeadToWhatIsCarried)
     EXPECT_EQ(CarriedMeshOf(model, 1), nullptr);
 }
 
-TEST(GltfCarriedKeys, PointersAreTakenApart)
+TEST(GltfCarriedKeys, PointersAreSplit)
 {
     const EntryPointer material = SplitPointer("/materials/12/pbrMetallicRoughness/metallicFactor");
     EXPECT_EQ(material.list, "/materials/");

@@ -34,7 +34,7 @@ protected:
     int mill_;
 };
 
-TEST_F(GltfClips, AClipIsWrittenAsItWas)
+TEST_F(GltfClips, AClipIsWrittenUnchanged)
 {
     CarriedClip& clip = AddClip("Turn", {{.node = 0, .path = "translation", .extras = "x"}});
     clip.object["extras"] = 1;

@@ -107,7 +107,7 @@ TEST_F(GltfImages, ImageFilesAreCopiedNextToATextFileUnderUniqueNames)
     EXPECT_EQ(writer.Copies()[1].name, "MY_wood_2.png");
 }
 
-TEST_F(GltfImages, AnImageFileBelowTheFolderOfTheOutputIsReferredTo)
+TEST_F(GltfImages, AnImageFileBelowTheFolderOfTheOutputIsReferenced)
 {
     WriteFile("out/textures/wood oak.png", kPng);
     ImageWriter writer = Writer(false);
@@ -136,7 +136,7 @@ TEST_F(GltfImages, AMissingFileStaysAReferenceAndIsReported)
                                              "is kept"));
 }
 
-TEST_F(GltfImages, AFileThatIsNoImageIsNotCopied)
+TEST_F(GltfImages, AFileThatIsNotAnImageIsNotCopied)
 {
     WriteFile("secret.txt", "a text that is no image");
     ImageWriter writer = Writer(true);

@@ -42,7 +42,7 @@ protected:
     MaterialWriter writer_{model_, textures_, document_, {2}};
 };
 
-TEST_F(GltfMaterialWriter, AMaterialOfTheInputIsWrittenAsItWas)
+TEST_F(GltfMaterialWriter, AMaterialOfTheInputIsWrittenUnchanged)
 {
     const std::string object = R"({"name": "Glass", "doubleSided": true, "alphaMode": "MASK", "extras": "text"})";
     Surface surface = AddCarried(object, "Glass");

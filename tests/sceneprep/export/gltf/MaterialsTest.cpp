@@ -129,7 +129,7 @@ TEST_F(GltfMaterials, AnEmissiveLayerMakesABlackFactorWhite)
     EXPECT_EQ(WriteMapped({"lightmap"})["occlusionTexture"]["strength"], 0.5);
 }
 
-TEST_F(GltfMaterials, LayersThatTheFormatHasNoPlaceForAreReported)
+TEST_F(GltfMaterials, LayersThatTheFormatDoesNotSupportAreReported)
 {
     WriteMapped({"diffuse", "base-color"});
     WriteMapped({"displacement"});

@@ -80,7 +80,7 @@ TEST_F(GltfMeshes, NormalsGetUnitLength)
     EXPECT_EQ(writer_.Mended().normals, 0U);
 }
 
-TEST_F(GltfMeshes, ANormalWithoutDirectionIsReplacedByThatOfAFace)
+TEST_F(GltfMeshes, ANormalOfLengthZeroIsReplacedByThatOfAFace)
 {
     Geometry mesh = Support::MeshOf({{0, 0, 0}, {0, 1, 0}, {0, 0, 1}, {9, 9, 9}}, {0, 1, 2});
     mesh.VertexArray[1].SetNormal({kInfinity, 0, 0});
@@ -98,7 +98,7 @@ TEST_F(GltfMeshes, AMeshWithoutNormalsStaysWithoutThem)
     EXPECT_EQ(writer_.Mended().normals, 0U);
 }
 
-TEST_F(GltfMeshes, APinnedMeshIsWrittenAsItCame)
+TEST_F(GltfMeshes, APinnedMeshIsWrittenUnchanged)
 {
     const std::vector<float> points = {0, 0, 0, 1, 2, 3};
     Sceneprep::CarriedAccessor positions = {.componentType = kFloat, .type = "VEC3", .count = 2, .bytes = {}};

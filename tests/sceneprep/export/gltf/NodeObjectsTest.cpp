@@ -47,7 +47,7 @@ TEST_F(GltfNodeObjects, CamerasAndLightsAreAtChildrenUnlessTheyLookAlongMinusZ)
         << "a second light needs a node of its own";
 }
 
-TEST_F(GltfNodeObjects, ACameraOfTheInputIsWrittenAsItWasAndShared)
+TEST_F(GltfNodeObjects, ACameraOfTheInputIsWrittenUnchangedAndShared)
 {
     model_.carried.cameras = {Json::object(), Json::parse(R"({"type": "orthographic", "orthographic": {"xmag": 2}})")};
     AddCamera(AddCarried(R"({"name": "A"})", 0), {1, "A"});
@@ -71,14 +71,14 @@ TEST_F(GltfNodeObjects, ACameraThatMovedToAnotherNodeHasAChildOfItsNodesName)
     EXPECT_TRUE(document.nodes[2].contains("matrix"));
 }
 
-TEST_F(GltfNodeObjects, ACameraOfANodeThatShowedMoreMayBeAtAnotherNode)
+TEST_F(GltfNodeObjects, ACameraOfANodeWithOtherObjectsMayMoveToAnotherNode)
 {
     model_.carried.cameras = {Json::object()};
     AddCamera(0, {0, "House", false});
     EXPECT_EQ(Build().nodes.at(0)["camera"], 0);
 }
 
-TEST_F(GltfNodeObjects, ALightOfTheInputIsWrittenAsItWas)
+TEST_F(GltfNodeObjects, ALightOfTheInputIsWrittenUnchanged)
 {
     model_.carried.lights = {Json::parse(R"({"type": "point", "range": 7})")};
     model_.carried.lightOf = {{0, "Root"}};

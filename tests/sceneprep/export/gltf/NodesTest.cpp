@@ -31,7 +31,7 @@ TEST_F(GltfNodes, NodesKeepTheirOrderNamesAndNotes)
                             Json::parse(R"({"name": "Door"})"), Json::parse(R"({"name": "Tree"})")));
 }
 
-TEST_F(GltfNodes, ANodeWithoutAnythingIsAnEmptyObject)
+TEST_F(GltfNodes, AnEmptyNodeIsAnEmptyObject)
 {
     AddNode("", 0);
     EXPECT_EQ(Build().nodes[1], Json::object());
@@ -66,7 +66,7 @@ TEST_F(GltfNodes, ARenamedNodeHasItsNewName)
     EXPECT_EQ(Build().nodes[1], Json::parse(R"({"name": "A_2", "extras": 1})"));
 }
 
-TEST_F(GltfNodes, ARootThatReadingAddedIsOmittedWhileItAddsNothing)
+TEST_F(GltfNodes, AnAddedRootIsOmittedIfItIsNotNeeded)
 {
     model_.carried.hasMadeRoot = true;
     AddCarried(R"({"name": "A"})", 0);
@@ -76,7 +76,7 @@ TEST_F(GltfNodes, ARootThatReadingAddedIsOmittedWhileItAddsNothing)
     EXPECT_EQ(written_.document.scene["nodes"], Json::array({0, 1}));
 }
 
-TEST_F(GltfNodes, ARootThatReadingAddedIsWrittenWhenItShowsSomething)
+TEST_F(GltfNodes, AnAddedRootIsWrittenIfItHasContent)
 {
     model_.carried.hasMadeRoot = true;
     AddCarried(R"({"name": "A"})", 0);

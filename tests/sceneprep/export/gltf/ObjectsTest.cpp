@@ -129,7 +129,7 @@ TEST(GltfObjects, InfiniteAndNanValuesAreReplaced)
     EXPECT_FALSE(spot.contains("range"));
 }
 
-TEST(GltfObjects, ALightWithoutATypeIsNone)
+TEST(GltfObjects, ALightWithoutATypeIsDropped)
 {
     Light light;
     EXPECT_FALSE(ConvertLight(light));
@@ -151,7 +151,7 @@ TEST(GltfObjects, ACameraWithoutOffsetIsRotatedByHalfATurn)
     EXPECT_EQ(placement._33, -1);
 }
 
-TEST(GltfObjects, ScaleIsNotPartOfAPlacement)
+TEST(GltfObjects, ScaleIsNotPartOfATransform)
 {
     D3DXMATRIX large;
     D3DXMatrixScaling(&large, 3, 3, 3);

@@ -62,7 +62,7 @@ TEST(GltfPlacement, AMatrixWithoutShearIsKeptBitForBit)
         EXPECT_EQ(node["matrix"][i].get<float>(), (&matrix.m[0][0])[i]) << i;
 }
 
-TEST(GltfPlacement, MirroringIsNoShear)
+TEST(GltfPlacement, MirroringIsNotShear)
 {
     D3DXMATRIX mirror;
     D3DXMatrixScaling(&mirror, -1, 1, 1);

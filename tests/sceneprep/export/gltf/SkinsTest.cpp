@@ -195,20 +195,20 @@ protected:
     }
 };
 
-TEST_F(GltfKeptSkins, ASkinOfTheInputIsWrittenAsItWas)
+TEST_F(GltfKeptSkins, ASkinOfTheInputIsWrittenUnchanged)
 {
     const Document& document = BuildFirst();
     EXPECT_EQ(document.nodes.size(), 3U) << "no joint needs a node";
     EXPECT_EQ(document.skins.at(0), Json::parse(R"({"name": "Own", "extras": 1, "skeleton": 0, "joints": [2, 0, 2]})"));
 }
 
-TEST_F(GltfKeptSkins, ASkinWithoutAllItsJointsIsMadeOfTheGeometrys)
+TEST_F(GltfKeptSkins, ASkinWithMissingJointsIsReplacedByThatOfTheGeometry)
 {
     model_.supplement.nodeKeys[2] = -1;
     EXPECT_EQ(BuildFirst().skins.at(0)["name"], "Arm");
 }
 
-TEST_F(GltfKeptSkins, ASkinWithANumberOfJointsThatTheGeometryDoesNotHaveIsMadeOfTheGeometrys)
+TEST_F(GltfKeptSkins, ASkinWithAnotherNumberOfJointsIsReplacedByThatOfTheGeometry)
 {
     model_.carried.skins[0].joints.pop_back();
     EXPECT_EQ(BuildFirst().skins.at(0)["name"], "Arm");

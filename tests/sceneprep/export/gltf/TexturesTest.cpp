@@ -54,7 +54,7 @@ TEST_F(GltfTextures, ImagesOfKindsThatNeedAnExtensionRequireIt)
     EXPECT_TRUE(document_.requiredExtensions.contains("EXT_texture_webp"));
 }
 
-TEST_F(GltfTextures, ATextureWhoseImageCannotBeWrittenIsNone)
+TEST_F(GltfTextures, ATextureWhoseImageCannotBeWrittenIsDropped)
 {
     EXPECT_EQ(writer_.FindOfLibrary(2), -1);
     EXPECT_TRUE(document_.textures.empty());

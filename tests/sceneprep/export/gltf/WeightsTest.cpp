@@ -27,13 +27,13 @@ protected:
 
 TEST_F(GltfWeights, AMeshWithoutWeightsHasNoSkin) { EXPECT_FALSE(CollectWeights(mesh_)); }
 
-TEST_F(GltfWeights, AJointThatIsNotThereMakesTheSkinUnusable)
+TEST_F(GltfWeights, AnInvalidJointMakesTheSkinUnusable)
 {
     Weigh(1, 6, 1);
     EXPECT_FALSE(CollectWeights(mesh_));
 }
 
-TEST_F(GltfWeights, SharesAddUpToOneAndTheLargestIsFirst)
+TEST_F(GltfWeights, WeightsAddUpToOneAndTheLargestIsFirst)
 {
     Weigh(0, 2, 1);
     Weigh(0, 4, 3);
@@ -43,7 +43,7 @@ TEST_F(GltfWeights, SharesAddUpToOneAndTheLargestIsFirst)
     EXPECT_EQ(sets.weights[0][0], (std::array<float, 4>{0.75F, 0.25F, 0, 0}));
 }
 
-TEST_F(GltfWeights, VerticesThatAreSharedOutAnewAreCounted)
+TEST_F(GltfWeights, VerticesWithNormalisedWeightsAreCounted)
 {
     Weigh(0, 0, 0.25F);
     Weigh(0, 1, 0.75F);
@@ -62,7 +62,7 @@ TEST_F(GltfWeights, AVertexWithoutWeightsFollowsTheFirstJoint)
     EXPECT_EQ(sets.weights[0][1], (std::array<float, 4>{1, 0, 0, 0}));
 }
 
-TEST_F(GltfWeights, SharesOfOneJointAreJoined)
+TEST_F(GltfWeights, WeightsOfOneJointAreAdded)
 {
     Weigh(0, 2, 1);
     Weigh(0, 3, 1);
@@ -72,7 +72,7 @@ TEST_F(GltfWeights, SharesOfOneJointAreJoined)
     EXPECT_EQ(sets.weights[0][0], (std::array<float, 4>{0.75F, 0.25F, 0, 0}));
 }
 
-TEST_F(GltfWeights, MoreThanFourJointsTakeASecondSet)
+TEST_F(GltfWeights, MoreThanFourJointsNeedASecondSet)
 {
     for (std::uint32_t joint = 0; joint < 5; ++joint)
         Weigh(2, joint, joint == 4 ? 4.0F : 1.0F);
@@ -84,7 +84,7 @@ TEST_F(GltfWeights, MoreThanFourJointsTakeASecondSet)
     EXPECT_EQ(sets.weights[1][0], (std::array<float, 4>{0, 0, 0, 0}));
 }
 
-TEST_F(GltfWeights, WeightsThatAreNoSharesAreLeftOut)
+TEST_F(GltfWeights, InvalidWeightsAreDropped)
 {
     Weigh(0, 1, -1);
     Weigh(0, 2, 2);

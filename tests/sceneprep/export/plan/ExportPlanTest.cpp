@@ -61,7 +61,7 @@ TEST_F(ExportPlanTest, ListsTheSurfacesThatAreShown)
     EXPECT_EQ(plan.nodes[3].surfaces[0].skeleton, -1);
 }
 
-TEST_F(ExportPlanTest, AnimationsWithoutKeysAreNone)
+TEST_F(ExportPlanTest, AnimationsWithoutKeysAreIgnored)
 {
     scene_.AnimationLibrary.resize(2);
     scene_.AnimationLibrary[1].resize(1);

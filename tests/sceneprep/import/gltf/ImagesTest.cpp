@@ -33,7 +33,7 @@ TEST(Images, KeepBytesAndReferences)
     EXPECT_EQ(model.textures.embedded[1].content, (std::vector<unsigned char>{'K', 'T', 'X'}));
 }
 
-TEST(Images, RefuseWhatIsNotThere)
+TEST(Images, InvalidReferencesAreRefused)
 {
     EXPECT_EQ(GltfDocument::Parse(R"({"images":[{"bufferView":3,"mimeType":"image/png"}]})").Problem(),
               "images[0].bufferView: 3 is not below 0");

@@ -46,7 +46,7 @@ TEST(Lights, PointsHaveNoDirection)
     EXPECT_EQ(light.GetOffsetMatrix().GetMatrix()._33, 1);
 }
 
-TEST(Lights, ThatAreNotThereAreRefused)
+TEST(Lights, InvalidReferencesAreRefused)
 {
     const auto problem = [](const std::string& lights) {
         return GltfDocument::Parse(R"({"extensions":{"KHR_lights_punctual":{"lights":)" + lights +

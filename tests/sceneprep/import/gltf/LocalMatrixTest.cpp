@@ -38,7 +38,7 @@ TEST(LocalMatrix, ScalesThenRotatesThenTranslates)
     EXPECT_NEAR(point.z, 3 + 4, 1e-6);
 }
 
-TEST(LocalMatrix, PlacementsAreStoredOrTakenFromTheMatrix)
+TEST(LocalMatrix, PartsAreStoredOrComputedFromTheMatrix)
 {
     const Json json = Json::parse(R"([{"scale":[2,3,4]},{"matrix":[2,0,0,0,0,3,0,0,0,0,4,0,5,6,7,1]}])");
     EXPECT_EQ(PlacementOf(Field(json[0], {})).scale[2], 4);

@@ -38,7 +38,7 @@ TEST(Materials, AreSharedByPrimitivesThatAgree)
     EXPECT_EQ(model.carried.materials.size(), 2U);
 }
 
-TEST(Materials, ThatAreNotThereAreRefused)
+TEST(Materials, InvalidReferencesAreRefused)
 {
     GltfDocument document;
     document.AddTriangle()["material"] = 2;

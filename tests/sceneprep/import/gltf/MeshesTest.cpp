@@ -60,7 +60,7 @@ TEST(Meshes, OfPointsAndLinesArePinnedAndCarried)
     }
 }
 
-TEST(Meshes, WhoseExtensionsReferToAccessorsArePinned)
+TEST(Meshes, WithExtensionsThatReferToAccessorsArePinned)
 {
     GltfDocument document;
     document.AddTriangle();
@@ -94,7 +94,7 @@ TEST(Meshes, WithoutANameHaveNone)
     EXPECT_EQ(document.Problem(), "meshes[0].name: 7 is not a string");
 }
 
-TEST(Meshes, ThatAreNotThereAreRefused)
+TEST(Meshes, InvalidReferencesAreRefused)
 {
     EXPECT_EQ(GltfDocument::Parse(R"({"nodes":[{"mesh":3}]})").Problem(), "nodes[0].mesh: 3 is not below 0");
     EXPECT_EQ(GltfDocument::Parse(R"({"nodes":[{"mesh":0}],"meshes":[{}]})").Problem(),

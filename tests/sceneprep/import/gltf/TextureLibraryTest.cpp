@@ -30,7 +30,7 @@ TEST(TextureLibrary, HasEachImageOnce)
     EXPECT_THAT(layers, ElementsAre("diffuse0", "emissive1", "normal0", "lightmap2"));
 }
 
-TEST(TextureLibrary, RefusesTexturesThatAreNotThere)
+TEST(TextureLibrary, RefusesInvalidReferences)
 {
     GltfDocument document;
     document.AddTriangle()["material"] = 0;

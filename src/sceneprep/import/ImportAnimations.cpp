@@ -106,17 +106,18 @@ std::vector<Importing::Key> ConvertChannel(const aiNodeAnim& channel, double tic
     return keys;
 }
 
-std::vector<std::string> NotesOn(std::size_t earlyStarts)
+Notes NotesOn(std::size_t earlyStarts)
 {
-    if (earlyStarts == 0)
-        return {};
-    return {fmt::format("animation keys before time 0 are dropped (nodes: {})", earlyStarts)};
+    Notes notes;
+    if (earlyStarts > 0)
+        notes.AddLoss("animation-keys",
+                      fmt::format("animation keys before time 0 are dropped (nodes: {})", earlyStarts));
+    return notes;
 }
 
 }  // namespace
 
-std::vector<std::string> ImportAnimations(const aiScene& source, const NodeNames& nodes,
-                                          Importing::SceneContainer& scene)
+Notes ImportAnimations(const aiScene& source, const NodeNames& nodes, Importing::SceneContainer& scene)
 {
     std::size_t earlyStarts = 0;
     for (unsigned a = 0; a < source.mNumAnimations; ++a)

@@ -4,17 +4,13 @@
 #include <importing/plugin/SceneContainer.h>
 #include <sceneprep/import/ImportObjects.h>
 
-#include <string>
-#include <vector>
-
 namespace Sceneprep
 {
 
 /// Adds the animations of nodes to the scene. A node gets a key at every time at which its position, rotation or scale
 /// has one; the other two are interpolated. If several animations move a node, the first one is kept. Keys before time
 /// 0 are replaced by one key at time 0. Channels of morph targets are skipped; CarryClips() keeps all animations.
-/// @return a note where keys before time 0 were dropped
-std::vector<std::string> ImportAnimations(const aiScene& source, const NodeNames& nodes,
-                                          Importing::SceneContainer& scene);
+/// @return a loss if keys before time 0 were dropped
+Notes ImportAnimations(const aiScene& source, const NodeNames& nodes, Importing::SceneContainer& scene);
 
 }  // namespace Sceneprep

@@ -151,14 +151,13 @@ std::vector<Map> MaterialImporter::ImportMaps(const aiMaterial& source)
     return maps;
 }
 
-std::vector<std::string> MaterialImporter::Notes() const
+void MaterialImporter::AddNotes(Notes& notes) const
 {
-    std::vector<std::string> notes;
     if (droppedTransforms_ > 0)
-        notes.push_back(fmt::format("texture transforms are dropped (layers: {})", droppedTransforms_));
+        notes.AddLoss("texture-transforms",
+                      fmt::format("texture transforms are dropped (layers: {})", droppedTransforms_));
     if (notRepeated_ > 0)
-        notes.push_back(fmt::format("wrap modes of textures become repeat (layers: {})", notRepeated_));
-    return notes;
+        notes.AddLoss("wrap-modes", fmt::format("wrap modes of textures become repeat (layers: {})", notRepeated_));
 }
 
 std::vector<EmbeddedTexture> ImportEmbeddedTextures(const aiScene& source)

@@ -24,8 +24,8 @@ public:
     /// Sets material and maps of the surface to those of a material of the file. Does nothing if the index is invalid.
     void Apply(unsigned sourceMaterial, Importing::Surface& surface);
 
-    /// Returns one note for each kind of content that was dropped from the materials so far.
-    std::vector<std::string> Notes() const;
+    /// Adds a loss for each kind of content that was dropped from the materials so far.
+    void AddNotes(Notes& notes) const;
 
 private:
     struct Imported

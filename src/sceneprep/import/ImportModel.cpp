@@ -56,16 +56,14 @@ public:
         return names;
     }
 
-    std::vector<std::string> NotesOnMaterials() const { return materials_.Notes(); }
+    void AddMaterialNotes() { materials_.AddNotes(model_.notes); }
 
     /// Must be called after the animations of nodes were imported.
-    std::vector<std::string> ImportSkinsOfMeshes()
+    void ImportSkinsOfMeshes()
     {
-        std::vector<std::string> notes = ImportSkins(skinned_, scene_);
-        if (droppedWeights_ > 0)
-            notes.push_back(fmt::format(
-                "skin weights that are not finite or refer to a missing vertex are dropped ({})", droppedWeights_));
-        return notes;
+        model_.notes.Append(ImportSkins(skinned_, scene_));
+        model_.notes.AddLoss("weights", "skin weights that are not finite or refer to a missing vertex are dropped",
+                             droppedWeights_);
     }
 
 private:
@@ -163,12 +161,6 @@ std::size_t CountMorphChannels(const aiScene& source)
     return count;
 }
 
-void AddNotes(std::vector<std::string> texts, Notes& notes)
-{
-    for (std::string& text : texts)
-        notes.Add(std::move(text));
-}
-
 }  // namespace
 
 void ImportModel(const std::filesystem::path& file, Model& model, Progress& progress)
@@ -184,17 +176,17 @@ void ImportModel(ModelSource file, Model& model, const PartListener& listener)
     scene.SetName(model.file.stem().string());
     SceneImporter importedScene(file, model, listener);
     const NodeNames nodes = importedScene.ImportNodes();
-    AddNotes(ImportCameras(source, nodes, scene), model.notes);
+    model.notes.Append(ImportCameras(source, nodes, scene));
     ImportLights(source, nodes, scene);
     model.textures.embedded = ImportEmbeddedTextures(source);
-    AddNotes(importedScene.NotesOnMaterials(), model.notes);
+    importedScene.AddMaterialNotes();
     CarryNodes(model);
-    AddNotes(ImportAnimations(source, nodes, scene), model.notes);
+    model.notes.Append(ImportAnimations(source, nodes, scene));
     model.notes.AddLoss("animation-channels", "animation channels of unknown nodes are dropped",
                         CarryClips(source, nodes, model.carried));
     model.notes.AddLoss("animation-channels", "animation channels of morph targets are dropped",
                         CountMorphChannels(source));
-    AddNotes(importedScene.ImportSkinsOfMeshes(), model.notes);
+    importedScene.ImportSkinsOfMeshes();
 }
 
 }  // namespace Sceneprep

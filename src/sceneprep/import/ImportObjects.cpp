@@ -1,6 +1,5 @@
 #include <sceneprep/import/ImportObjects.h>
 
-#include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/assimp/CameraFrame.h>
 #include <sceneprep/assimp/Conversions.h>
@@ -93,7 +92,7 @@ Light ConvertLight(const aiLight& source)
 
 }  // namespace
 
-std::vector<std::string> ImportCameras(const aiScene& source, const NodeNames& nodes, Importing::SceneContainer& scene)
+Notes ImportCameras(const aiScene& source, const NodeNames& nodes, Importing::SceneContainer& scene)
 {
     std::size_t orthographic = 0;
     for (unsigned i = 0; i < source.mNumCameras; ++i)
@@ -107,9 +106,9 @@ std::vector<std::string> ImportCameras(const aiScene& source, const NodeNames& n
         NodeCalled(camera.mName, nodes, scene).CameraList.push_back(static_cast<int>(scene.CameraLibrary.size()));
         scene.CameraLibrary.push_back(ConvertCamera(camera));
     }
-    if (orthographic == 0)
-        return {};
-    return {fmt::format("orthographic cameras are dropped ({})", orthographic)};
+    Notes notes;
+    notes.AddLoss("orthographic-cameras", "orthographic cameras are dropped", orthographic);
+    return notes;
 }
 
 void ImportLights(const aiScene& source, const NodeNames& nodes, Importing::SceneContainer& scene)

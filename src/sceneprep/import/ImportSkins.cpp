@@ -1,6 +1,5 @@
 #include <sceneprep/import/ImportSkins.h>
 
-#include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
 #include <pipeline/scene/NodePath.h>
 #include <sceneprep/assimp/Conversions.h>
@@ -42,18 +41,11 @@ public:
         placement_.Place(skinned.surface, skinned.node, BonesOf(*skinned.mesh));
     }
 
-    std::vector<std::string> Notes() const
+    void AddNotes(Notes& notes) const
     {
-        std::vector<std::string> notes;
-        const auto count = [&notes](std::size_t number, const char* text) {
-            if (number > 0)
-                notes.push_back(fmt::format("{} ({})", text, number));
-        };
-        count(lost_, "bones without a node keep the transform of their bind pose");
-        count(shared_, "bones whose name several nodes have use the most likely of them");
-        for (std::string& note : placement_.Notes())
-            notes.push_back(std::move(note));
-        return notes;
+        notes.Add("bones without a node keep the transform of their bind pose", lost_);
+        notes.Add("bones whose name several nodes have use the most likely of them", shared_);
+        placement_.AddNotes(notes);
     }
 
 private:
@@ -143,14 +135,16 @@ std::size_t ImportWeights(const aiMesh& mesh, Geometry& geometry)
     return dropped;
 }
 
-std::vector<std::string> ImportSkins(const std::vector<SkinnedSurface>& skinned, SceneContainer& scene)
+Notes ImportSkins(const std::vector<SkinnedSurface>& skinned, SceneContainer& scene)
 {
+    Notes notes;
     if (skinned.empty())
-        return {};
+        return notes;
     SkinImporter importer(scene);
     for (const SkinnedSurface& surface : skinned)
         importer.Import(surface);
-    return importer.Notes();
+    importer.AddNotes(notes);
+    return notes;
 }
 
 }  // namespace Sceneprep

@@ -1,6 +1,5 @@
 #include <sceneprep/model/SkinPlacement.h>
 
-#include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
 #include <pipeline/scene/Hierarchy.h>
 
@@ -39,17 +38,12 @@ void SkinPlacement::Place(int surface, int node, const std::vector<Bone>& bones)
     SetGeometry(surface, made.joints);
 }
 
-std::vector<std::string> SkinPlacement::Notes() const
+void SkinPlacement::AddNotes(Notes& notes) const
 {
-    std::vector<std::string> notes;
-    const auto count = [&notes](std::size_t number, const char* text) {
-        if (number > 0)
-            notes.push_back(fmt::format("{} ({})", text, number));
-    };
-    count(moved_, "skinned meshes at animated nodes are moved to nodes without animation, as only joints move a skin");
-    count(unstill_, "skinned meshes below their own animated bones are moved twice");
-    count(flattened_, "skinned meshes at nodes with a singular matrix have wrong joint transforms");
-    return notes;
+    notes.Add("skinned meshes at animated nodes are moved to nodes without animation, as only joints move a skin",
+              moved_);
+    notes.AddLoss("skins", "skinned meshes below their own animated bones are moved twice", unstill_);
+    notes.AddLoss("skins", "skinned meshes at nodes with a singular matrix have wrong joint transforms", flattened_);
 }
 
 /// @return the node that references the surface from now on.

@@ -3,11 +3,11 @@
 #include <importing/plugin/SceneContainer.h>
 #include <pipeline/scene/NodePath.h>
 #include <sceneprep/model/MeshJoints.h>
+#include <sceneprep/run/Notes.h>
 
 #include <cstddef>
 #include <map>
 #include <optional>
-#include <string>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -17,29 +17,30 @@ namespace Sceneprep
 
 /// Gives the geometries of skinned surfaces their joints.
 ///
-/// Joints are placed in the frame of the node that references the surface, so surfaces that see them at different
-/// places get a copy of the geometry. A skin follows its joints alone: if its node moves and the joints do not, the
-/// surface is referenced by a new node that does not move. Nodes and their animations have to be in the scene.
+/// The transforms of joints are relative to the node that references the surface, so surfaces with different joint
+/// transforms get a copy of the geometry. Only joints move a skin: if its node is animated and the joints do not move
+/// with it, a new node without animation references the surface. Nodes and their animations must be in the scene.
 class SkinPlacement
 {
 public:
     /// @param scene  has to outlive the object
     explicit SkinPlacement(Importing::SceneContainer& scene);
 
-    /// @param surface  shares its geometry with surfaces of the same mesh alone
+    /// Gives the geometry of a surface its joints.
+    /// @param surface  shares its geometry only with surfaces of the same mesh
     /// @param node     the node that references the surface
     void Place(int surface, int node, const std::vector<Bone>& bones);
 
     /// [nodes] index of the parent, -1 for the root; with the nodes that were added.
     const std::vector<int>& Parents() const { return parents_; }
 
-    /// What was added: the new record, and the one that it was made of.
+    /// Pairs of a new record and the record of which it is a copy.
     using Added = std::vector<std::pair<int, int>>;
     const Added& Copies() const { return copies_; }          ///< geometries
     const Added& StillNodes() const { return stillNodes_; }  ///< nodes
 
-    /// @return what cannot be kept as the file has it, one line each.
-    std::vector<std::string> Notes() const;
+    /// Adds notes about skins that differ from the file. Skins with wrong positions are a loss, `skins`.
+    void AddNotes(Notes& notes) const;
 
 private:
     int KeepStill(int surface, int node, const std::vector<Bone>& bones);

@@ -25,6 +25,12 @@ class Notes
 public:
     /// Adds a line about something that is worth knowing and loses nothing.
     void Add(std::string text) { notes_.push_back({std::move(text), {}}); }
+    /// As Add(), with the count in brackets after the text; adds nothing when the count is 0.
+    void Add(const std::string& text, std::size_t count)
+    {
+        if (count > 0)
+            Add(text + " (" + std::to_string(count) + ")");
+    }
     /// Adds a line about something of the input that the output does not have.
     void AddLoss(std::string loss, std::string text) { notes_.push_back({std::move(text), std::move(loss)}); }
     /// As AddLoss(), with the count in brackets after the text; adds nothing when the count is 0.

@@ -154,15 +154,19 @@ TEST_F(ImportMaterialsTest, ReportsDroppedContentOncePerMaterial)
     second.AddProperty(&mirrored, 1, AI_MATKEY_MAPPINGMODE_V(aiTextureType_EMISSIVE, 0));
     for (const unsigned material : {0U, 0U, 1U, 1U})
         Import(material);
-    EXPECT_EQ(importer_->Notes(), (std::vector<std::string>{"texture transforms are dropped (layers: 1)",
-                                                            "wrap modes of textures become repeat (layers: 2)"}));
+    Notes notes;
+    importer_->AddNotes(notes);
+    EXPECT_EQ(notes.All(), (std::vector<Note>{{"texture transforms are dropped (layers: 1)", "texture-transforms"},
+                                              {"wrap modes of textures become repeat (layers: 2)", "wrap-modes"}}));
 }
 
 TEST_F(ImportMaterialsTest, DoesNotReportMaterialsWithoutDroppedContent)
 {
     AddMaterial();
     Import(0);
-    EXPECT_TRUE(importer_->Notes().empty());
+    Notes notes;
+    importer_->AddNotes(notes);
+    EXPECT_TRUE(notes.Empty());
 }
 
 TEST_F(ImportMaterialsTest, AnInvalidMaterialIndexGivesNoMaterial)

@@ -299,6 +299,8 @@ TEST_F(ImportModelTest, ReportsDroppedContent)
     EXPECT_THAT(TextsOf(model.notes), testing::ElementsAre("wrap modes of textures become repeat (layers: 1)",
                                                            "animation keys before time 0 are dropped (nodes: 1)",
                                                            "animation channels of morph targets are dropped (1)"));
+    EXPECT_THAT(model.notes.LossesExcept({}),
+                testing::ElementsAre("wrap-modes", "animation-keys", "animation-channels"));
     std::vector<Importing::Key>& keys = scene_.AnimationLibrary.at(0);
     ASSERT_EQ(keys.size(), 2U);
     EXPECT_EQ(keys[0].GetPosition(), D3DXVECTOR3(1, 0, 0)) << "the second of three keys";

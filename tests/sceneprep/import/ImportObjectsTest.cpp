@@ -72,8 +72,8 @@ TEST(ImportCameras, DropsOrthographicCamerasAndReportsThem)
     for (aiCamera* camera : {wide, withoutField})
     {
         SceneContainer scene = Support::Scene("Root( A )");
-        EXPECT_EQ(ImportCameras(*SceneWith(camera), kNames, scene),
-                  (std::vector<std::string>{"orthographic cameras are dropped (1)"}));
+        EXPECT_EQ(ImportCameras(*SceneWith(camera), kNames, scene).All(),
+                  (std::vector<Note>{{"orthographic cameras are dropped (1)", "orthographic-cameras"}}));
         EXPECT_TRUE(scene.CameraLibrary.empty());
         EXPECT_TRUE(scene.NodeLibrary[0].CameraList.empty());
     }

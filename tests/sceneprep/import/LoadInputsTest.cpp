@@ -112,7 +112,7 @@ TEST_F(LoadInputsTest, AllInputsMayBeSkipped)
     EXPECT_EQ(loaded.skipped.size(), 2U);
 }
 
-/// A stream buffer that fails in one way when the progress of one file is told, in the middle of reading it.
+/// A stream buffer that throws when progress with this word is written, which is in the middle of reading a file.
 template <typename Failure>
 class FailingAt : public std::stringbuf
 {
@@ -142,7 +142,7 @@ Inputs LoadWithFailure(const std::vector<std::filesystem::path>& inputs, const s
 {
     FailingAt<Failure> buffer(word);
     std::ostream out(&buffer);
-    out.exceptions(std::ios::badbit);  // or the stream would keep the failure to itself
+    out.exceptions(std::ios::badbit);  // otherwise the stream catches the exception
     Progress progress(out, false);
     WorkState state;
     return LoadInputs(inputs, {.keepGoing = true, .scene = {}}, plugin, progress, state);

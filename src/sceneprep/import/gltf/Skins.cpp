@@ -111,8 +111,7 @@ void PlaceSkins(const SceneNodes& nodes, Model& model)
         placement.Place(skinned.surface, skinned.node,
                         BonesOf(At(model.carried.skins, skinned.skin), nodes, *model.scene));
     UpdateSupplement(placement, model);
-    for (std::string& note : placement.Notes())
-        model.notes.Add(std::move(note));
+    placement.AddNotes(model.notes);
 }
 
 }  // namespace Sceneprep::GltfImport

@@ -12,7 +12,7 @@ using namespace Sceneprep::GltfImport;
 using namespace SceneprepTests;
 using testing::ElementsAre;
 
-/// A node and a clip that moves it.
+/// A node and a clip that animates it.
 GltfDocument Moving(const std::string& interpolation, std::size_t values)
 {
     GltfDocument document = GltfDocument::Parse(R"({"nodes":[{"name":"A"}]})");

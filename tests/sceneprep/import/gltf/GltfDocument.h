@@ -40,7 +40,7 @@ public:
 
     /// @param components  numbers of an element
     /// @param more        further members of the accessor
-    /// @return the index of a new accessor with these numbers.
+    /// Adds an accessor with these numbers and returns its index.
     template <typename T>
     int Accessor(const std::vector<T>& numbers, const std::string& type, std::size_t components,
                  const Sceneprep::Json& more = Sceneprep::Json::object())
@@ -55,7 +55,7 @@ public:
         return static_cast<int>(json["accessors"].size() - 1);
     }
 
-    /// Adds a scene with one node "Node" that shows a mesh "Mesh" of one triangle.
+    /// Adds a scene with one node "Node" that references a mesh "Mesh" of one triangle.
     Sceneprep::Json& AddTriangle()
     {
         const int positions = Accessor<float>({0, 0, 0, 1, 0, 0, 0, 1, 0}, "VEC3", 3);
@@ -68,7 +68,7 @@ public:
 
     Sceneprep::Json& Primitive() { return json["meshes"][0]["primitives"][0]; }
 
-    /// @return the text of the file.
+    /// Returns the text of the file.
     std::string Text() const
     {
         Sceneprep::Json complete = json;
@@ -97,7 +97,7 @@ public:
         return model;
     }
 
-    /// @return what reading reports, after the name of the file; empty if the document is valid.
+    /// Returns the error of reading the file, without the name of the file; empty if the document is valid.
     std::string Problem(const Sceneprep::GltfReadOptions& options = {}) const
     {
         try

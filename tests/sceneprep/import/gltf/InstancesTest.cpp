@@ -12,7 +12,7 @@ using namespace Sceneprep;
 using namespace Sceneprep::GltfImport;
 using namespace SceneprepTests;
 
-/// A triangle that is shown twice.
+/// A triangle with two instances.
 GltfDocument TwoInstances()
 {
     GltfDocument document;

@@ -1,4 +1,4 @@
-// A plug-in that is wrong in the one way that the build asks for.
+// A plug-in with one defect, which the build selects.
 #include <brindle/Brindle.h>
 
 #include <cstring>

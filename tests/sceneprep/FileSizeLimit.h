@@ -7,7 +7,7 @@
 namespace SceneprepTests
 {
 
-/// While it lives, no file may grow beyond a size, as on a full disk.
+/// As long as an object exists, no file may grow beyond a size, as on a full disk.
 class FileSizeLimit
 {
 public:

@@ -17,7 +17,7 @@ using namespace Sceneprep;
 using namespace SceneprepTests;
 using testing::HasSubstr;
 
-/// The program's Prepare() on files of one folder.
+/// Runs Prepare() on files of one folder.
 class PrepareTest : public testing::Test
 {
 protected:
@@ -71,7 +71,7 @@ TEST_F(PrepareTest, ReferencesToTexturesAreRelativeToTheOutput)
     EXPECT_EQ(nlohmann::json::parse(ReadText(options_.output))["images"][0]["uri"], "../Wood.PNG");
 }
 
-/// A triangle whose texture has a name that glTF encodes.
+/// Writes a triangle whose texture has a name that glTF encodes.
 std::string TexturedGltf()
 {
     return R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"name":"Top","mesh":0}],
@@ -186,7 +186,7 @@ TEST_F(PrepareTest, BadPathsAreReportedBeforeTheWork)
     EXPECT_EQ(told_.str(), "");
 }
 
-/// A face that points against the normals of its file.
+/// Writes a face whose normals point against it.
 std::filesystem::path WriteInsideOut(const TemporaryFolder& folder)
 {
     return folder.Write("inside.obj", "v 0 0 1\nv 1 0 1\nv 0 1 1\nvn 0 0 -1\no Face\nf 1//1 2//1 3//1\n");
@@ -201,7 +201,7 @@ TEST_F(PrepareTest, RequestedFlipsAreNotADifference)
     EXPECT_THAT(out_.str(), HasSubstr("  1 triangles flipped\n"));
 }
 
-/// Two triangles that share three corners in places that welding takes for one.
+/// Writes a triangle of which welding merges two corners.
 std::filesystem::path WriteNearlyEqual(const TemporaryFolder& folder)
 {
     return folder.Write("near.obj",

@@ -3,7 +3,7 @@
 #include <sceneprep/TestFiles.h>
 #include <nlohmann/json.hpp>
 
-// The program as it is built, run as a user runs it.
+// Runs the program that was built, as a user does.
 
 namespace
 {

@@ -10,7 +10,7 @@ namespace SceneprepTests
 {
 
 /// A triangle that follows the bones Hip, at (0, 1, 0), and Leg, 2 above it: its first corner the Hip, the last one the
-/// Leg, the one between a quarter the Hip. All corners stand where their bones stood when they were bound.
+/// Leg, the one between them to a quarter the Hip. In the bind pose, all corners are at the positions of their bones.
 /// @{
 inline std::filesystem::path WriteSkinnedGltf(const TemporaryFolder& folder)
 {

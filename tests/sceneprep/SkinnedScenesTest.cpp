@@ -98,7 +98,7 @@ TEST_P(SkinnedScenesTest, SkinsRoundTrip)
 TEST_P(SkinnedScenesTest, PreparedSkinsRoundTrip)
 {
     PrepareOptions options = RecommendedSteps();
-    options.uniqueNames = options.weld = false;  // the comparison goes by names of meshes and order of vertices
+    options.uniqueNames = options.weld = false;  // meshes are compared by name and vertices in order
     Run(Scene(), options);
     SceneContainer back = WrittenAndRead(Scene(), "a.gltf");
     ExpectSamePoses(back);
@@ -113,14 +113,14 @@ TEST_P(SkinnedScenesTest, PreparedSkinsRoundTrip)
 TEST_P(SkinnedScenesTest, FormatsOfAssimpHoldSkins)
 {
     RandomSkins one(GetParam(), 1);
-    one.Scene().NodeLibrary[0].SetAnimationID(-1);  // in COLLADA the root stands still
+    one.Scene().NodeLibrary[0].SetAnimationID(-1);  // in COLLADA the root has no animation
     ImportSkins(one.Skinned(), one.Scene());
     for (const char* name : {"a.assbin", "a.dae"})
     {
         SCOPED_TRACE(name);
         SceneContainer back = WrittenAndRead(one.Scene(), name);
         ASSERT_EQ(back.GeometryLibrary.size(), 1U);
-        back.GeometryLibrary[0].SetName("M0");  // those formats lose names of meshes
+        back.GeometryLibrary[0].SetName("M0");  // these formats lose the names of meshes
         for (const int pose : {kRest, 0, 1})
             ExpectSameShapes(SkinnedShapes(back, pose), SkinnedShapes(one.Scene(), pose));
     }

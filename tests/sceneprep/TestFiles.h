@@ -12,7 +12,7 @@
 namespace SceneprepTests
 {
 
-/// A folder that is gone, with all that is in it, at the end of the test.
+/// A folder that is removed with its content at the end of the test.
 class TemporaryFolder
 {
 public:
@@ -30,13 +30,13 @@ public:
     const std::filesystem::path& Path() const { return path_; }
     std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
 
-    /// @return the number of entries in the folder.
+    /// Returns the number of entries in the folder.
     std::size_t CountEntries() const
     {
         return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(path_), {}));
     }
 
-    /// @return the path of the file.
+    /// Writes a file and returns its path.
     std::filesystem::path Write(const std::string& name, const std::string& text) const
     {
         std::ofstream(path_ / name, std::ios::binary) << text;
@@ -68,7 +68,7 @@ inline std::filesystem::path WriteSmallObj(const TemporaryFolder& folder)
                         "o Wire\nl 1 2\n");
 }
 
-/// What a run of the program comes to.
+/// The exit status and the output of a run of the program.
 struct ProgramRun
 {
     int status;
@@ -76,7 +76,7 @@ struct ProgramRun
     std::string errors;
 };
 
-/// Runs sceneprep with arguments as a shell understands them.
+/// Runs sceneprep with arguments that are split as a shell does.
 inline ProgramRun RunProgram(const std::string& arguments)
 {
     const TemporaryFolder folder;

@@ -10,7 +10,7 @@ namespace Sceneprep
 Assimp::IOStream* CheckedFiles::Open(const char* file, const char* mode)
 {
     std::FILE* opened = std::fopen(file, mode);
-    return opened == nullptr ? nullptr : new CheckedStream(opened, hasFailed_);  // the library's now
+    return opened == nullptr ? nullptr : new CheckedStream(opened, hasFailed_);  // Assimp owns it
 }
 
 void CheckedFiles::Close(Assimp::IOStream* stream) { delete stream; }
@@ -56,7 +56,8 @@ void CheckedStream::Flush() { std::fflush(file_); }
 
 bool IsWhole3mf(const std::filesystem::path& file)
 {
-    // The last record of the archive: signature, 6 bytes of no interest, the number of parts, and where their list is.
+    // The last record of the archive: signature, 6 bytes that are not used here, the number of parts, and the position
+    // of their list.
     constexpr std::size_t kRecordSize = 22;
     constexpr std::string_view kSignature = "PK\5\6";
     constexpr std::size_t kPartCountAt = 10;

@@ -10,27 +10,27 @@
 namespace Sceneprep
 {
 
-/// The files that the model library writes; keeps in mind whether all of it reached them.
+/// The files that Assimp writes. Records whether a write failed.
 ///
-/// The library's exporters do not look whether writing succeeds: without this a full disk would pass for success.
+/// Assimp's exporters do not check whether writing succeeds, so without this class a full disk would not be an error.
 class CheckedFiles : public Assimp::DefaultIOSystem
 {
 public:
     Assimp::IOStream* Open(const char* file, const char* mode = "rb") override;
     void Close(Assimp::IOStream* stream) override;
 
-    /// @return whether something was not written in a file that is closed by now.
+    /// Returns whether writing or closing failed for a file that has been closed.
     bool HasFailed() const { return hasFailed_; }
 
 private:
     bool hasFailed_ = false;
 };
 
-/// One open file that tells when writing or closing it fails.
+/// An open file that records whether writing or closing it fails.
 class CheckedStream : public Assimp::IOStream
 {
 public:
-    /// @param hasFailed  becomes true then; it has to outlive the stream
+    /// @param hasFailed  is set to true by the destructor if an operation failed; has to outlive the stream
     CheckedStream(std::FILE* file, bool& hasFailed);
     ~CheckedStream() override;
     CheckedStream(const CheckedStream&) = delete;
@@ -48,8 +48,8 @@ private:
     bool& hasFailed_;
 };
 
-/// The exporter for 3MF packs its archive past all that, each of its three parts by itself.
-/// @return whether the archive ends as it should and lists all parts.
+/// Returns whether a 3MF file is complete: its archive ends with a record that lists all three parts. Assimp's exporter
+/// for 3MF does not write through CheckedFiles.
 bool IsWhole3mf(const std::filesystem::path& file);
 
 }  // namespace Sceneprep

@@ -15,7 +15,7 @@ namespace
 
 using Importing::Geometry;
 
-/// The part that is being filled.
+/// The part to which triangles are added.
 class Part
 {
 public:
@@ -25,7 +25,7 @@ public:
     {
         std::size_t vertices = part_.VertexArray.size();
         for (const std::uint32_t corner : triangle)
-            vertices += placeOf_.contains(corner) ? 0 : 1;
+            vertices += indexOf_.contains(corner) ? 0 : 1;
         return vertices <= largest && part_.IndexArray.size() / 3 < largest;
     }
 
@@ -33,17 +33,17 @@ public:
     {
         for (const std::uint32_t corner : triangle)
         {
-            const auto [place, isNew] = placeOf_.emplace(corner, static_cast<std::uint32_t>(placeOf_.size()));
+            const auto [index, isNew] = indexOf_.emplace(corner, static_cast<std::uint32_t>(indexOf_.size()));
             if (isNew)
                 part_.VertexArray.push_back(Importing::At(mesh_.VertexArray, corner));
-            part_.IndexArray.push_back(place->second);
+            part_.IndexArray.push_back(index->second);
         }
     }
 
-    /// @return the part, and starts an empty one.
+    /// Returns the part and starts an empty one.
     Geometry Take()
     {
-        placeOf_.clear();
+        indexOf_.clear();
         part_.SetName(mesh_.GetName());
         part_.SetPolySize(3);
         return std::exchange(part_, Geometry());
@@ -54,7 +54,7 @@ public:
 private:
     Geometry& mesh_;
     Geometry part_;
-    std::unordered_map<std::uint32_t, std::uint32_t> placeOf_;  // by vertex of the mesh
+    std::unordered_map<std::uint32_t, std::uint32_t> indexOf_;  // by vertex of the mesh
 };
 
 }  // namespace

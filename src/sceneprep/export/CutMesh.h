@@ -8,15 +8,16 @@
 namespace Sceneprep
 {
 
-/// Cuts a mesh of triangles into parts that a format can hold; together they show what the mesh shows.
+/// Splits a mesh of triangles into parts that a format can hold. Takes linear time on average; `mesh` does not change.
 ///
-/// Triangles keep their order. Parts have the vertices that their triangles use, in the order of first use.
-/// @param largest  how many vertices, and how many triangles, a part may have; 3 or more
-/// @return the parts: names, vertices and triangles. Joints are left out, for no format that needs this holds them.
-/// @throws std::out_of_range when an index leads to no vertex.
+/// The triangles keep their order: each part takes as many as fit. A part has the vertices that its triangles use, in
+/// the order of first use, and the name of the mesh. Joints are dropped, because the formats with such a limit have no
+/// skins.
+/// @param largest  the largest number of vertices, and of triangles, of a part; 3 or more
+/// @throws std::out_of_range if an index of a triangle is not valid.
 std::vector<Importing::Geometry> CutMesh(Importing::Geometry& mesh, std::size_t largest);
 
-/// @return whether the mesh has more vertices or triangles than that.
+/// Returns whether the mesh has more than `largest` vertices or triangles.
 bool IsLargerThan(std::size_t largest, const Importing::Geometry& mesh);
 
 }  // namespace Sceneprep

@@ -10,19 +10,19 @@
 namespace Sceneprep
 {
 
-/// Makes a mesh for a file: positions, normals unless all are (0, 0, 0), every UV set, triangles.
-/// @throws std::out_of_range when an index leads to no vertex.
+/// Converts a mesh for Assimp: positions, normals unless all are (0, 0, 0), every UV set, triangles. Takes linear time.
+/// @throws std::out_of_range if an index of a triangle is not valid.
 std::unique_ptr<aiMesh> ConvertMesh(Importing::Geometry& geometry);
 
-/// Ties a mesh to bones, one for each joint.
-/// @param bones  [joints] the names of the nodes that they are
+/// Adds a bone for each joint, with its weights and bind pose.
+/// @param bones  [joints] the names of the bones' nodes
 void AddBones(Importing::Geometry& geometry, const std::vector<std::string>& bones, aiMesh& mesh);
 
-/// @return whether some vertex is a corner of more than one triangle.
+/// Returns whether at least one vertex is a corner of more than one triangle.
 bool SharesVertices(const aiMesh& mesh);
 
-/// Carries a mesh by a matrix: normals by the inverse transpose, to unit length; the winding is turned where the matrix
-/// mirrors, so that faces look the same way as before.
+/// Bakes a matrix into a mesh: normals are multiplied by the inverse transpose and normalised. The winding is flipped
+/// if the matrix mirrors, so that front faces stay front faces.
 void BakeMatrix(const D3DXMATRIX& matrix, aiMesh& mesh);
 
 }  // namespace Sceneprep

@@ -10,20 +10,20 @@ namespace Sceneprep
 namespace
 {
 
-bool IsControl(char letter)
+bool IsControl(char character)
 {
-    const auto code = static_cast<unsigned char>(letter);
+    const auto code = static_cast<unsigned char>(character);
     return code < 0x20 || code == 0x7F;
 }
 
-bool ContinuesLetter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; }  // in UTF-8
+bool ContinuesCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; }  // in UTF-8
 
 std::string Cut(const std::string& name)
 {
     if (name.size() <= kLongestName)
         return name;
     std::size_t size = kLongestName;
-    while (size > 0 && ContinuesLetter(name[size]))
+    while (size > 0 && ContinuesCharacter(name[size]))
         --size;
     return name.substr(0, size);
 }
@@ -37,8 +37,8 @@ std::string ExportName(const std::string& name, const WriteFormat& format)
     const std::string unwritable = format.UnwritableCharacters();
     std::replace_if(text.begin(), text.end(), IsControl, ' ');
     std::replace_if(
-        text.begin(), text.end(), [&](char letter) { return unwritable.find(letter) != std::string::npos; }, '_');
-    // OBJ's readers drop blanks at the ends of a name.
+        text.begin(), text.end(), [&](char character) { return unwritable.find(character) != std::string::npos; }, '_');
+    // Readers of OBJ drop blanks at both ends of a name.
     return isOneLine && !format.IsObj() ? text : OneLine(text);
 }
 

@@ -7,11 +7,11 @@
 namespace Sceneprep
 {
 
-/// The longest name, in bytes, that the model library's texts hold together with a number behind it.
+/// The longest name in bytes. Assimp's strings have 1,023 bytes, which leaves room for a number after the name.
 inline constexpr std::size_t kLongestName = 1000;
 
-/// @return a name as the model library's exporters can write it: on one line, not too long, and without characters that
-///         break files of the format. Different names may become one. A name that was returned stays as it is.
+/// Returns the name as Assimp's exporters can write it: on one line, not too long, and without characters that break
+/// files of the format. Different names may become equal. A returned name does not change if it is passed again.
 std::string ExportName(const std::string& name, const WriteFormat& format);
 
 }  // namespace Sceneprep

@@ -35,7 +35,7 @@ bool AnyMap(SceneContainer& scene, Condition condition)
     });
 }
 
-bool HoldsUVSets(SceneContainer& scene, std::uint64_t count)
+bool HasUVSets(SceneContainer& scene, std::uint64_t count)
 {
     return std::any_of(scene.GeometryLibrary.begin(), scene.GeometryLibrary.end(), [&](Importing::Geometry& mesh) {
         return std::any_of(mesh.VertexArray.begin(), mesh.VertexArray.end(),
@@ -43,7 +43,7 @@ bool HoldsUVSets(SceneContainer& scene, std::uint64_t count)
     });
 }
 
-bool HoldsJoints(SceneContainer& scene)
+bool HasJoints(SceneContainer& scene)
 {
     return std::any_of(scene.GeometryLibrary.begin(), scene.GeometryLibrary.end(),
                        [](const Importing::Geometry& mesh) { return !mesh.JointArray.empty(); });
@@ -54,16 +54,16 @@ constexpr NamedContent kContents[] = {
     {Content::Lights, "lights", "lights", [](SceneContainer& scene) { return !scene.LightLibrary.empty(); }},
     {Content::Animations, "animations", "animations",
      [](SceneContainer& scene) { return !scene.AnimationLibrary.empty(); }},
-    {Content::Skins, "skins", "skins", HoldsJoints},
+    {Content::Skins, "skins", "skins", HasJoints},
     {Content::Materials, "materials", "materials",
      [](SceneContainer& scene) { return !scene.MaterialLibrary.empty(); }},
     {Content::Textures, "textures", "textures",
      [](SceneContainer& scene) { return AnyMap(scene, [](Map&) { return true; }); }},
     {Content::TextureTransforms, "texture-transforms", "texture transforms",
      [](SceneContainer& scene) { return AnyMap(scene, [](Map& map) { return !IsIdentity(map.GetMatrix()); }); }},
-    {Content::UVs, "uvs", "texture coordinates", [](SceneContainer& scene) { return HoldsUVSets(scene, 1); }},
+    {Content::UVs, "uvs", "texture coordinates", [](SceneContainer& scene) { return HasUVSets(scene, 1); }},
     {Content::FurtherUVs, "further-uvs", "UV sets after the first",
-     [](SceneContainer& scene) { return HoldsUVSets(scene, 2); }},
+     [](SceneContainer& scene) { return HasUVSets(scene, 2); }},
 };
 
 }  // namespace

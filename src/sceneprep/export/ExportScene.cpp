@@ -24,7 +24,7 @@ namespace
 using Importing::At;
 using Importing::SceneContainer;
 
-/// Turns a frame in which y points up into one in which z does.
+/// Rotates a frame in which y points up into one in which z points up.
 const D3DXMATRIX kTurnZUp = {1, 0, 0, 0, 0, 0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1};
 
 /// Assimp's scene while it is built, and what it is built from.

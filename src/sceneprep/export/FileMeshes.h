@@ -22,17 +22,16 @@ public:
         : scene_(scene), format_(format), materials_(materials)
     {}
 
-    /// Adds a mesh for a surface. Surfaces of one geometry, one material and one skeleton share a mesh.
-    /// @param bones  the names of the nodes that are its joints; empty for a mesh without bones
-    /// @return its index.
+    /// Adds a mesh for a surface and returns its index. Surfaces of one geometry, one material and one skeleton share a
+    /// mesh.
+    /// @param bones  the names of the nodes of its joints; empty for a mesh without bones
     unsigned FindShared(const PlannedSurface& surface, const std::vector<std::string>& bones);
 
-    /// Adds the meshes for a surface with a matrix baked into them: several where the geometry is too large for the
-    /// format.
-    /// @return their indices.
+    /// Adds the meshes for a surface, with a matrix baked into them, and returns their indices. A geometry that is too
+    /// large for the format is split into several meshes.
     std::vector<unsigned> AddBaked(const PlannedSurface& surface, const D3DXMATRIX& matrix);
 
-    /// Moves the meshes into a scene, and sets the flags that exporters want.
+    /// Moves the meshes into a scene, and sets the flags that Assimp's exporters need.
     void MoveTo(aiScene& target);
 
 private:

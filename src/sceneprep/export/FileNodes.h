@@ -16,15 +16,14 @@ class FileNodes
 public:
     explicit FileNodes(const WriteFormat& format) : format_(format) {}
 
-    /// Adds a node below another one, or the root.
-    /// @param parent  -1 for the root
-    /// @param name    is made writable in the format
-    /// @return its index.
+    /// Adds a node and returns its index.
+    /// @param parent  index of the parent; -1 for the root, which is the first node
+    /// @param name    is changed by ExportName() if the format needs it
     int Add(int parent, const std::string& name, const aiMatrix4x4& matrix = {});
 
     void SetMesh(int node, unsigned mesh);
 
-    /// Returns the name as the format has it.
+    /// Returns the name of a node as it is written.
     std::string NameOf(int node) const;
 
     /// Moves the nodes into a scene.

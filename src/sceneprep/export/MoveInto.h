@@ -6,7 +6,7 @@
 namespace Sceneprep
 {
 
-/// Moves a list of owned records into an array of Assimp's scene; an empty list leaves the array as it is.
+/// Moves a list of owned records into an array of Assimp's scene; an empty list does not change the array.
 template <typename T>
 void MoveInto(std::vector<std::unique_ptr<T>>& list, T**& array, unsigned& count)
 {

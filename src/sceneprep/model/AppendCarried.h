@@ -18,7 +18,7 @@ struct AppendedBases
     std::filesystem::path otherFile = {};
 };
 
-/// What AppendCarried() did with the keys of the other model.
+/// The new keys of the other model after AppendCarried().
 struct AppendedKeys
 {
     int nodes = 0;                                ///< to be added to the other model's node keys

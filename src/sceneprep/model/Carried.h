@@ -14,11 +14,11 @@ namespace Sceneprep
 {
 
 /// @file
-/// What a model file holds and the container does not, in the vocabulary of glTF 2.0. Every object is the JSON object
+/// The content of a model file that the container does not hold, in terms of glTF 2.0. Every object is the JSON object
 /// of the file with its name, extras and extensions; indices in it that refer to other objects refer to the lists of
 /// Carried instead of those of the file.
 
-/// Numbers of a file as they were stored, without gaps.
+/// The numbers of an accessor as the file stores them, without gaps.
 struct CarriedAccessor
 {
     int componentType = 0;  ///< as in glTF: 5120 to 5126
@@ -26,11 +26,11 @@ struct CarriedAccessor
     bool isNormalized = false;
     std::size_t count = 0;
     std::vector<std::uint8_t> bytes = {};  ///< tightly packed, little-endian
-    Json min = {};                         ///< null where the file had none
+    Json min = {};                         ///< null if the file has none
     Json max = {};
 };
 
-/// An image; its bytes are one of Textures::embedded, or in a file of their own.
+/// An image. Its bytes are an entry of Textures::embedded or a separate file.
 struct CarriedImage
 {
     Json object = Json::object();  ///< without uri and bufferView
@@ -39,21 +39,21 @@ struct CarriedImage
 };
 
 /// A material of the file, and the extras and extensions of its primitives. The container has one material for each
-/// combination, so that merging joins only what agrees in everything.
+/// combination, so that only surfaces that agree in everything are merged.
 struct CarriedMaterial
 {
-    /// For materials that came from another format: what the container's material cannot express, as a merge patch for
-    /// the object that is written for it.
+    /// For materials of other formats: the properties that the container's material does not have, as a merge patch for
+    /// the object that is written.
     Json patch = Json::object();
     /// Index into Carried::materials; -1 for the default material of the format; kNotCarried for a material of the
     /// container that did not come from a glTF file.
     int material = kNotCarried;
-    Json primitive = Json::object();  ///< extras and extensions of the primitives, as variants
+    Json primitive = Json::object();  ///< extras and extensions of the primitives, such as variants
 
     static constexpr int kNotCarried = -2;
 };
 
-/// A primitive that is written as it came: morph targets, points, lines. Strips and loops keep their mode.
+/// A primitive that is written unchanged: morph targets, points, lines. Strips and loops of lines keep their mode.
 struct CarriedPrimitive
 {
     int mode = 4;
@@ -73,16 +73,17 @@ struct CarriedMesh
 struct CarriedNode
 {
     Json object = Json::object();  ///< name, extras, extensions, weights, and translation, rotation, scale or matrix
-    D3DXMATRIX local = {};  ///< the local matrix that the container got of it: object's is written where it still holds
-    int skin = -1;          ///< index into Carried::skins, for the surfaces that the node showed
+    D3DXMATRIX local =
+        {};         ///< the local matrix that the container got; while it is unchanged, that of `object` is written
+    int skin = -1;  ///< index into Carried::skins, for the surfaces of the node
 };
 
 /// A camera or light of the container: one use by a node.
 struct CarriedObject
 {
     int object = -1;            ///< index into Carried::cameras or Carried::lights
-    std::string nodeName = {};  ///< of the node that showed it
-    bool isOwnNode = true;      ///< false where the node also showed something else
+    std::string nodeName = {};  ///< name of the node that references it
+    bool isOwnNode = true;      ///< false if the node references other content, too
 };
 
 struct CarriedSkin
@@ -120,7 +121,7 @@ struct CarriedClip
 
 struct Carried
 {
-    Json asset = Json::object();             ///< copyright, extras: what describes the content
+    Json asset = Json::object();             ///< the members that describe the content, such as copyright and extras
     Json scene = Json::object();             ///< name, extras and extensions of the scene that was read
     Json extensions = Json::object();        ///< of the document, without the lists below
     Json extras = {};                        ///< of the document
@@ -131,8 +132,9 @@ struct Carried
     std::vector<CarriedImage> images;
     std::vector<CarriedSkin> skins;
     std::vector<CarriedClip> clips;
-    std::vector<CarriedAccessor> accessors;        ///< of clips
-    std::vector<std::vector<std::uint8_t>> blobs;  ///< what "bufferView" in the extensions of the document refers to
+    std::vector<CarriedAccessor> accessors;  ///< of clips
+    std::vector<std::vector<std::uint8_t>>
+        blobs;  ///< the bytes that "bufferView" in extensions of the document refers to
 
     std::vector<CarriedMaterial> materialOf;  ///< [MaterialLibrary]
     std::vector<CarriedObject> cameraOf;      ///< [CameraLibrary]

@@ -8,10 +8,10 @@ namespace Sceneprep
 {
 
 /// @file
-/// Where the JSON objects of glTF extensions refer to numbers of the file, so that readers and writers renumber them in
-/// the same places.
+/// Finds the references to accessors and buffer views in glTF extensions, so that readers and writers renumber the same
+/// members.
 
-/// Is called with a whole number of the object, which it may replace.
+/// Receives an integer of the object, which it may replace.
 using ReferenceVisitor = std::function<void(Json& index)>;
 
 /// Visits the references to accessors in the extensions of a mesh or a primitive: the members "indices", "accessor",

@@ -16,7 +16,7 @@ struct Bone
     int node = -1;  ///< -1 if the hierarchy has no such node
 };
 
-/// The joints of a mesh, relative to one of the nodes that show it.
+/// The joints of a mesh, relative to one of the nodes that reference it.
 struct MeshJoints
 {
     std::vector<Importing::Joint> joints;
@@ -27,8 +27,8 @@ struct MeshJoints
 /// Makes joints of bones, in the order of the bones.
 ///
 /// The parent of a joint is the nearest bone among the ancestors of its node. Its local matrix is relative to the
-/// parent or, for a root joint, to the node that shows the mesh; its animation is that of the node. A bone without a
-/// node gets the transform of its bind pose.
+/// parent or, for a root joint, to the node that references the mesh; its animation is that of the node. A bone without
+/// a node gets the transform of its bind pose.
 ///
 /// Keys are relative to the parent of the node, and nodes between two bones may be animated. For the joints to move as
 /// their nodes do, joints without weights are added after the bones where needed: first animated nodes between bones,

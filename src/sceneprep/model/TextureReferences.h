@@ -15,7 +15,7 @@ std::string FileNameOf(const std::string& path);
 /// Returns an entry of the texture library as the model file spelled it; unchanged if the file did not name it.
 std::string SpellingOf(const Textures& textures, const std::string& entry);
 
-/// Returns the embedded image that a reference refers to, "*2" being the third; null if it refers to a file.
+/// Returns the embedded image that a reference such as "*2", the third one, refers to; null if it refers to a file.
 const EmbeddedTexture* FindEmbedded(const Textures& textures, const std::string& reference);
 
 /// Converts a reference to a texture file in the model file `from` to one in the model file `to`. Absolute paths and

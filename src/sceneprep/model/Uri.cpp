@@ -12,22 +12,23 @@ namespace Sceneprep
 namespace
 {
 
-bool LeadsIntoTheNet(const std::string& reference) { return reference.find("://") != std::string::npos; }
+bool IsUrl(const std::string& reference) { return reference.find("://") != std::string::npos; }
 
-/// May stand in a reference as it is: RFC 3986, section 3.3.
+/// Returns whether a URI path may contain the byte unencoded: RFC 3986, section 3.3.
 bool IsPlain(unsigned char byte)
 {
     constexpr std::string_view kAllowed = "-._~/!$&'()*+,;=@";
     return byte < 0x80 && (std::isalnum(byte) != 0 || kAllowed.find(static_cast<char>(byte)) != std::string_view::npos);
 }
 
-/// @return the byte that "%20" or its like at this place stands for; 0, which no path holds, where there is none.
-char EncodedByte(const std::string& uri, std::size_t place)
+/// Returns the byte that a percent-encoded triplet such as "%20" at this position means; 0 if there is none. No path
+/// contains a 0.
+char EncodedByte(const std::string& uri, std::size_t position)
 {
-    if (uri[place] != '%' || place + 2 >= uri.size())
+    if (uri[position] != '%' || position + 2 >= uri.size())
         return 0;
     unsigned char byte = 0;
-    const char* end = uri.data() + place + 3;
+    const char* end = uri.data() + position + 3;
     const auto [read, error] = std::from_chars(end - 2, end, byte, 16);
     return error == std::errc() && read == end ? static_cast<char>(byte) : '\0';
 }
@@ -36,16 +37,16 @@ char EncodedByte(const std::string& uri, std::size_t place)
 
 std::string EncodeUri(const std::string& path)
 {
-    if (LeadsIntoTheNet(path))
+    if (IsUrl(path))
         return path;  // encoded already
     std::string uri;
-    for (const char letter : path)
+    for (const char character : path)
     {
-        const auto byte = static_cast<unsigned char>(letter);
-        if (letter == '\\')
+        const auto byte = static_cast<unsigned char>(character);
+        if (character == '\\')
             uri += '/';
         else if (IsPlain(byte))
-            uri += letter;
+            uri += character;
         else
             uri += fmt::format("%{:02X}", byte);
     }
@@ -54,7 +55,7 @@ std::string EncodeUri(const std::string& path)
 
 std::string DecodeUri(const std::string& uri)
 {
-    if (LeadsIntoTheNet(uri))
+    if (IsUrl(uri))
         return uri;
     std::string path;
     for (std::size_t i = 0; i < uri.size(); ++i)

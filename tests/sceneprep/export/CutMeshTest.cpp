@@ -40,7 +40,7 @@ TEST(CutMesh, PartsAreAsLargeAsTheLimitAllows)
 {
     Geometry box = UnitBox();
     EXPECT_EQ(CutMesh(box, 12).size(), 1U);
-    const std::vector<Geometry> parts = CutMesh(box, 8);  // all the vertices, but not all the triangles
+    const std::vector<Geometry> parts = CutMesh(box, 8);  // room for all vertices, but not for all triangles
     ASSERT_EQ(parts.size(), 2U);
     EXPECT_EQ(parts[0].IndexArray.size(), 24U);
     EXPECT_EQ(parts[1].IndexArray.size(), 12U);

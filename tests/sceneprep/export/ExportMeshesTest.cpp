@@ -14,7 +14,7 @@ using namespace Pipeline;
 using namespace Sceneprep;
 using Importing::Geometry;
 
-/// The unit right triangle in the plane z = 0, normals along z, two UV sets at the first vertex alone.
+/// The unit right triangle in the plane z = 0, normals along z, two UV sets at the first vertex only.
 Geometry MakeTriangle()
 {
     Geometry geometry;
@@ -36,7 +36,7 @@ TEST(ExportMeshes, BonesHaveWeightsAndBindPoses)
     geometry.JointArray[1].SetBindPoseInverse(Support::Translation(1, 2, 3));
     geometry.SetBindShapeTransform(Support::Scaling(2, 2, 2));
     geometry.VertexArray[2].AddWeight(1, 0.25F);
-    geometry.VertexArray[2].AddWeight(7, 1);  // there is no such joint
+    geometry.VertexArray[2].AddWeight(7, 1);  // not a valid joint
     const std::unique_ptr<aiMesh> mesh = ConvertMesh(geometry);
     AddBones(geometry, {"A", "B"}, *mesh);
     ASSERT_EQ(mesh->mNumBones, 2U);
@@ -116,7 +116,7 @@ TEST(ExportMeshes, AMatrixIsBakedIntoPositionsAndItsInverseTransposeIntoNormals)
     matrix._41 = 5;
     BakeMatrix(matrix, *mesh);
     EXPECT_EQ(mesh->mVertices[1], aiVector3D(7, 0, 0));
-    // (1, 1) stretched by 2 along x leans towards y: (1/2, 1), of length 1.
+    // The normal (1, 1) becomes (1/2, 1) under a scale of 2 along x, and is normalised.
     EXPECT_NEAR(mesh->mNormals[0].x, 0.5F / std::sqrt(1.25F), 1e-6F);
     EXPECT_NEAR(mesh->mNormals[0].y, 1.0F / std::sqrt(1.25F), 1e-6F);
     EXPECT_EQ(mesh->mFaces[0].mIndices[1], 1U);

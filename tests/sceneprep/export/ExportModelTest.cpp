@@ -60,7 +60,7 @@ protected:
     WorkState state_;
 };
 
-/// Formats that a scene can be read back from, with and without a hierarchy.
+/// Formats that can be read back, with and without a hierarchy.
 class RoundTripTest : public ExportModelTest, public testing::WithParamInterface<const char*>
 {};
 

@@ -18,7 +18,7 @@ std::vector<std::string> LossesOf(SceneContainer& scene, const char* file)
     return NotesOnExport(scene, *FindWriteFormat(file)).LossesExcept({});
 }
 
-/// With everything that some format lacks.
+/// A scene with every kind of content that at least one format lacks.
 SceneContainer FullScene()
 {
     SceneContainer scene = Support::Scene("Root( A*[a=m:c]{eye}<sun> )");

@@ -79,7 +79,7 @@ TEST(ExportScene, FlatFormatsGetEverythingInWorldSpace)
     EXPECT_EQ(target->mMeshes[0]->mVertices[0].x, first.x + 11);
     EXPECT_EQ(target->mMeshes[1]->mVertices[0].x, 10 - first.x);
     EXPECT_EQ(target->mMeshes[0]->mFaces[0].mIndices[1], indices[1]);
-    EXPECT_EQ(target->mMeshes[1]->mFaces[0].mIndices[1], indices[2]);  // mirrored, so turned
+    EXPECT_EQ(target->mMeshes[1]->mFaces[0].mIndices[1], indices[2]);  // mirrored, so the winding is flipped
 }
 
 TEST(ExportScene, TheWorldIsRotatedInFormatsWithZUp)

@@ -74,7 +74,7 @@ TEST(PrepareReport, JsonFollowsItsSchema)
     EXPECT_TRUE(json["differences"].is_array());
 }
 
-/// Appends the keys below a value; those of what a step changes are not fixed and left out.
+/// Appends the keys below a value, except those of the changes of steps, which are not fixed.
 void CollectKeys(const nlohmann::json& value, std::vector<std::string>& keys)
 {
     if (!value.is_structured())

@@ -1,4 +1,4 @@
-// Small scenes, one for each feature of glTF that a way through the program could lose. Each is a GLB in memory.
+// Small scenes, one for each feature of glTF that reading or writing could lose. Each is a GLB in memory.
 
 // A 2x2 PNG: red, green, blue, white.
 const pngOfFourPixels = Buffer.from(
@@ -107,7 +107,7 @@ const materials = {
   'index of refraction': { extensions: { KHR_materials_ior: { ior: 1.25 }, KHR_materials_specular: { specularFactor: 0.5 } } },
 };
 
-// Every kind of material once, side by side.
+// Every kind of material once, next to each other.
 function materialScene() {
   const scene = new Scene();
   scene.use('KHR_materials_emissive_strength', 'KHR_materials_unlit', 'KHR_materials_clearcoat', 'KHR_materials_sheen',

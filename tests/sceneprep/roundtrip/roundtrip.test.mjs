@@ -1,4 +1,4 @@
-// glTF files before and after sceneprep, as an independent reader sees them: three.js in a browser without a screen.
+// Compares glTF files before and after sceneprep in an independent reader: three.js in a headless browser.
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
 import { readFileSync, writeFileSync } from 'node:fs';
@@ -9,7 +9,7 @@ import { features, glbOf } from './features.mjs';
 import { PixelReader } from './pixels.mjs';
 
 const { SCENEPREP, BROWSER, VIEWER, SCENE, OUT } = process.env;
-const acceptedShare = 0.001; // of the pixels, where edges fall on other pixels
+const acceptedShare = 0.001; // of the pixels: edges may cover other pixels
 
 let browser;
 let page;

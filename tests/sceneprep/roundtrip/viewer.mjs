@@ -1,4 +1,4 @@
-// What a viewer makes of a model file: three.js reads it, lists what it shows and draws it. Runs in a browser.
+// Reads a model file with three.js, lists its content and draws it. Runs in a browser.
 import * as THREE from 'three';
 import { GLTFLoader } from 'three/addons/loaders/GLTFLoader.js';
 

@@ -79,7 +79,7 @@ TEST(Progress, ANoteIsPrintedAboveTheProgressLine)
     EXPECT_EQ(out.str(), "\r\033[KS ...\r\033[Knote: n\n\r\033[KS ...");
 }
 
-/// A clock that stands still until it is told.
+/// A clock that advances only when the test sets it.
 class ProgressAndTime : public testing::Test
 {
 protected:

@@ -13,7 +13,7 @@ using Sceneprep::TimeLeft;
 
 constexpr TimeLeft::Clock::time_point kStart{1000s};
 
-/// A step that has told its share once.
+/// A step that has reported its part once.
 TimeLeft Begun()
 {
     TimeLeft timeLeft;

@@ -1,7 +1,7 @@
-// Has the Khronos validator judge model files: node validate.mjs FILE...
+// Checks model files with the Khronos validator: node validate.mjs FILE...
 //
-// Prints what it finds and exits with 1 when a file has an error. Texture files that the input refers to and that are
-// not there are no fault of the writer.
+// Prints the errors and warnings and exits with 1 if a file has an error. Missing texture files that the input refers to
+// are not errors of the writer.
 import { readFile } from 'node:fs/promises';
 import { basename, dirname, join } from 'node:path';
 import { validateBytes } from 'gltf-validator';
@@ -10,11 +10,11 @@ const errorSeverity = 0;
 const missingFile = 'IO_ERROR';
 
 async function errorsOf(file) {
-  const readBeside = async (uri) => new Uint8Array(await readFile(join(dirname(file), decodeURIComponent(uri))));
+  const readNextTo = async (uri) => new Uint8Array(await readFile(join(dirname(file), decodeURIComponent(uri))));
   const report = await validateBytes(new Uint8Array(await readFile(file)), {
     uri: basename(file),
     maxIssues: 0,
-    externalResourceFunction: readBeside,
+    externalResourceFunction: readNextTo,
   });
   return report.issues.messages.filter((m) => m.severity === errorSeverity && m.code !== missingFile);
 }

@@ -14,7 +14,7 @@ using Importing::Surface;
 class GltfMaterialWriter : public testing::Test
 {
 protected:
-    /// Adds a material to the container, and what it carries.
+    /// Adds a material to the container, with its carried data.
     Surface AddMaterial(const std::string& name, CarriedMaterial carried)
     {
         model_.scene->MaterialLibrary.emplace_back();

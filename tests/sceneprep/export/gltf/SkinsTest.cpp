@@ -36,7 +36,7 @@ protected:
         }
     }
 
-    /// Leaves the first mesh alone.
+    /// Removes all meshes but the first.
     const Document& BuildFirst()
     {
         scene_.NodeLibrary.at(2).SurfaceList.clear();

@@ -23,7 +23,7 @@ double PartOf(const Json& value, const char* key, std::size_t index, double othe
     return value.contains(key) ? value[key][index].get<double>() : otherwise;
 }
 
-/// What a reader does: scales, rotates, translates, with v downwards on both sides.
+/// Applies a transform as readers do: scale, rotation, translation, with v pointing down before and after.
 D3DXVECTOR2 AsRead(const Json& value, const D3DXVECTOR2& uv)
 {
     const double r = value.contains("rotation") ? value["rotation"].get<double>() : 0;

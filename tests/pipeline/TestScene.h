@@ -10,7 +10,7 @@
 namespace PipelineTests
 {
 
-/// A scene with what the host knows about it, as steps take it.
+/// A scene with its supplement, as steps take it.
 struct TestScene
 {
     explicit TestScene(const std::string& text) : container(Support::Scene(text)) {}
@@ -22,7 +22,15 @@ struct TestScene
     Pipeline::SceneSupplement supplement = {};
 };
 
-/// Writes down what it is told.
+/// Returns a scene with one mesh that two surfaces share. A step that changes meshes must change it once.
+inline TestScene SceneOf(const Importing::Geometry& mesh)
+{
+    TestScene scene("Root( A[a=m] B[b=m] )");
+    scene.container.GeometryLibrary[0] = mesh;
+    return scene;
+}
+
+/// Records all calls.
 class RecordingListener : public Pipeline::StepListener
 {
 public:

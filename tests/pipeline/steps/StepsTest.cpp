@@ -1,9 +1,12 @@
 #include <pipeline/steps/Steps.h>
 
 #include <gtest/gtest.h>
+#include <pipeline/steps/UVMapping.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace
@@ -66,6 +69,15 @@ TEST(Steps, RecommendedOnesAreFlags)
     }
     EXPECT_EQ(recommended, (std::vector<std::string>{"--repair-mirrors", "--weld", "--unique-names", "--flatten",
                                                      "--surface-names", "--collision-offsets"}));
+}
+
+TEST(Steps, HelpForMappingsNamesEveryProjection)
+{
+    const auto all = Steps();
+    const auto uvs =
+        std::find_if(all.begin(), all.end(), [](const Step& step) { return std::string_view(step.option) == "--uvs"; });
+    ASSERT_NE(uvs, all.end());
+    EXPECT_NE(std::string_view(uvs->help).find("MAPPING is " + UVProjectionNames() + ";"), std::string_view::npos);
 }
 
 TEST(Steps, SettingsBelongToSteps)

@@ -12,15 +12,8 @@ namespace
 
 using namespace Pipeline;
 using Importing::Geometry;
+using PipelineTests::SceneOf;
 using PipelineTests::TestScene;
-
-/// A mesh that two surfaces show: a step takes it once.
-TestScene SceneOf(const Geometry& mesh)
-{
-    TestScene scene("Root( A[a=m] B[b=m] )");
-    scene.container.GeometryLibrary[0] = mesh;
-    return scene;
-}
 
 TEST(Weld, CountsTheVerticesThatItRemoves)
 {

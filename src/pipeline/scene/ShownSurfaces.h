@@ -1,8 +1,8 @@
 #pragma once
 
 #include <importing/plugin/SceneContainer.h>
+#include <pipeline/scene/Vector3.h>
 
-#include <array>
 #include <cmath>
 #include <functional>
 
@@ -27,7 +27,7 @@ struct ShownSurface
 void ForEachShownSurface(Importing::SceneContainer& scene, const std::function<void(const ShownSurface&)>& visit);
 
 /// A position in the world, in double precision.
-using WorldPoint = std::array<double, 3>;
+using WorldPoint = Vector3;
 
 /// Returns the position transformed by the matrix, computed in double precision.
 inline WorldPoint ToWorld(const D3DXVECTOR3& p, const D3DXMATRIX& m)

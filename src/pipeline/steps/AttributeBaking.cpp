@@ -1,6 +1,12 @@
+// The container multiplies normals by the matrix with unit rows. Where that is wrong, normals are multiplied beforehand
+// by the inverse transpose and by the inverse of the container's matrix, so that the container's own multiplication
+// leads to the right result. Everything is computed in double precision, because the two inverses amplify rounding
+// errors.
+
 #include <pipeline/steps/AttributeBaking.h>
 
 #include <pipeline/scene/Hierarchy.h>
+#include <pipeline/scene/Vector3.h>
 #include <pipeline/scene/VertexLayouts.h>
 
 #include <algorithm>
@@ -14,15 +20,10 @@ namespace
 
 using Importing::Geometry;
 using Importing::Vertex;
-using Matrix3 = std::array<std::array<double, 3>, 3>;
-using Vector3 = std::array<double, 3>;
+using Matrix3 = std::array<Vector3, 3>;
 
 /// How far the rows of a rotation with uniform scale may be from right angles and equal lengths, as a share.
 constexpr double kTolerance = 1e-5;
-
-double Dot(const Vector3& a, const Vector3& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
-
-double Length(const Vector3& v) { return std::sqrt(Dot(v, v)); }
 
 Vector3 Times(const Vector3& v, const Matrix3& m)
 {
@@ -32,7 +33,7 @@ Vector3 Times(const Vector3& v, const Matrix3& m)
     return result;
 }
 
-/// A product of a rotation, a uniform scale and possibly a mirroring.
+/// Returns whether the matrix is a product of a rotation, a uniform scale and possibly a mirroring.
 bool IsSimilarity(const Matrix3& m)
 {
     const double size = Dot(m[0], m[0]);

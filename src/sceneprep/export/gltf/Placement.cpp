@@ -1,7 +1,12 @@
+// A matrix with shear is the product of a rotation, a scale and another rotation: its singular value decomposition. It
+// is computed by the one-sided Jacobi method, which is short, needs no start values and is accurate for small singular
+// values; for 3x3 matrices a few sweeps suffice.
+
 #include <sceneprep/export/gltf/Placement.h>
 
 #include <importing/math/DecomposeMatrix.h>
 #include <pipeline/scene/Hierarchy.h>
+#include <pipeline/scene/Vector3.h>
 
 #include <algorithm>
 #include <array>
@@ -11,24 +16,20 @@
 namespace Sceneprep::Gltf
 {
 
+using Pipeline::Cross;
+using Pipeline::Dot;
 using Pipeline::IsIdentity;
 using Pipeline::IsShearFree;
+using Pipeline::Length;
 
 namespace
 {
 
-using Row = std::array<double, 3>;
+using Row = Pipeline::Vector3;
 using Matrix3 = std::array<Row, 3>;
 
 /// Singular values below this share of the largest one count as 0.
 constexpr double kVanishing = 1e-12;
-
-double Dot(const Row& a, const Row& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
-
-Row Cross(const Row& a, const Row& b)
-{
-    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
 
 Row Times(const Row& a, double factor) { return {a[0] * factor, a[1] * factor, a[2] * factor}; }
 
@@ -91,7 +92,7 @@ void CompleteBasis(Matrix3& rows, const Row& lengths)
     else
     {
         second = Cross(first, std::fabs(first[0]) < 0.7 ? Row{1, 0, 0} : Row{0, 1, 0});
-        second = Times(second, 1 / std::sqrt(Dot(second, second)));
+        second = Times(second, 1 / Length(second));
     }
     third = lengths[order[2]] > smallest ? Times(third, 1 / lengths[order[2]]) : Cross(first, second);
 }
@@ -137,8 +138,7 @@ ShearedParts SplitSheared(const D3DXMATRIX& matrix)
         Orthogonalize(a, rotation, 1, 2);
     }
     Matrix3 outer = Transposed(a);
-    Row sizes = {std::sqrt(Dot(outer[0], outer[0])), std::sqrt(Dot(outer[1], outer[1])),
-                 std::sqrt(Dot(outer[2], outer[2]))};
+    Row sizes = {Length(outer[0]), Length(outer[1]), Length(outer[2])};
     CompleteBasis(outer, sizes);
     if (Determinant(outer) < 0)
     {

@@ -1,7 +1,6 @@
 #include <sceneprep/export/ExportMaterials.h>
 
 #include <assimp/material.h>
-#include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
 #include <pipeline/scene/MaterialKey.h>
 #include <sceneprep/assimp/Conversions.h>
@@ -81,15 +80,9 @@ std::unique_ptr<aiMaterial> MaterialExporter::Convert(Surface& surface)
 
 std::string MaterialExporter::NameFor(const std::string& wanted)
 {
-    std::string name = ExportName(wanted, format_);
-    if (!format_.IsObj())
-        return name;
-    // Materials of one name would become one material.
-    const std::string plain = name.empty() ? "material" : name;
-    std::string unique = plain;
-    for (int number = 2; !names_.insert(unique).second; ++number)
-        unique = fmt::format("{}_{}", plain, number);
-    return unique;
+    const std::string name = ExportName(wanted, format_);
+    // In OBJ, materials of one name would become one material.
+    return format_.IsObj() ? names_.Make(name, "material") : name;
 }
 
 void MaterialExporter::AddMaps(Surface& surface, aiMaterial& target) const

@@ -3,11 +3,11 @@
 #include <assimp/scene.h>
 #include <importing/plugin/SceneContainer.h>
 #include <sceneprep/assimp/Formats.h>
+#include <sceneprep/export/plan/UniqueNames.h>
 #include <sceneprep/model/Textures.h>
 
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -36,7 +36,7 @@ private:
     const WriteFormat& format_;
     std::vector<std::unique_ptr<aiMaterial>> materials_;
     std::map<std::string, unsigned> indexByContent_;
-    std::set<std::string> names_;
+    UniqueNames names_;
 };
 
 /// Copies the images that the imported file embedded into the scene that is written.

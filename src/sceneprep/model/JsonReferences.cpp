@@ -24,6 +24,25 @@ Json* FindMember(Json& object, const char* key)
 
 bool IsTextureKey(std::string_view key) { return key == "texture" || key.ends_with("Texture"); }
 
+/// Renumbers the references among the members of an object.
+void RenumberTextureMembers(Json& object, const Renumber& renumber)
+{
+    for (auto member = object.begin(); member != object.end();)
+    {
+        Json* index = IsTextureKey(member.key()) ? FindMember(member.value(), "index") : nullptr;
+        const bool isReference = index != nullptr && index->is_number_integer();
+        const int renumbered = isReference ? renumber(index->get<int>()) : -1;
+        if (isReference && renumbered < 0)
+        {
+            member = object.erase(member);
+            continue;
+        }
+        if (isReference)
+            *index = renumbered;
+        ++member;
+    }
+}
+
 }  // namespace
 
 void RenumberMember(Json& object, const char* key, const Renumber& renumber)
@@ -40,13 +59,12 @@ void RenumberTextures(Json& value, const Renumber& renumber)
     {
         Json& current = *pending.back();
         pending.pop_back();
+        if (current.is_object())
+            RenumberTextureMembers(current, renumber);
         for (auto& [key, member] : current.items())
         {
-            if (!member.is_structured())
-                continue;
-            if (current.is_object() && IsTextureKey(key))
-                RenumberMember(member, "index", renumber);
-            pending.push_back(&member);
+            if (member.is_structured() && !(current.is_object() && key == "extras"))
+                pending.push_back(&member);
         }
     }
 }

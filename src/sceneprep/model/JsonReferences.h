@@ -14,8 +14,9 @@ using Renumber = std::function<int(int)>;
 /// Renumbers an integer member of an object; changes nothing if the object has no such member.
 void RenumberMember(Json& object, const char* key, const Renumber& renumber);
 
-/// Renumbers the references to textures anywhere in a JSON value: the integer "index" of each object whose key is
-/// "texture" or ends with "Texture". Takes values of any depth.
+/// Renumbers the references to textures anywhere in a JSON value, except in extras: the integer "index" of each object
+/// whose key is "texture" or ends with "Texture". A reference whose new index is negative is removed. Takes values of
+/// any depth, and linear time apart from the calls of `renumber`.
 void RenumberTextures(Json& value, const Renumber& renumber);
 
 /// Renumbers the references to materials and variants in the "KHR_materials_variants" extension of a primitive.

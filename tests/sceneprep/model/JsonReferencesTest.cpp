@@ -27,6 +27,22 @@ TEST(JsonReferences, RenumbersTexturesAtAnyDepth)
         "extensions":{"A":{"texture":{"index":12}},"B":[{"glossTexture":{"index":10,"texCoord":1}}],"C":{"texture":5}}})"));
 }
 
+TEST(JsonReferences, RemovesReferencesToDroppedTextures)
+{
+    Json material = Json::parse(R"({"aTexture":{"index":1},"b":{"texture":{"index":2},"c":3},"dTexture":{"index":2}})");
+    RenumberTextures(material, [](int index) { return index == 2 ? -1 : index; });
+    EXPECT_EQ(material, Json::parse(R"({"aTexture":{"index":1},"b":{"c":3}})"));
+}
+
+TEST(JsonReferences, DoesNotRenumberExtras)
+{
+    Json material =
+        Json::parse(R"({"extras":{"aTexture":{"index":1}},"extensions":{"A":{"extras":{"texture":{"index":1}}}}})");
+    const Json before = material;
+    RenumberTextures(material, PlusTen);
+    EXPECT_EQ(material, before);
+}
+
 TEST(JsonReferences, RenumbersTexturesInDeepValues)
 {
     Json value = {{"texture", {{"index", 1}}}};

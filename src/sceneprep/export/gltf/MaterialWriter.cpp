@@ -4,6 +4,7 @@
 #include <fmt/ranges.h>
 #include <importing/base/CheckedAccess.h>
 #include <pipeline/scene/MaterialKey.h>
+#include <sceneprep/model/JsonReferences.h>
 
 #include <utility>
 
@@ -14,8 +15,6 @@ namespace
 {
 
 using Importing::At;
-
-constexpr const char* kVariants = "KHR_materials_variants";
 
 bool IsOfGltf(const CarriedMaterial* carried)
 {
@@ -86,17 +85,12 @@ int MaterialWriter::FindCarried(int key) const
     return found == carried_.end() || found->first.first != key ? -1 : found->second;
 }
 
-/// Makes what refers to materials and textures refer to those of the document.
+/// Makes references to materials and textures refer to those of the document.
 Json MaterialWriter::ReindexPrimitive(Json primitive)
 {
     textures_.Reindex(primitive);
-    if (!primitive.contains("extensions") || !primitive["extensions"].contains(kVariants))
-        return primitive;
-    for (Json& mapping : primitive["extensions"][kVariants]["mappings"])
-    {
-        if (mapping.contains("material"))
-            mapping["material"] = WriteCarried(mapping["material"].get<int>());
-    }
+    RenumberVariants(
+        primitive, [this](int material) { return WriteCarried(material); }, [](int variant) { return variant; });
     return primitive;
 }
 

@@ -1,9 +1,9 @@
 #include <sceneprep/export/gltf/Textures.h>
 
 #include <importing/base/CheckedAccess.h>
+#include <sceneprep/model/JsonReferences.h>
 #include <sceneprep/model/TextureReferences.h>
 
-#include <string_view>
 #include <utility>
 
 namespace Sceneprep::Gltf
@@ -13,12 +13,6 @@ namespace
 {
 
 using Importing::At;
-
-bool IsTextureReference(std::string_view key, const Json& value)
-{
-    return (key == "texture" || key.ends_with("Texture")) && value.is_object() && value.contains("index") &&
-           value["index"].is_number_integer();
-}
 
 bool HasSource(const Json& object)
 {
@@ -52,29 +46,7 @@ int TextureWriter::FindOfLibrary(int texture)
 
 void TextureWriter::Reindex(Json& object)
 {
-    if (object.is_array())
-    {
-        for (Json& element : object)
-            Reindex(element);
-    }
-    if (!object.is_object())
-        return;
-    for (auto member = object.begin(); member != object.end();)
-    {
-        if (IsTextureReference(member.key(), member.value()))
-        {
-            const int texture = FindCarried(member.value()["index"].get<int>());
-            if (texture < 0)
-            {
-                member = object.erase(member);
-                continue;
-            }
-            member.value()["index"] = texture;
-        }
-        if (member.key() != "extras")
-            Reindex(member.value());
-        ++member;
-    }
+    RenumberTextures(object, [this](int texture) { return FindCarried(texture); });
 }
 
 int TextureWriter::FindCarried(int texture)

@@ -23,9 +23,8 @@ public:
     /// @return its index; -1 when its image cannot be written.
     int FindOfLibrary(int texture);
 
-    /// Makes the texture references of a carried object refer to textures of the document: every object under a key
-    /// "texture", or one that ends with "Texture", with a whole number "index". A reference whose image cannot be
-    /// written is removed.
+    /// Makes the texture references of a carried object, as RenumberTextures() finds them, refer to textures of the
+    /// document. A reference whose image cannot be written is removed.
     void Reindex(Json& object);
 
 private:

@@ -1,3 +1,6 @@
+// Each mapping is a small function of the position and the normal of a vertex, and one loop applies it to all vertices.
+// A separate loop for each mapping would repeat the handling of sets and hashes six times.
+
 #include <importing/geometry/Geometry.h>
 
 #include <cmath>

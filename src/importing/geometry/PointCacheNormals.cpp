@@ -1,3 +1,6 @@
+// One pass over the faces for each frame. The first face at a vertex sets its normal, and all later faces are blended
+// in, regardless of the angle. Vertices are not split at hard edges, because all frames share one index array.
+
 #include <importing/base/CheckedAccess.h>
 #include <importing/geometry/Geometry.h>
 #include <importing/geometry/Triangles.h>

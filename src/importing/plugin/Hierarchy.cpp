@@ -1,3 +1,7 @@
+// Child lists are the only record of the hierarchy, so parents have to be searched for. A plain container makes one
+// table of all parents for a world matrix. A derived container gets a call for every ancestor, and each call scans all
+// lists.
+
 #include <importing/base/CheckedAccess.h>
 #include <importing/base/ForReading.h>
 #include <importing/math/Products.h>

@@ -1,3 +1,7 @@
+// Outside Windows the digest is a function of this library, because std::hash differs between standard libraries. It
+// mixes four bytes at a time by bijections, so different fields of four bytes never have equal digests, and it costs
+// only a few instructions for each field, unlike a cryptographic digest.
+
 #include <importing/records/ContentHash.h>
 
 #include <importing/records/Transform.h>

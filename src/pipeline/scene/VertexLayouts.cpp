@@ -1,3 +1,6 @@
+// A change of layout rebuilds one vertex after the other, so no second copy of the mesh is needed. A vertex gets its
+// last set first, which makes room for all of its sets in one allocation.
+
 #include <pipeline/scene/VertexLayouts.h>
 
 #include <algorithm>

@@ -1,3 +1,6 @@
+// One pass from the leaves to the root finds for every node whether its branch contains a joint, and whether it
+// contains anything else. Walking the branch of every node instead would be quadratic for a chain.
+
 #include <pipeline/steps/DropSkeletonNodes.h>
 
 #include <importing/base/CheckedAccess.h>
@@ -16,7 +19,7 @@ namespace
 using Importing::At;
 using Importing::Node;
 
-/// @return for each node [nodes] whether it, with everything below it, holds nothing but joints.
+/// Returns for each node [nodes] whether its branch consists of joints only.
 std::vector<bool> FindSkeletonBranches(const WorkScene& work, const NodeWalk& walk)
 {
     const std::vector<Node>& nodes = work.container.NodeLibrary;

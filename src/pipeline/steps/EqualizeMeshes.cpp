@@ -1,3 +1,7 @@
+// Surfaces are grouped by the properties in which surfaces must agree to be merged, and the meshes of each group get
+// the union of their attributes. The groups are found by sorting keys, which takes n log n; comparing the surfaces in
+// pairs would be quadratic. Meshes of surfaces that stay alone are not touched.
+
 #include <pipeline/steps/EqualizeMeshes.h>
 
 #include <importing/base/CheckedAccess.h>

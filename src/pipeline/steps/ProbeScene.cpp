@@ -1,3 +1,7 @@
+// Four points determine an affine matrix, so every node of the copy gets a mesh of four vertices: wherever the
+// operation puts a transform, into matrices or meshes, the world positions of these points show whether it is still the
+// same. Comparing the whole scene instead would cost all of its vertices for every trial.
+
 #include <pipeline/steps/ProbeScene.h>
 
 #include <importing/base/CheckedAccess.h>
@@ -19,7 +23,7 @@ using Importing::SceneContainer;
 
 constexpr float kTolerance = 1e-4F;
 
-/// The origin and a step along each axis: four points fix an affine matrix.
+/// Returns a mesh with the origin and a point on each axis: four points determine an affine matrix.
 Geometry ProbeMesh()
 {
     Geometry mesh;
@@ -32,7 +36,7 @@ Geometry ProbeMesh()
 
 float LengthOf(const D3DXVECTOR3& v) { return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z); }
 
-/// A NaN is no agreement.
+/// Returns false for NaN.
 bool Agree(const D3DXVECTOR3& a, const D3DXVECTOR3& b, float size)
 {
     return LengthOf(a - b) <= kTolerance * std::max(size, LengthOf(b));
@@ -80,7 +84,7 @@ bool ProbeScene::HasInitialPositions()
             size = std::max(size, LengthOf(before_[mesh + corner] - before_[mesh]));
         for (std::size_t corner = 0; corner < kCorners; ++corner)
         {
-            // Distances from the first corner, so that a small mesh far away is held to its own size as well.
+            // Offsets from the first corner are compared as well, so that the size of a small mesh far away matters.
             const D3DXVECTOR3 offset = now[mesh + corner] - now[mesh];
             const D3DXVECTOR3 offsetBefore = before_[mesh + corner] - before_[mesh];
             if (!Agree(now[mesh], before_[mesh], size) || !Agree(offset, offsetBefore, size))

@@ -1,3 +1,9 @@
+// The container's operation handles one mirrored node correctly, but loses the transforms of mirrored nodes below it.
+// So it is called for one node at a time, the deepest first, after a trial on a small copy of the branch (ProbeScene)
+// has shown that nothing moves. Trials cost the size of the branch, so a chain of n nested mirrored nodes costs n
+// squared. Normals, cameras, lights and windings are corrected once at the end, from the world matrices before and
+// after.
+
 #include <pipeline/steps/RepairMirrors.h>
 
 #include <importing/base/CheckedAccess.h>
@@ -21,9 +27,9 @@ using Importing::At;
 using Importing::Node;
 using Importing::SceneContainer;
 
-/// Returns whether the container must not bake a matrix into a mesh of the node: joints would not follow, or it would
-/// look for the first triangle of a mesh that has none.
-bool ShowsFixedMesh(const WorkScene& work, const Node& node)
+/// Returns whether the container must not bake a matrix into a mesh of the node: the mesh is skinned or pinned, or it
+/// has no triangle, which the container needs.
+bool HasFixedMesh(const WorkScene& work, const Node& node)
 {
     return std::any_of(node.SurfaceList.begin(), node.SurfaceList.end(), [&work](std::int32_t surface) {
         return !IsBakeable(work, surface) ||
@@ -32,9 +38,8 @@ bool ShowsFixedMesh(const WorkScene& work, const Node& node)
     });
 }
 
-/// @return for each node [nodes] whether its matrix must stay: it, or a node below it, is animated or kept, is a joint,
-/// or
-///         shows a skinned or pinned mesh.
+/// Returns for each node [nodes] whether its matrix must stay: it, or a node below it, is animated or kept, is a joint,
+/// or references a skinned or pinned mesh.
 std::vector<bool> FindFixedBranches(const WorkScene& work, const NodeWalk& walk)
 {
     SceneContainer& scene = work.container;
@@ -43,7 +48,7 @@ std::vector<bool> FindFixedBranches(const WorkScene& work, const NodeWalk& walk)
     {
         const auto position = static_cast<std::size_t>(*node);
         const Node& record = scene.NodeLibrary[position];
-        if (record.GetAnimationID() != -1 || IsKept(work.supplement, position) || ShowsFixedMesh(work, record))
+        if (record.GetAnimationID() != -1 || IsKept(work.supplement, position) || HasFixedMesh(work, record))
             fixed[position] = true;
         if (fixed[position] && walk.parent[position] >= 0)
             fixed[static_cast<std::size_t>(walk.parent[position])] = true;
@@ -56,7 +61,7 @@ void RemoveMirrors(SceneContainer& scene, int node)
     scene.RemoveNegativeScaleMatricies(node, Importing::Transform::Indentity, Importing::Transform::Indentity);
 }
 
-bool KeepsTheWorld(SceneContainer& scene, const NodeWalk& walk, std::size_t start)
+bool KeepsPositions(SceneContainer& scene, const NodeWalk& walk, std::size_t start)
 {
     ProbeScene probe(scene, walk, start);
     RemoveMirrors(probe.Scene(), 0);
@@ -69,13 +74,13 @@ bool IsMirrored(SceneContainer& scene, int node)
 }
 
 template <typename Object>
-void Carry(Object& object, const D3DXMATRIX& matrix)
+void BakeOffset(Object& object, const D3DXMATRIX& matrix)
 {
     object.SetOffsetMatrix(Importing::Transform(Product(object.GetOffsetMatrix().GetMatrix(), matrix)));
 }
 
-/// Cameras and lights of nodes whose world matrix has changed get the difference into their offset.
-void KeepObjectsInPlace(SceneContainer& scene, const NodeWalk& walk, const std::vector<D3DXMATRIX>& before)
+/// Bakes the change of a node's world matrix into the offsets of its cameras and lights, so that they do not move.
+void KeepObjectTransforms(SceneContainer& scene, const NodeWalk& walk, const std::vector<D3DXMATRIX>& before)
 {
     const std::vector<D3DXMATRIX> now = WorldMatricesOf(scene, walk);
     for (const int index : walk.order)
@@ -88,13 +93,13 @@ void KeepObjectsInPlace(SceneContainer& scene, const NodeWalk& walk, const std::
             continue;
         const D3DXMATRIX difference = Product(At(before, index), *back);
         for (const std::int32_t camera : node.CameraList)
-            Carry(At(scene.CameraLibrary, camera), difference);
+            BakeOffset(At(scene.CameraLibrary, camera), difference);
         for (const std::int32_t light : node.LightList)
-            Carry(At(scene.LightLibrary, light), difference);
+            BakeOffset(At(scene.LightLibrary, light), difference);
     }
 }
 
-/// The normals of a mesh that a node shows.
+/// The normals of a mesh that a node references.
 struct KnownNormals
 {
     int node;
@@ -102,7 +107,7 @@ struct KnownNormals
     std::vector<D3DXVECTOR3> normals;
 };
 
-/// Returns the normals of the meshes that scale may be baked into: those at and below mirrored nodes.
+/// Returns the normals of the meshes into which scale may be baked: those at and below mirrored nodes.
 std::vector<KnownNormals> NormalsBelowMirrors(const WorkScene& work, const NodeWalk& walk)
 {
     SceneContainer& scene = work.container;
@@ -128,7 +133,7 @@ std::vector<KnownNormals> NormalsBelowMirrors(const WorkScene& work, const NodeW
     return known;
 }
 
-/// Bakes into normals and tangents what was baked into the positions of their mesh: the difference of world matrices.
+/// Bakes into normals and tangents the matrix that was baked into the positions: the change of the world matrix.
 void BakeAttributes(const WorkScene& work, const NodeWalk& walk, const std::vector<D3DXMATRIX>& before,
                     const std::vector<KnownNormals>& known)
 {
@@ -149,10 +154,10 @@ void BakeAttributes(const WorkScene& work, const NodeWalk& walk, const std::vect
     }
 }
 
-/// The appearance of faces does not change if their winding is flipped exactly where the world matrix used to mirror
-/// and no longer does, or the reverse.
-void KeepFacesLooking(SceneContainer& scene, const NodeWalk& walk, const std::vector<bool>& mirroredBefore,
-                      const WindingRecord& winding)
+/// Flips meshes until exactly those are flipped whose world matrix mirrored before and no longer does, or the reverse:
+/// then the appearance of faces has not changed.
+void KeepFrontFaces(SceneContainer& scene, const NodeWalk& walk, const std::vector<bool>& mirroredBefore,
+                    const WindingRecord& winding)
 {
     const std::vector<bool> mirrored = FindMirroredNodes(scene, walk);
     for (const int index : walk.order)
@@ -189,15 +194,15 @@ Changes RepairMirrors(const WorkScene& work, const PrepareOptions& /*options*/, 
         counter.Add(1);
         if (!IsMirrored(scene, node))
             continue;
-        const bool possible = !fixed[static_cast<std::size_t>(node)] && KeepsTheWorld(scene, walk, i);
+        const bool possible = !fixed[static_cast<std::size_t>(node)] && KeepsPositions(scene, walk, i);
         ++(possible ? repaired : left);
         if (possible)
             RemoveMirrors(scene, node);
     }
 
-    KeepObjectsInPlace(scene, walk, worldBefore);
+    KeepObjectTransforms(scene, walk, worldBefore);
     BakeAttributes(work, walk, worldBefore, normalsBefore);
-    KeepFacesLooking(scene, walk, mirroredBefore, winding);
+    KeepFrontFaces(scene, walk, mirroredBefore, winding);
     return {{"mirrored nodes repaired", repaired}, {"mirrored nodes left as they are", left}};
 }
 

@@ -1,3 +1,7 @@
+// Triangles are added to the current part in order until one does not fit: one pass, with a table from the vertices of
+// the mesh to those of the part. Clustering triangles would give fewer duplicated vertices, but it would change their
+// order.
+
 #include <sceneprep/export/CutMesh.h>
 
 #include <importing/base/CheckedAccess.h>

@@ -1,3 +1,8 @@
+// Joints have only one transform relative to their parent and one list of keys, which are relative to the parent as
+// well. Nodes between two bones are multiplied into the joint below if they are not animated; otherwise they become
+// joints of their own. Transforms relative to the mesh are cached by node, so each node is visited once for each mesh,
+// and a deep skeleton needs no recursion.
+
 #include <sceneprep/model/MeshJoints.h>
 
 #include <importing/base/CheckedAccess.h>

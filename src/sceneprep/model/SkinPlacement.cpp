@@ -1,3 +1,7 @@
+// A skin must be referenced by a node that is not animated unless its joints are animated by the same node. So the path
+// from the node to the nearest ancestor that it has in common with all joints must be free of animations; otherwise the
+// surface moves to a new child of that ancestor.
+
 #include <sceneprep/model/SkinPlacement.h>
 
 #include <importing/base/CheckedAccess.h>
@@ -46,7 +50,7 @@ void SkinPlacement::AddNotes(Notes& notes) const
     notes.AddLoss("skins", "skinned meshes at nodes with a singular matrix have wrong joint transforms", flattened_);
 }
 
-/// @return the node that references the surface from now on.
+/// Returns the node that references the surface from now on.
 int SkinPlacement::KeepStill(int surface, int node, const std::vector<Bone>& bones)
 {
     std::size_t common = 0;  // where on the path all joints hang from

@@ -100,7 +100,7 @@ int NodeMeshWriter::OwnMeshOf(int geometry) const
     return isMore ? carried->mesh : -1;
 }
 
-/// Meshes with the same primitives are one mesh; it has the name that the first of them gave it.
+/// Meshes with the same primitives become one mesh with the name of the first one.
 int NodeMeshWriter::FindMesh(const Group& group)
 {
     Json primitives = Json::array();
@@ -149,7 +149,7 @@ Json NodeMeshWriter::MakePrimitive(const PlannedSurface& planned)
     return primitive;
 }
 
-/// Writes the accessors that extensions of a mesh or primitive refer to, and makes them refer to those.
+/// Writes the accessors that extensions of a mesh or primitive refer to, and renumbers the references.
 void NodeMeshWriter::ReindexAccessors(Json& object)
 {
     if (object.contains("extensions"))
@@ -157,8 +157,8 @@ void NodeMeshWriter::ReindexAccessors(Json& object)
                                 [this](Json& accessor) { accessor = accessors_.Find(accessor.get<int>()); });
 }
 
-/// Sets the extras of a surface: those of the node that shows nothing else, which keeps the mesh the same for all nodes
-/// that show it, or of the primitive.
+/// Sets the extras of a surface: in the node if it references nothing else, so that nodes can share the mesh, otherwise
+/// in the primitive.
 void NodeMeshWriter::SetSurfaceExtras(const PlannedSurface& planned, Json& object)
 {
     Surface& surface = At(model_.scene->SurfaceLibrary, planned.surface);

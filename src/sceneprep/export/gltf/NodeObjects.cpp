@@ -94,7 +94,7 @@ void NodeObjectWriter::WriteLight(int light, int node, int target)
     EntryAt(document_.nodes, place)["extensions"][kLights] = {{"light", index}};
 }
 
-/// @return the node itself if it can hold the camera or light, otherwise a new child.
+/// Returns the node itself if it can hold the camera or light, otherwise a new child.
 int NodeObjectWriter::Place(const D3DXMATRIX& matrix, const std::string& name, bool isTaken, int target)
 {
     Json transform = Json::object();

@@ -1,3 +1,6 @@
+// The weights of a vertex are sorted by size and divided by their sum, in sets of four. A vertex has few weights, so a
+// list with a linear search is faster than a map.
+
 #include <sceneprep/export/gltf/Weights.h>
 
 #include <algorithm>

@@ -75,7 +75,7 @@ void CheckCounts(const Field& sampler, const CarriedChannel& channel, const Carr
         field.Fail(fmt::format("{} elements, a multiple of {} expected", output.count, expected));
 }
 
-/// @return whether the channel has a target.
+/// Returns whether the channel has a target.
 bool ReadTarget(const Field& target, std::size_t nodeCount, CarriedChannel& channel)
 {
     channel.path = target.Member("path").Text();

@@ -1,3 +1,7 @@
+// Objects are compared as text, after their references have been replaced by the first of the equal objects: samplers
+// and images first, then textures, then materials. One hash lookup per object makes it linear; comparing all pairs
+// would be quadratic for files with thousands of materials.
+
 #include <sceneprep/import/gltf/EqualMaterials.h>
 
 #include <fmt/format.h>
@@ -13,11 +17,11 @@ namespace Sceneprep::GltfImport
 namespace
 {
 
-/// For each object of a list the first one that is equal to it.
+/// Finds for each object of a list the first one that is equal to it.
 class Classes
 {
 public:
-    /// @param key  equal for equal objects alone
+    /// @param key  equal exactly for equal objects
     int Add(std::string key) { return first_.emplace(std::move(key), count_++).first->second; }
 
 private:

@@ -20,7 +20,7 @@ using Importing::Surface;
 
 bool IsDefault(const Pipeline::VertexLayout& layout) { return layout == Pipeline::VertexLayout(); }
 
-/// @return the extensions of an object as a copy, null if there are none.
+/// Returns the extensions of an object as a copy, null if there are none.
 Json CopyExtensions(const Field& field)
 {
     const std::optional<Field> extensions = field.Find("extensions");
@@ -121,7 +121,7 @@ void Meshes::SetSupplement(int geometry, int meshIndex, Pipeline::VertexLayout l
     model_.carried.meshOf.push_back({.mesh = meshIndex, .primitive = std::move(pinned)});
 }
 
-/// @return extras and extensions of a primitive, as far as they are not read.
+/// Returns the extras of a primitive and those of its extensions that are not decoded.
 Json Meshes::ExtrasOf(const Field& primitive, Surface& surface, bool& refersToAccessors)
 {
     Json object = Json::object();

@@ -15,7 +15,7 @@ namespace
 
 using Types = std::initializer_list<std::string_view>;
 
-/// @return the element types that an attribute may have; all for names that the format does not know.
+/// Returns the element types that an attribute may have; all types for custom attributes.
 Types TypesOf(std::string_view name)
 {
     static const Types kVector2 = {"VEC2"};
@@ -71,7 +71,7 @@ std::vector<Attribute> ReadAttributes(const Field& attributes, const Read& read)
     return list;
 }
 
-/// Replaces the values of the attributes that the extension holds, and the indices.
+/// Replaces the indices and the values of the attributes that the extension contains.
 void Decompress(const Field& extension, BufferViews& views, Primitive& primitive)
 {
     const int view = extension.Member("bufferView").IndexBelow(views.Count());

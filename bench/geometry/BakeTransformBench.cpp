@@ -27,7 +27,7 @@ void TransformMesh(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-/// As large as a vertex, with nothing but its data in the open.
+/// A plain struct of the size of a vertex.
 struct PlainVertex
 {
     D3DXVECTOR3 position;
@@ -36,7 +36,7 @@ struct PlainVertex
 };
 static_assert(sizeof(PlainVertex) == sizeof(Vertex));
 
-/// What the transform is held against: the same arithmetic in place, over a plain array of the same size.
+/// For comparison: the same arithmetic in place, over a plain array of the same size.
 void TransformArray(benchmark::State& state)
 {
     std::vector<PlainVertex> vertices(static_cast<std::size_t>(state.range(0)));

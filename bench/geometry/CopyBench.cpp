@@ -26,7 +26,7 @@ void CopyMesh(benchmark::State& state)
     state.SetBytesProcessed(state.iterations() * state.range(0) * static_cast<std::int64_t>(sizeof(Vertex)));
 }
 
-/// What a mesh copy is held against: the same number of bytes copied into memory that was not touched before.
+/// For comparison: copies the same number of bytes into memory that was not touched before.
 void CopyBytes(benchmark::State& state)
 {
     const auto size = static_cast<std::size_t>(state.range(0)) * sizeof(Vertex);

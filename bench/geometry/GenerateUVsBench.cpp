@@ -10,7 +10,7 @@ using Importing::Geometry;
 
 using Mapping = int (Geometry::*)(int, bool);
 
-/// Writes over the UV set that the mesh has; normals are computed first, so that they point all ways.
+/// Overwrites the UV set of the mesh. Normals are computed first, so that they have various directions.
 void GenerateUVs(benchmark::State& state, Mapping mapping)
 {
     Geometry mesh = MakeSurface(state.range(0));

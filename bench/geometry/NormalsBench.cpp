@@ -15,7 +15,7 @@ namespace
 using Importing::Geometry;
 using Importing::Vertex;
 
-/// Smooth everywhere, so the mesh keeps its size and is taken again and again.
+/// Smooth everywhere, so the mesh keeps its size and can be reused for every run.
 void ComputeNormals(benchmark::State& state)
 {
     Geometry mesh = MakeSurface(state.range(0));
@@ -51,8 +51,8 @@ void ComputeNormalsOfFolds(benchmark::State& state)
     state.counters["vertices"] = static_cast<double>(vertices);
 }
 
-/// What ComputeNormals is held against: a step of the same purpose and the same crease angle. It looks for vertices at
-/// the same place by itself, so it gets three of their own to each triangle, as importers leave them.
+/// For comparison: Assimp's step with the same purpose and the same crease angle. It searches for vertices at the same
+/// position itself, so each triangle has three vertices of its own, as after importing.
 void ComputeNormalsAssimp(benchmark::State& state)
 {
     const Geometry mesh = MakeTriangleSoup(state.range(0));

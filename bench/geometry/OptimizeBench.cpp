@@ -28,7 +28,7 @@ Geometry Unhashed(Geometry mesh)
     return mesh;
 }
 
-/// Reports what a welding leaves and needs.
+/// Reports the number of remaining vertices and the memory that welding needs.
 void Report(benchmark::State& state, std::size_t vertices, std::size_t survivors, const PeakMemory& memory)
 {
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(vertices));
@@ -59,7 +59,7 @@ void Weld(benchmark::State& state, const Geometry& mesh)
 
 void WeldTriangleSoup(benchmark::State& state) { Weld(state, Unhashed(MakeTriangleSoup(state.range(0)))); }
 
-/// Six triangles share a vertex. One vertex is there twice, so that nothing is left out.
+/// Six triangles share a vertex. One vertex exists twice, so that the welding is not skipped.
 void WeldSurface(benchmark::State& state)
 {
     Geometry mesh = Unhashed(MakeSurface(state.range(0)));
@@ -67,7 +67,7 @@ void WeldSurface(benchmark::State& state)
     Weld(state, mesh);
 }
 
-/// What a mesh is for other libraries: the attributes in the open.
+/// A mesh as other libraries store it: plain arrays of attributes.
 struct OpenVertex
 {
     D3DXVECTOR3 position;
@@ -85,7 +85,7 @@ std::vector<OpenVertex> OpenVertices(const Geometry& mesh)
     return vertices;
 }
 
-/// What welding is held against: finding equal vertices byte by byte, new arrays for indices and survivors.
+/// For comparison: finds equal vertices byte by byte and makes new arrays of indices and remaining vertices.
 std::size_t WeldWithMeshoptimizer(const std::vector<OpenVertex>& vertices, const std::vector<unsigned>& indices)
 {
     std::vector<unsigned> remap(vertices.size());

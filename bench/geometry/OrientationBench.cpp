@@ -10,7 +10,7 @@ using Importing::Geometry;
 
 using Repair = int (Geometry::*)(bool);
 
-/// Every normal, or every triangle, has to be turned: all of them point against each other at the start of each run.
+/// Every normal, or every triangle, has to be flipped: at the start of each run all of them point against each other.
 void TurnEverything(benchmark::State& state, Repair repair)
 {
     Geometry mesh = MakeSurface(state.range(0));

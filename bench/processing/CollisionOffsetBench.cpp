@@ -25,7 +25,7 @@ void CollisionOffsets(benchmark::State& state, Spread spread)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-/// What the search is held against: the overlapping pairs of the same boxes, found by CGAL; nothing is done with them.
+/// For comparison: finds the overlapping pairs of the same boxes with CGAL, and ignores them.
 void CollisionPairsByCgal(benchmark::State& state, Spread spread)
 {
     using CgalBox = CGAL::Box_intersection_d::Box_d<float, 3>;
@@ -56,7 +56,7 @@ bool AreOverlapping(const Box& a, const Box& b)
              a.max.z < b.min.z);
 }
 
-/// The pass itself over the same boxes, which stand ready: every one against every one.
+/// The pass itself, with the same boxes computed beforehand: every box against every box.
 void CollisionOffsetsByDoubleLoop(benchmark::State& state, Spread spread)
 {
     const std::vector<Box> boxes = SpreadBoxes(spread, state.range(0));

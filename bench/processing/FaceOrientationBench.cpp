@@ -12,7 +12,7 @@ namespace
 using Importing::SceneContainer;
 using Importing::Transform;
 
-/// Every second node is mirrored, so every mesh below it is mirrored and turned.
+/// Every second node is mirrored, so every mesh below it is mirrored and flipped.
 SceneContainer MirroredScene(Shape shape, std::int64_t nodeCount)
 {
     SceneContainer scene;

@@ -44,7 +44,7 @@ private:
     std::mt19937 generator_{20};
 };
 
-/// A point of an outline that turns around the y axis.
+/// A point of an outline that is rotated around the y axis.
 struct OutlinePoint
 {
     float radius;
@@ -101,7 +101,7 @@ D3DXMATRIX ScaledAndMoved(const D3DXVECTOR3& scale, const D3DXVECTOR3& place)
 
 D3DXMATRIX Moved(float x, float y, float z) { return ScaledAndMoved({1, 1, 1}, {x, y, z}); }
 
-/// What stands at one place in every wing of a kind of building.
+/// A part that every wing of a kind of building has at the same position.
 struct Part
 {
     int surfaceMesh;

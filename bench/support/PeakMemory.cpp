@@ -12,7 +12,7 @@ bool isFollowing = false;
 std::ptrdiff_t inUse = 0;
 std::ptrdiff_t most = 0;
 
-/// Stands before every block and keeps its size; as long as the strictest alignment, which blocks keep in this way.
+/// Precedes every block and stores its size. It is as long as the strictest alignment, so that blocks stay aligned.
 constexpr std::size_t kHeader = alignof(std::max_align_t);
 static_assert(kHeader >= sizeof(std::size_t));
 

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-/// How boxes of edge length 1 lie in the world.
+/// The arrangement of boxes of edge length 1.
 enum class Spread
 {
     Sparse,   ///< on a cubic grid, a gap between neighbours

@@ -1,14 +1,14 @@
 #!/usr/bin/env python3
 """Writes the bundled scene, workshop.gltf and workshop.bin: a market street with workshops, a crane and a windmill.
 
-    make_workshop.py            writes both files beside this script
+    make_workshop.py            writes both files next to this script
     make_workshop.py --check    compares them with what would be written and changes nothing
 
 The scene is made the way scenes come from authoring programs: many small nodes, deep in places, shared meshes, names
 that repeat, mirrored groups. Units are metres, y is up, the street runs along z. The same bytes come out on every
 platform: numbers are rounded before they are written.
 
-The script and the scene are part of this project and stand under its licence: MIT, (c) 2026 the SceneContainer authors.
+The script and the scene are part of this project, under its licence: MIT, (c) 2026 the SceneContainer authors.
 """
 import json
 import math

@@ -16,10 +16,10 @@
 namespace SceneprepTests
 {
 
-/// What is animated stands as its node or joint says.
+/// The pose without animation: nodes and joints have their own transforms.
 inline constexpr int kRest = -1;
 
-/// @return where an animated or still thing stands: at a key, counted from 0, or at rest.
+/// Returns the local matrix of a node or joint in a pose: that of a key, counted from 0, or its own.
 inline D3DXMATRIX PlaceAt(Importing::SceneContainer& scene, const D3DXMATRIX& rest, int animation, int pose)
 {
     if (pose == kRest || !Importing::IsValidIndex(animation, scene.AnimationLibrary.size()))
@@ -28,7 +28,7 @@ inline D3DXMATRIX PlaceAt(Importing::SceneContainer& scene, const D3DXMATRIX& re
     return keys.empty() ? rest : keys[std::min(static_cast<std::size_t>(pose), keys.size() - 1)].GetMatrix();
 }
 
-/// @return [nodes] world matrices.
+/// Returns the world matrices [nodes].
 inline std::vector<D3DXMATRIX> WorldsAt(Importing::SceneContainer& scene, const Pipeline::NodeWalk& walk, int pose)
 {
     std::vector<D3DXMATRIX> worlds(scene.NodeLibrary.size());
@@ -44,7 +44,7 @@ inline std::vector<D3DXMATRIX> WorldsAt(Importing::SceneContainer& scene, const 
     return worlds;
 }
 
-/// @return [joints] their placement in the frame of the mesh's node.
+/// Returns the transforms [joints] relative to the node of the mesh.
 inline std::vector<D3DXMATRIX> JointsAt(Importing::SceneContainer& scene, Importing::Geometry& geometry, int pose)
 {
     const std::vector<int> parents = Pipeline::JointParents(geometry);
@@ -63,7 +63,7 @@ inline std::vector<D3DXMATRIX> JointsAt(Importing::SceneContainer& scene, Import
     return placed;
 }
 
-/// @return a vertex as its joints carry it, each given as bind pose inverse times placement.
+/// Returns the position of a vertex by its joints, each given as its inverse bind pose times its transform.
 inline D3DXVECTOR3 Carried(Importing::Vertex& vertex, const std::vector<D3DXMATRIX>& joints)
 {
     D3DXVECTOR3 sum(0, 0, 0);
@@ -78,10 +78,10 @@ inline D3DXVECTOR3 Carried(Importing::Vertex& vertex, const std::vector<D3DXMATR
     return sum;
 }
 
-/// Vertices in the world, by the name of their mesh.
+/// World positions of vertices, by the name of their mesh.
 using Shapes = std::map<std::string, std::vector<D3DXVECTOR3>>;
 
-/// @return the skinned meshes of a scene in a pose.
+/// Returns the skinned meshes of a scene in a pose.
 inline Shapes SkinnedShapes(Importing::SceneContainer& scene, int pose)
 {
     const Pipeline::NodeWalk walk = Pipeline::WalkFromRoot(scene);
@@ -103,7 +103,7 @@ inline Shapes SkinnedShapes(Importing::SceneContainer& scene, int pose)
     return shapes;
 }
 
-/// Expects the same meshes with vertices at the same places, to a ten-thousandth of the extent.
+/// Expects the same meshes with vertices at the same positions, to a ten-thousandth of the extent.
 inline void ExpectSameShapes(const Shapes& actual, const Shapes& expected)
 {
     float extent = 0;

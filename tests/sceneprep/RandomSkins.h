@@ -15,7 +15,7 @@
 namespace SceneprepTests
 {
 
-/// A random hierarchy in which some nodes move, and meshes with bones as a file holds them.
+/// A random hierarchy in which some nodes are animated, and meshes with bones as in a file.
 class RandomSkins
 {
 public:
@@ -33,7 +33,7 @@ public:
     Importing::SceneContainer& Scene() { return scene_; }
     const std::vector<Sceneprep::SkinnedSurface>& Skinned() const { return skinned_; }
 
-    /// @return what the file says: vertices follow the nodes of their bones, and nothing else.
+    /// Returns the expected shape: vertices follow the nodes of their bones only.
     Shapes ShapesOfFile(int pose)
     {
         const std::vector<D3DXMATRIX> worlds = WorldsAt(scene_, Pipeline::WalkFromRoot(scene_), pose);
@@ -95,7 +95,7 @@ private:
     {
         auto mesh = std::make_unique<aiMesh>();
         std::vector<int>& nodes = boneNodes_.emplace_back();
-        // Bones of a file are different nodes; the first one stays out, so that the mesh can hang above them.
+        // The bones of a file are different nodes. The root is not a bone, so that a mesh can be above them.
         for (std::uint32_t n = 1; n < scene_.NodeLibrary.size(); ++n)
         {
             if (random_.OneIn(2) || nodes.empty())
@@ -133,7 +133,7 @@ private:
         return bone;
     }
 
-    /// Two bones carry each vertex.
+    /// Each vertex has two bones.
     void Weigh(const aiMesh& mesh, Importing::Geometry& geometry)
     {
         for (Importing::Vertex& vertex : geometry.VertexArray)

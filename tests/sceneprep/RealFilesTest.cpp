@@ -79,7 +79,7 @@ std::size_t CountFaces(const nlohmann::json& listing)
     return count;
 }
 
-/// The model library stumbles over the textures of the X3D files that it writes.
+/// Assimp cannot read the textures of the X3D files that it writes.
 std::string WithoutTextures(const std::string& x3d)
 {
     return std::regex_replace(x3d, std::regex("<ImageTexture[^>]*>"), "");
@@ -116,7 +116,7 @@ protected:
         ExpectSameWorld(Measure(back), Measure(scene));
     }
 
-    /// Files that the model library writes and does not read are searched for their triangles.
+    /// Files that Assimp writes but cannot read are only searched for their triangles.
     void ExpectHeldByFile(Model& model, const WriteFormat& format)
     {
         SceneContainer& scene = *model.scene;

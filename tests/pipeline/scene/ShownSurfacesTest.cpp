@@ -14,7 +14,7 @@ using namespace Pipeline;
 using Importing::SceneContainer;
 using Support::Scene;
 
-/// Each listing as "node:surface", in the order of the calls.
+/// Returns each reference as "node:surface", in the order of the calls.
 std::string Listings(SceneContainer& scene)
 {
     std::string text;

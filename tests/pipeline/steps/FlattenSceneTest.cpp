@@ -56,7 +56,7 @@ TEST(FlattenScene, FacesOfMirroredNodesKeepTheirFrontSide)
     const auto before = Measure(scene.container);
     FlattenScene(scene);
     EXPECT_EQ(scene.container.NodeLibrary.size(), 1U);
-    ExpectSameWorld(Measure(scene.container), before);  // the signed volume tells the sides of faces apart
+    ExpectSameWorld(Measure(scene.container), before);  // flipped faces would change the signed volume
     EXPECT_GT(before.volume, 1.9);
 }
 

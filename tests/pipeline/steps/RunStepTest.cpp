@@ -51,7 +51,7 @@ TEST(RunStep, StopsListeningEvenIfAStepThrows)
 {
     RecordingListener progress;
     EXPECT_THROW(RunStep("fail", progress, [] { throw std::runtime_error("no"); }), std::runtime_error);
-    ShowDebugMessage("without a listener", 1);  // would write into what is gone
+    ShowDebugMessage("without a listener", 1);  // would write into a destroyed result
 }
 
 }  // namespace

@@ -29,7 +29,7 @@ public:
         return document;
     }
 
-    /// @return the index of a new buffer view with these bytes.
+    /// Returns the index of a new buffer view with these bytes.
     int View(const std::string& bytes)
     {
         bytes_.resize((bytes_.size() + 3) / 4 * 4, '\0');

@@ -29,7 +29,7 @@ inline D3DXVECTOR3 ToVector(const aiVector3D& v) { return {v.x, v.y, v.z}; }
 
 inline aiVector3D FromVector(const D3DXVECTOR3& v) { return {v.x, v.y, v.z}; }
 
-/// A quaternion stands for the same rotation with row vectors as with column vectors, so it is copied as it is.
+/// A quaternion means the same rotation for row vectors and for column vectors, so it is copied unchanged.
 inline D3DXQUATERNION ToQuaternion(const aiQuaternion& q) { return {q.x, q.y, q.z, q.w}; }
 
 inline aiQuaternion FromQuaternion(const D3DXQUATERNION& q) { return {q.w, q.x, q.y, q.z}; }

@@ -6,8 +6,8 @@
 namespace Sceneprep
 {
 
-/// Collision offset and name of a surface are stored as extras of the node that shows the surface, in formats that have
-/// extras. The offset, a number, is stored if it is not 0, the name if it differs from the mesh's name.
+/// Collision offset and name of a surface are stored as extras of the node that references the surface, in formats that
+/// have extras. The offset, a number, is stored if it is not 0, the name if it differs from the mesh's name.
 inline constexpr const char* kCollisionOffsetExtra = "collisionOffset";
 inline constexpr const char* kSurfaceNameExtra = "surfaceName";
 

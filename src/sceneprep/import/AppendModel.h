@@ -11,8 +11,8 @@ namespace Sceneprep
 /// lose a name that another image or a texture file has too. References of the other model that are relative to its own
 /// folder become relative to the folder of the first one.
 ///
-/// Supplement and carried data are appended as AppendCarried() says. Materials that differ in what is carried of them
-/// stay separate, also if they are equal in the container. Roots that the import made are replaced by their children.
+/// Supplement and carried data are appended as AppendCarried() says. Materials with different carried data
+/// stay separate, even if they are equal in the container. Roots that the import added are replaced by their children.
 ///
 /// Both texture libraries are rewritten. The spare node that SceneContainer::AppendSC() leaves, and roots that were
 /// replaced, are not removed; they cannot be reached from the root.

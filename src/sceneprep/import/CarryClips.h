@@ -7,10 +7,11 @@
 namespace Sceneprep
 {
 
-/// Appends every animation of a file as a clip: its name and the keys of positions, rotations and scales as they are,
-/// times in seconds. Channels of nodes that the scene does not have are skipped, and so are clips without channels.
+/// Appends every animation of a file as a clip: its name and the unchanged keys of positions, rotations and scales,
+/// with times in seconds. Channels of nodes that the scene does not have are skipped, and so are clips without
+/// channels.
 /// @param nodes  from the name of a node to its node key
-/// @return how many channels were skipped.
+/// @return the number of skipped channels
 std::size_t CarryClips(const aiScene& source, const NodeNames& nodes, Carried& carried);
 
 }  // namespace Sceneprep

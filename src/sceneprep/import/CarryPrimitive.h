@@ -12,10 +12,10 @@ namespace Sceneprep
 /// points or lines.
 bool IsCarriedWhole(const aiMesh& mesh);
 
-/// Makes the primitive that is written for such a mesh: positions, normals, texture coordinates, colours, the faces of
-/// the mesh's kind, and for each morph target the differences of positions and normals.
+/// Returns the primitive that is written for such a mesh: positions, normals, texture coordinates, colours, its
+/// triangles, lines or points, and for each morph target the differences of positions and normals.
 ///
-/// Targets of another number of vertices than the mesh are skipped.
+/// Targets with another number of vertices are skipped.
 /// @param object  gets the default weights and the names of the targets, as members of a glTF mesh
 CarriedPrimitive CarryPrimitive(const aiMesh& mesh, Json& object);
 

@@ -13,12 +13,12 @@ namespace Sceneprep
 struct ImportedMesh
 {
     Pipeline::VertexLayout layout;
-    std::size_t droppedWeights = 0;  ///< that are not finite, or that refer to no vertex
+    std::size_t droppedWeights = 0;  ///< not finite, or of a missing vertex
 };
 
-/// Fills an empty geometry with a mesh of a file: name, positions, normals where the mesh has them, texture
-/// coordinates, colours in the sets after them, weights, and the faces. A mesh with triangles keeps these alone; one
-/// without keeps its lines, or else its points, and the geometry has their poly size.
+/// Fills an empty geometry with a mesh of a file: name, positions, normals if the mesh has them, texture coordinates,
+/// colours in the sets after them, weights, and faces. A mesh with triangles keeps only these; a mesh without keeps its
+/// lines or, without lines, its points. The poly size is that of the kept faces.
 ImportedMesh ImportMesh(const aiMesh& mesh, Importing::Geometry& geometry);
 
 }  // namespace Sceneprep

@@ -6,9 +6,9 @@
 namespace Sceneprep
 {
 
-/// Returns what Assimp knows of a material and the container's Material cannot express, as members of a glTF material:
-/// double-sidedness, metalness and roughness, alpha cut-outs, unlit shading, clear coat, sheen, transmission. An empty
-/// object where there is nothing of that.
+/// Returns the properties of a material that Assimp reads and the container's Material does not have, as members of a
+/// glTF material: double-sidedness, metalness and roughness, alpha cut-outs, unlit shading, clear coat, sheen,
+/// transmission. The object is empty if the material has none of them.
 Json MaterialPatch(const aiMaterial& material);
 
 }  // namespace Sceneprep

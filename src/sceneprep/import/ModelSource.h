@@ -9,19 +9,19 @@
 namespace Sceneprep
 {
 
-/// A model file as the model library holds it.
+/// A model file as Assimp reads it.
 class ModelSource
 {
 public:
     /// Reads the file.
-    /// @throws ToolError when there is no such file, its format is not known, or it cannot be read.
+    /// @throws ToolError if the file does not exist, its format is not supported, or it cannot be read.
     ModelSource(const std::filesystem::path& file, Progress& progress);
 
     const std::filesystem::path& File() const { return file_; }
     const aiScene& Scene() const { return *scene_; }
 
-    /// Frees a mesh's vertices and faces, of which no more than the numbers remain: a scene that has taken them over
-    /// need not lie in memory twice.
+    /// Frees the vertices and faces of a mesh that has been converted, so that the scene is not in memory twice. The
+    /// numbers of vertices and faces remain.
     void Release(unsigned mesh);
 
 private:
@@ -29,8 +29,8 @@ private:
     std::unique_ptr<aiScene> scene_;
 };
 
-/// Looks at a model file's name without reading it, before work begins.
-/// @throws ToolError when there is no such file or its ending is not known.
+/// Checks the name of a model file before work begins, without reading it.
+/// @throws ToolError if the file does not exist or its extension is not supported.
 void CheckReadable(const std::filesystem::path& file);
 
 }  // namespace Sceneprep

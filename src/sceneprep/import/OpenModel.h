@@ -12,7 +12,7 @@
 namespace Sceneprep
 {
 
-/// A model file that has been read and not been converted yet: glTF 2.0, or a format that Assimp reads.
+/// A model file that has been read but not converted yet: glTF 2.0, or a format that Assimp reads.
 using OpenedModel = std::variant<GltfFile, ModelSource>;
 
 /// Reads a model file.

@@ -12,7 +12,7 @@ void OccupyClosedStreams();
 /// Flushes the stream. Returns whether everything that was written to it has arrived.
 bool HasArrived(std::ostream& out);
 
-/// The error message for results that do not arrive.
+/// The error message for results that could not be written.
 inline constexpr const char* kNoStdout = "cannot write the results to stdout; is its disk full, or is it closed?";
 
 }  // namespace Sceneprep

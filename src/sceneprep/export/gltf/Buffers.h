@@ -19,7 +19,7 @@ inline constexpr ComponentType kUnsignedShort = 5123;
 inline constexpr ComponentType kUnsignedInt = 5125;
 inline constexpr ComponentType kFloat = 5126;
 
-/// What an array is used for; the format asks for it in bufferView.target.
+/// The use of an array, which becomes bufferView.target.
 enum class Usage
 {
     Vertices = 34962,
@@ -35,17 +35,15 @@ struct Layout
     bool isNormalized = false;
 };
 
-/// Lays arrays into the one binary buffer of a document. Each gets a view and an accessor of its own and starts at a
-/// multiple of 4 bytes.
+/// Writes arrays to the binary buffer of a document. Each has its own view and accessor and starts at a multiple of 4
+/// bytes.
 class Buffers
 {
 public:
-    /// @param stream  takes the bytes as they come; without one they are kept until WriteTo(). Whether writing
-    ///                succeeds is the stream's to say.
+    /// @param stream  gets the bytes at once, and records failures; without a stream they are kept until WriteTo()
     explicit Buffers(Document& document, std::ostream* stream = nullptr) : document_(document), stream_(stream) {}
 
-    /// Adds an array whose elements are tightly packed in the given layout.
-    /// @return the index of its accessor.
+    /// Adds an array whose elements are tightly packed in the given layout, and returns the index of its accessor.
     template <typename T>
     int Add(const std::vector<T>& elements, const Layout& layout, Usage usage)
     {
@@ -53,8 +51,7 @@ public:
         return AddAccessor(view, elements.size(), layout);
     }
 
-    /// Adds bytes that are no array of numbers, an image for one.
-    /// @return the index of their view.
+    /// Adds bytes that are not an array of numbers, such as an image, and returns the index of their view.
     int AddView(const void* data, std::size_t size, Usage usage);
 
     /// Adds an accessor for a view.
@@ -72,7 +69,7 @@ private:
     Document& document_;
     std::ostream* stream_;
     std::size_t size_ = 0;
-    std::vector<std::vector<char>> kept_;  // one for each view, so that nothing moves as the buffer grows
+    std::vector<std::vector<char>> kept_;  // one for each view, so that no bytes are copied when the buffer grows
 };
 
 }  // namespace Sceneprep::Gltf

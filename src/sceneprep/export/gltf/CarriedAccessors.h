@@ -9,13 +9,12 @@
 namespace Sceneprep::Gltf
 {
 
-/// Writes numbers of the input as they were stored. Elements of vertex attributes start at multiples of 4 bytes, as the
-/// format demands.
-/// @param needsBounds  computes min and max where the input had none
-/// @return the index of the accessor.
+/// Writes an accessor of the input with its numbers unchanged, and returns its index. Elements of vertex attributes
+/// start at multiples of 4 bytes, as the format demands.
+/// @param needsBounds  computes min and max if the input has none
 int AddCarried(const CarriedAccessor& accessor, Usage usage, bool needsBounds, Buffers& buffers, Document& document);
 
-/// Writes accessors of Carried::accessors, each once.
+/// Writes accessors of Carried::accessors, each of them once.
 class CarriedAccessorList
 {
 public:
@@ -23,7 +22,8 @@ public:
         : carried_(carried), buffers_(buffers), document_(document)
     {}
 
-    /// @return the index in the document. Scalars have bounds, which the format demands of times.
+    /// Returns the index in the document; writes the accessor if necessary. Scalars get bounds, which the format
+    /// requires for times.
     int Find(int accessor);
 
 private:

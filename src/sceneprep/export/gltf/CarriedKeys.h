@@ -8,20 +8,20 @@
 namespace Sceneprep::Gltf
 {
 
-/// @return the key of a record; -1 where the list of keys has none.
+/// Returns the key of a record; -1 if the list has no such entry.
 inline int KeyAt(const std::vector<int>& keys, int index)
 {
-    const auto place = static_cast<std::size_t>(index);
-    return index >= 0 && place < keys.size() ? keys[place] : -1;
+    const auto position = static_cast<std::size_t>(index);
+    return index >= 0 && position < keys.size() ? keys[position] : -1;
 }
 
-/// @return what the input's glTF held of a node of the scene; null for nodes that did not come from glTF.
+/// Returns the carried data of a node of the scene; null for nodes that were not read from glTF.
 const CarriedNode* CarriedNodeOf(const Model& model, int node);
 
-/// @return what the input's glTF held of a geometry; null for geometries that did not come from glTF.
+/// Returns the carried data of a geometry; null for geometries that were not read from glTF.
 const CarriedMesh* CarriedMeshOf(const Model& model, int geometry);
 
-/// What the carried clips animate.
+/// The objects that the carried clips animate.
 struct AnimatedKeys
 {
     std::set<int> nodes;      ///< keys of nodes whose translation, rotation or scale is animated
@@ -30,15 +30,15 @@ struct AnimatedKeys
 
 AnimatedKeys FindAnimatedKeys(const Carried& carried);
 
-/// A pointer of KHR_animation_pointer to an entry of a list, taken apart.
+/// The parts of a pointer of KHR_animation_pointer to an entry of a list.
 struct EntryPointer
 {
-    std::string list;  ///< "/materials/"; empty where the pointer does not lead to an entry of a list
+    std::string list;  ///< "/materials/"; empty if the pointer does not refer to an entry of a list
     int index = -1;
     std::string rest;  ///< "/emissiveFactor"
 };
 
-/// Takes "/materials/3/emissiveFactor" or "/extensions/KHR_lights_punctual/lights/3/color" apart at the number.
+/// Splits "/materials/3/emissiveFactor" or "/extensions/KHR_lights_punctual/lights/3/color" at the number.
 EntryPointer SplitPointer(const std::string& pointer);
 
 }  // namespace Sceneprep::Gltf

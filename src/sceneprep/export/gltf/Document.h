@@ -10,7 +10,7 @@
 namespace Sceneprep::Gltf
 {
 
-/// A glTF document while it is made: its lists, entry by entry as they are written.
+/// A glTF document under construction: its lists, to which the writers append entries.
 struct Document
 {
     Json asset = Json::object();
@@ -21,14 +21,13 @@ struct Document
     Json extensions = Json::object();
     Json extras = {};
 
-    /// Extensions in use that no object of the document names, as KHR_mesh_quantization.
+    /// Extensions in use that no object of the document names, such as KHR_mesh_quantization.
     std::set<std::string> impliedExtensions;
-    /// Extensions that readers must know. Those that turn out not to be in use are not written.
+    /// Extensions that readers must support. Those that are not in use at the end are not written.
     std::set<std::string> requiredExtensions;
 };
 
-/// Appends an entry to a list of the document.
-/// @return its index.
+/// Appends an entry to a list of the document and returns its index.
 int Append(std::vector<Json>& list, Json entry);
 
 /// @param list   a list of the document
@@ -42,7 +41,7 @@ std::string TextOf(const Json& value);
 std::set<std::string> UsedExtensions(const Document& document);
 
 /// Returns the document as JSON text, one line for each entry of a list.
-/// @param bufferSize  length of the buffer in bytes; no buffer is written when it is 0
+/// @param bufferSize  length of the buffer in bytes; no buffer is written if it is 0
 /// @param bufferUri   its file; empty for the binary chunk of a .glb file
 std::string TextOf(const Document& document, std::size_t bufferSize, const std::string& bufferUri);
 

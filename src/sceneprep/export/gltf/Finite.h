@@ -7,7 +7,7 @@
 namespace Sceneprep::Gltf
 {
 
-/// Returns the value, or the other one where it is infinite or NaN, neither of which the format can hold.
+/// Returns the value, or the other one if it is infinite or NaN, which the format does not allow.
 inline float Finite(float value, float otherwise) { return std::isfinite(value) ? value : otherwise; }
 
 inline D3DXVECTOR3 Finite(const D3DXVECTOR3& value, float otherwise)

@@ -9,15 +9,15 @@
 namespace Sceneprep::Gltf
 {
 
-/// What a surface adds to a primitive: its material, and the extras and extensions that primitives of the input had.
+/// The members of a primitive that come from the surface: its material, and extras and extensions of the input.
 struct PrimitiveLook
 {
     int material = -1;  ///< -1 for the default material of the format
     Json primitive = Json::object();
 };
 
-/// Writes materials: those of the input's glTF as they were, others as MaterialConverter makes them. Equal materials
-/// are written once, except those that animations refer to.
+/// Writes materials: those of glTF inputs unchanged, others as MaterialConverter converts them. Equal materials are
+/// written once, except those that animations refer to.
 class MaterialWriter
 {
 public:
@@ -27,14 +27,14 @@ public:
           animated_(std::move(animated))
     {}
 
-    /// @param texCoordSets  how many sets the surface's mesh has
+    /// Returns the look of a surface; writes its material if necessary.
+    /// @param texCoordSets  the number of texture coordinate sets of the surface's mesh
     const PrimitiveLook& Find(Importing::Surface& surface, std::size_t texCoordSets);
 
-    /// Writes a material of Carried::materials.
-    /// @return its index in the document.
+    /// Writes a material of Carried::materials and returns its index in the document.
     int WriteCarried(int key, const std::string& name = "");
 
-    /// @return the index in the document of a material of Carried::materials; -1 when it has not been written.
+    /// Returns the index in the document of a material of Carried::materials; -1 if it has not been written.
     int FindCarried(int key) const;
 
     /// Adds notes about dropped texture layers.

@@ -23,10 +23,10 @@ public:
     /// The model has to outlive the converter.
     MaterialConverter(const Model& model, TextureWriter& textures) : model_(model), textures_(textures) {}
 
-    /// @param texCoordSets  how many sets the mesh has; a layer needs the set that it names
+    /// @param texCoordSets  the number of texture coordinate sets of the mesh; a layer needs the set that it names
     Json Convert(Importing::Surface& surface, std::size_t texCoordSets);
 
-    /// Types of layers that the format has no place for, or that the mesh has no texture coordinates for.
+    /// The types of dropped layers: those that the format does not support, or whose texture coordinates are missing.
     const std::set<std::string>& DroppedLayers() const { return droppedLayers_; }
 
 private:

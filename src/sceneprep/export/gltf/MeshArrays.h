@@ -8,12 +8,12 @@
 namespace Sceneprep::Gltf
 {
 
-/// What had to be mended, because the format does not allow such values.
+/// The number of values that were corrected because the format does not allow them.
 struct MendedValues
 {
     std::size_t triangles = 0;   ///< dropped: NaN or infinite corners
-    std::size_t normals = 0;     ///< without a direction: replaced by the normal of a face
-    std::size_t tangents = 0;    ///< without a direction: replaced
+    std::size_t normals = 0;     ///< of length 0: replaced by the normal of a face
+    std::size_t tangents = 0;    ///< of length 0: replaced
     std::size_t texCoords = 0;   ///< not finite: replaced by (0, 0)
     std::size_t attributes = 0;  ///< values of other attributes that are not finite: replaced by 0
     std::size_t skins = 0;       ///< dropped: weights of joints that do not exist
@@ -22,7 +22,7 @@ struct MendedValues
     void AddNotes(Notes& notes) const;
 };
 
-/// A geometry in the document: what all primitives that show it share.
+/// The arrays of a geometry in the document, which all of its primitives share.
 struct MeshArrays
 {
     Json attributes = Json::object();

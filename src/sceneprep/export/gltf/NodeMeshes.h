@@ -10,12 +10,12 @@
 namespace Sceneprep::Gltf
 {
 
-/// Gives nodes their meshes: the surfaces of a node are the primitives of one mesh.
+/// Writes the meshes of nodes: the surfaces of a node are the primitives of one mesh.
 ///
-/// Surfaces that differ in their skin, or that came from meshes with weights, extras or extensions of their own, are
-/// several meshes; the first is the node's, the others get a child each. Nodes with the same primitives share a mesh.
-/// A primitive has as extras the `collisionOffset` of its surface, where it is not 0, and the `surfaceName`, where it
-/// is not the name of the geometry.
+/// Surfaces with different skins, or from meshes with weights, extras or extensions of their own, become several
+/// meshes. The first one belongs to the node, the others to a child each. Nodes with the same primitives share a mesh.
+/// The extras of a primitive are the `collisionOffset` of its surface if it is not 0, and the `surfaceName` if it
+/// differs from the name of the geometry.
 class NodeMeshWriter
 {
 public:
@@ -28,7 +28,7 @@ public:
     /// @param planned  index into the plan
     void Write(const ExportPlan& plan, std::size_t planned, const WrittenNodes& nodes);
 
-    /// @return the index in the document of a mesh of Carried::meshes; -1 when it is not written.
+    /// Returns the index in the document of a mesh of Carried::meshes; -1 if it is not written.
     int FindCarried(int key) const;
 
 private:
@@ -36,7 +36,7 @@ private:
     struct Group
     {
         int skin = -1;  ///< in the document
-        int mesh = -1;  ///< index into Carried::meshes, for meshes that have more than a name; -1 for others
+        int mesh = -1;  ///< index into Carried::meshes if the mesh has more than a name, otherwise -1
         bool hasTargets = false;
         std::vector<PlannedSurface> surfaces = {};
     };

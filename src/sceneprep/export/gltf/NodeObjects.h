@@ -10,11 +10,11 @@
 namespace Sceneprep::Gltf
 {
 
-/// Gives nodes their cameras and lights, those of the input's glTF as they were.
+/// Writes the cameras and lights of nodes; those of glTF inputs are written unchanged.
 ///
-/// A camera or light is at the node itself where its offset is only the half turn between the two conventions, the node
-/// has no other one, and the node is the one that had it in the input. Otherwise it is at a child, which has the name
-/// of that node, or of the camera or light.
+/// A camera or light is at the node itself if its offset is only the half turn between the two conventions, the node
+/// has no other one, and the node had it in the input, too. Otherwise it is at a child with the name of the node that
+/// had it, or with its own name.
 class NodeObjectWriter
 {
 public:
@@ -24,11 +24,11 @@ public:
     /// @param target  the node of the document
     void Write(int node, int target);
 
-    /// @return the index in the document of a camera or light of the input; -1 when it is not written.
+    /// Returns the index in the document of a camera or light of the input; -1 if it is not written.
     int FindCamera(int key) const;
     int FindLight(int key) const;
 
-    /// @return how many matrices are not finite.
+    /// Returns the number of matrices that are not finite.
     std::size_t Unplaced() const { return unplaced_; }
     /// Adds notes about dropped lights.
     void AddNotes(Notes& notes) const;

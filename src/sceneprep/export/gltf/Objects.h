@@ -17,7 +17,7 @@ Json ConvertCamera(Importing::Camera& camera);
 
 /// Converts a light for KHR_lights_punctual: the largest component of the diffuse colour is the intensity. Cone angles
 /// are those of spot lights, at most a right angle. A range that was never set is omitted.
-/// @return none for a light without a type.
+/// Returns nothing for a light without a type.
 std::optional<Json> ConvertLight(Importing::Light& light);
 
 /// Returns the local matrix, a rotation and a translation, of a node for a camera or light with the given offset. In

@@ -7,7 +7,7 @@
 namespace Sceneprep::Gltf
 {
 
-/// Writes a primitive as it came: its mode, indices, attributes and morph targets.
+/// Writes a primitive of the input unchanged: its mode, indices, attributes and morph targets.
 MeshArrays WritePinned(const CarriedPrimitive& primitive, Buffers& buffers, Document& document);
 
 }  // namespace Sceneprep::Gltf

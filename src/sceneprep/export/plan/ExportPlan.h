@@ -11,7 +11,7 @@
 namespace Sceneprep
 {
 
-/// A surface that a node of the file shows.
+/// A surface that a node of the file references.
 struct PlannedSurface
 {
     int surface = -1;
@@ -30,10 +30,10 @@ struct PlannedNode
     std::vector<PlannedSurface> surfaces = {};
 };
 
-/// What is written of a scene, in terms of no format. Both writers start from it.
+/// The content of a file, independent of its format. Both writers start from it.
 ///
-/// Nodes are those that the scene's root leads to, parents before children, siblings in the order of their list, the
-/// root first; then the joints that are no nodes of the scene. It is empty when the scene has no root.
+/// Its nodes are the reachable nodes of the scene, the root first, parents before children, siblings in the order of
+/// their list; then the joints that are not nodes of the scene. It is empty if the scene has no root.
 struct ExportPlan
 {
     Pipeline::NodeWalk walk;
@@ -43,26 +43,26 @@ struct ExportPlan
     UniqueNames names;                        ///< of the nodes
 };
 
-/// What a format asks of the plan.
+/// The requirements of a format.
 struct PlanRequest
 {
-    /// Says whether surfaces of a geometry are written.
+    /// Returns whether surfaces of a geometry are written.
     std::function<bool(int geometry)> isShown = {};
-    /// Says whether the joints of a geometry become bones where a node shows it. Empty: no geometry has bones.
+    /// Returns whether the joints of a geometry at a node become bones. Empty: no geometry has bones.
     std::function<bool(int geometry, int node)> hasBones = {};
-    /// Converts a name into one that the format can hold. Empty: every name is written as it is.
+    /// Converts a name into one that the format allows. Empty: names are not changed.
     std::function<std::string(const std::string&)> fileText = {};
-    /// Counts names, besides those of the nodes, that joints must not have. Called only where there are bones.
+    /// Counts further names, in addition to those of nodes, that joints must not have. Called only if there are bones.
     std::function<void(UniqueNames&)> countOtherNames = {};
     /// Readers of the format find animated nodes by name, so these need unique names, as joints do.
     bool animatedNodesNeedNames = false;
 };
 
-/// Plans what is written of a scene.
+/// Plans the nodes, skeletons and unique names of a file.
 ///
 /// Nodes keep their names, except that joints and, if requested, animated nodes get unique ones. Joints are nodes of
 /// the scene or further nodes, as Pipeline::Skeletons finds them; meshes with the same joints share a skeleton.
-/// @throws std::out_of_range when an index of the scene is out of range.
+/// @throws std::out_of_range if an index of the scene is not valid.
 ExportPlan MakeExportPlan(Importing::SceneContainer& scene, const PlanRequest& request);
 
 }  // namespace Sceneprep

@@ -18,7 +18,7 @@ public:
     std::size_t Uses(const std::string& name) const;
 
     /// Makes a name that has no use yet: the wanted name, or the name with _2, _3, ... appended. Counts it.
-    /// @param otherwise  is wanted where the name is empty
+    /// @param otherwise  replaces an empty name
     std::string Make(const std::string& wanted, const std::string& otherwise);
 
 private:

@@ -15,7 +15,7 @@
 namespace Sceneprep::GltfImport
 {
 
-/// The elements of an accessor. They are bytes of a buffer, or `own` ones.
+/// The elements of an accessor: bytes of a buffer, or of `own`.
 struct Accessor
 {
     Elements elements;
@@ -34,24 +34,23 @@ public:
     std::size_t Count() const { return count_; }
 
     /// @param reference  a number that refers to an accessor
-    /// @param types      the element types that are allowed there, as "VEC3"; all when empty
-    /// @throws FormatError when there is no such accessor, its type is not allowed, or it leads outside its buffer
-    /// view.
+    /// @param types      the element types that are allowed there, as "VEC3"; empty for all
+    /// @throws FormatError if the accessor does not exist, its type is not allowed, or it exceeds its buffer view.
     Accessor Get(const Field& reference, std::initializer_list<std::string_view> types = {});
 
-    /// Copies an accessor's numbers as they are stored.
+    /// Copies the stored numbers of an accessor.
     CarriedAccessor Carry(const Field& reference, std::initializer_list<std::string_view> types = {});
-    /// As above, of an accessor that has been looked up. Its index leads to min and max.
+    /// Copies the stored numbers of an accessor that has been looked up. The index is needed for min and max.
     CarriedAccessor Carry(const Accessor& accessor);
 
-    /// @return all components as floats.
+    /// Returns all components as floats.
     std::vector<float> Floats(const Field& reference, std::initializer_list<std::string_view> types);
 
 private:
     void ReadView(const Field& field, Elements& elements);
     void ResolveSparse(const Field& sparse, Accessor& accessor);
 
-    std::optional<Field> list_;  ///< none in documents without accessors
+    std::optional<Field> list_;  ///< empty in documents without accessors
     BufferViews& views_;
     std::size_t count_;
 };

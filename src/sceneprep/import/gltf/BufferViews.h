@@ -12,14 +12,14 @@
 namespace Sceneprep::GltfImport
 {
 
-/// The bytes that a buffer view shows.
+/// The bytes of a buffer view.
 struct BufferView
 {
     std::span<const std::uint8_t> bytes;
-    std::size_t stride = 0;  ///< 0 where the elements are tightly packed
+    std::size_t stride = 0;  ///< 0 if the elements are tightly packed
 };
 
-/// The buffer views of a document. Compressed ones are decoded when they are asked for first, and kept.
+/// The buffer views of a document. Compressed ones are decoded at their first use, and cached.
 class BufferViews
 {
 public:
@@ -28,13 +28,13 @@ public:
 
     std::size_t Count() const { return count_; }
 
-    /// @throws FormatError when the view leads outside its buffer, or cannot be decoded.
+    /// @throws FormatError if the view exceeds its buffer or cannot be decoded.
     BufferView Get(std::size_t index);
 
 private:
     std::span<const std::uint8_t> BytesOf(const Field& view);
 
-    std::optional<Field> list_;  ///< none in documents without buffer views
+    std::optional<Field> list_;  ///< empty in documents without buffer views
     Buffers& buffers_;
     std::size_t count_;
     std::unordered_map<std::size_t, std::vector<std::uint8_t>> decoded_;

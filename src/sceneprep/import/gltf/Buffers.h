@@ -11,23 +11,23 @@
 namespace Sceneprep::GltfImport
 {
 
-/// The buffers of a document. Each is loaded when it is asked for first, so buffers that nothing uses need not exist:
-/// the fallbacks of compressed buffers have no bytes.
+/// The buffers of a document. Each is loaded at its first use, so unused buffers need not exist, such as the fallbacks
+/// of compressed buffers, which have no bytes.
 class Buffers
 {
 public:
     /// @param document  has to outlive the object
     /// @param file      references to other files are relative to its folder
-    /// @param binary    the binary chunk, which is the first buffer where that has no URI
+    /// @param binary    the binary chunk, which is the first buffer if that has no URI
     Buffers(const Field& document, std::filesystem::path file, std::optional<std::vector<std::uint8_t>> binary);
 
     std::size_t Count() const { return buffers_.size(); }
 
-    /// @return whether a buffer names its bytes; fallbacks of compressed buffers need not have any.
+    /// Returns whether a buffer has bytes. Fallbacks of compressed buffers need none.
     bool HasBytes(std::size_t index) const;
 
-    /// @return the bytes of a buffer, as many as its byteLength.
-    /// @throws FormatError when the buffer has no bytes, or fewer than it promises.
+    /// Returns the bytes of a buffer, as many as its byteLength.
+    /// @throws FormatError if the buffer has fewer bytes.
     std::span<const std::uint8_t> Get(std::size_t index);
 
 private:

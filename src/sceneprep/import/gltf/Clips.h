@@ -9,9 +9,9 @@
 namespace Sceneprep::GltfImport
 {
 
-/// Reads all animations into Carried::clips, as they are: keys are not resampled. Channels without a target, which the
-/// format says to ignore, are dropped.
-/// @throws FormatError when samplers and accessors do not exist or do not fit each other.
+/// Reads all animations into Carried::clips; keys are not resampled. Channels without a target are dropped, as the
+/// format requires.
+/// @throws FormatError if samplers or accessors do not exist or do not match.
 void CarryClips(const Field& document, Accessors& accessors, Carried& carried);
 
 }  // namespace Sceneprep::GltfImport

@@ -8,7 +8,7 @@
 namespace Sceneprep::GltfImport
 {
 
-/// The numbers that stand for component types in the format.
+/// The numbers of component types in the format.
 enum class Component
 {
     Byte = 5120,
@@ -22,14 +22,14 @@ enum class Component
 bool IsComponent(std::size_t number);
 std::size_t SizeOf(Component component);
 
-/// How the elements of an accessor are laid out.
+/// The layout of an accessor's elements.
 struct ElementType
 {
-    std::size_t columns = 0;  ///< 1 but for matrices; 0 for an unknown type
+    std::size_t columns = 0;  ///< 1 except for matrices; 0 for an unknown type
     std::size_t rows = 0;
 
     std::size_t Count() const { return columns * rows; }
-    /// @return the bytes of one element: the columns of a matrix begin at multiples of 4 bytes.
+    /// Returns the size of one element in bytes. The columns of a matrix begin at multiples of 4 bytes.
     std::size_t SizeIn(Component component) const;
 };
 
@@ -47,8 +47,8 @@ struct Elements
     bool isNormalized = false;
 };
 
-/// Writes all components as floats, tightly packed. Normalised integers become numbers from 0 or -1 to 1 in the way of
-/// the format.
+/// Writes all components as floats, tightly packed. Normalised integers become numbers from 0 or -1 to 1, as the
+/// format defines.
 /// @param floats  [count * type.Count()]
 void ToFloats(const Elements& elements, float* floats);
 

@@ -16,12 +16,12 @@ class Mesh;
 namespace Sceneprep::GltfImport
 {
 
-/// A primitive that KHR_draco_mesh_compression has compressed, decoded.
+/// Decodes a primitive that is compressed by KHR_draco_mesh_compression.
 class DracoMesh
 {
 public:
     /// @param extension  the extension's object, for messages
-    /// @throws FormatError when the bytes cannot be decoded.
+    /// @throws FormatError if the bytes cannot be decoded.
     DracoMesh(const Field& extension, std::span<const std::uint8_t> encoded);
     ~DracoMesh();
     DracoMesh(DracoMesh&&) noexcept;
@@ -29,13 +29,13 @@ public:
 
     std::size_t VertexCount() const;
 
-    /// @return three indices for each triangle.
+    /// Returns three indices for each triangle.
     std::vector<std::uint32_t> Indices() const;
 
     /// Copies the values of an attribute, one for each vertex, tightly packed.
     /// @param id    the number that the extension gives the attribute
     /// @param type, component  of the accessor that the attribute replaces
-    /// @throws FormatError when the mesh has no such attribute, or it has another number of components.
+    /// @throws FormatError if the mesh does not have the attribute, or it has another number of components.
     std::vector<std::uint8_t> Values(const Field& id, ElementType type, Component component) const;
 
 private:

@@ -15,7 +15,7 @@
 namespace Sceneprep::GltfImport
 {
 
-/// A file that does not follow the format. The text is one line: the JSON path, and what is wrong with which value.
+/// A file that violates the format. The text is one line: the JSON path, the value and the error.
 class FormatError : public std::runtime_error
 {
 public:
@@ -23,7 +23,7 @@ public:
 };
 
 /// The path of a value in the document, as "meshes[3].primitives[0].indices". Costs no allocation until it is printed.
-/// Keys are not copied: they have to outlive the path. Deeper paths than the format has are cut.
+/// Keys are not copied: they have to outlive the path. Paths that are deeper than in the format are cut.
 class JsonPath
 {
 public:
@@ -57,8 +57,8 @@ private:
     std::size_t count_ = 0;
 };
 
-/// A value of the document together with its path, so that whatever is wrong with it can be reported. The document has
-/// to outlive it. All members throw FormatError where the value is not what was asked for.
+/// A value of the document together with its path, for error messages. The document has to outlive it. All members
+/// throw FormatError if the value does not have the requested type or range.
 class Field
 {
 public:
@@ -68,22 +68,22 @@ public:
     const JsonPath& Where() const { return path_; }
     [[noreturn]] void Fail(const std::string& problem) const;
 
-    /// @return the member; none where there is none.
+    /// Returns the member; nothing if the object does not have it.
     std::optional<Field> Find(std::string_view key) const;
     bool Has(std::string_view key) const { return FindMember(key) != nullptr; }
     Field Member(std::string_view key) const;
 
-    /// @return the length of an array.
+    /// Returns the length of an array.
     std::size_t Size() const;
     Field Element(std::size_t index) const;
-    /// @return the length of the array that the member is; 0 without the member.
+    /// Returns the length of a member that is an array; 0 without the member.
     std::size_t SizeOf(std::string_view key) const;
 
     /// The value itself.
     /// @{
     double Number() const;
     std::size_t Whole() const;
-    /// @return a whole number below `count`.
+    /// Returns a whole number below `count`.
     int IndexBelow(std::size_t count) const;
     const std::string& Text() const;
     /// Fills all numbers from an array of exactly that length.
@@ -92,24 +92,24 @@ public:
 
     /// A member that may be missing.
     /// @{
-    /// @return -1 without the member.
+    /// Returns -1 without the member.
     int IndexOrNone(std::string_view key, std::size_t count) const;
     std::size_t WholeOr(std::string_view key, std::size_t otherwise) const;
     double NumberOr(std::string_view key, double otherwise) const;
     std::string TextOr(std::string_view key, const std::string& otherwise) const;
     bool FlagOr(std::string_view key, bool otherwise) const;
-    /// Leaves the numbers alone without the member.
+    /// Does not change the numbers without the member.
     template <std::size_t Count>
     void NumbersIfAny(std::string_view key, std::array<double, Count>& numbers) const
     {
         if (const Json* member = FindMember(key))
             Field(*member, path_.Member(key)).Numbers(numbers.data(), Count);
     }
-    /// @return the extension of that name of this object.
+    /// Returns the extension of that name of this object.
     std::optional<Field> Extension(std::string_view name) const;
     /// @}
 
-    /// @return keys and values of an object, in the order of the file.
+    /// Returns keys and values of an object, in the order of the file.
     const Json::object_t& Members() const;
 
 private:
@@ -119,8 +119,7 @@ private:
     JsonPath path_;
 };
 
-/// Takes a member out of an object.
-/// @return null where there is none.
+/// Removes a member from an object and returns it; null if there is none.
 Json Take(Json& object, std::string_view key);
 
 }  // namespace Sceneprep::GltfImport

@@ -10,24 +10,25 @@
 namespace Sceneprep::GltfImport
 {
 
-/// What could not be kept of vertices.
+/// Counts of values of vertices that cannot be kept.
 struct VertexLosses
 {
-    std::size_t weights = 0;   ///< that are NaN or infinite
-    std::size_t integers = 0;  ///< attributes with whole numbers that floats do not hold
+    std::size_t weights = 0;   ///< NaN or infinite
+    std::size_t integers = 0;  ///< attributes with integers that a float cannot represent
 };
 
 /// Fills the vertices of geometries.
 ///
-/// Texture coordinates have v upwards: v = 1 - v of the file. Attributes without a place of their own are stored in
-/// further texture coordinate sets as they are: colours with four components, tangents, and attributes with names that
-/// the format does not know. A mesh without normals has normals (0, 0, 0).
+/// Texture coordinates have v upwards: v = 1 - v of the file. Attributes that vertices of the container do not have are
+/// stored unchanged in further texture coordinate sets: colours with four components, tangents, and custom attributes.
+/// A mesh without normals has normals (0, 0, 0).
 class GeometryFiller
 {
 public:
-    /// @param jointCount  number of joints of the skin; 0 where no skin moves the mesh: then vertices get no weights
-    /// @return what the texture coordinate sets hold.
-    /// @throws FormatError when a weight other than 0 belongs to a joint that the skin does not have.
+    /// Fills the vertices of one geometry.
+    /// @param jointCount  number of joints of the skin; 0 for a mesh without a skin, whose vertices get no weights
+    /// @return the content of the texture coordinate sets
+    /// @throws FormatError if a weight other than 0 belongs to a joint that the skin does not have.
     Pipeline::VertexLayout Fill(const Primitive& primitive, std::size_t jointCount, Importing::Geometry& geometry);
 
     const VertexLosses& Losses() const { return losses_; }
@@ -40,7 +41,7 @@ private:
     void FillWeights(const Primitive& primitive, std::size_t jointCount, Importing::Geometry& geometry);
     void CheckPrecision(const Elements& elements);
 
-    /// Converts into a buffer that is used again and again.
+    /// Converts into a buffer that is reused.
     const float* Floats(const Elements& elements);
 
     std::vector<float> floats_;

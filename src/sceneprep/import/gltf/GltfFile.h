@@ -19,7 +19,7 @@ struct GltfFile
     std::optional<std::vector<std::uint8_t>> binary = {};
 };
 
-/// @return whether the file's extension is .gltf or .glb, in upper or lower case.
+/// Returns whether the file's extension is .gltf or .glb, in upper or lower case.
 bool HasGltfExtension(const std::filesystem::path& file);
 
 /// Opens a file; the first bytes decide between the text form and the binary one.

@@ -7,9 +7,9 @@
 namespace Sceneprep::GltfImport
 {
 
-/// Reads the images of a document into Carried::images, in the order of the file. Embedded images are copied as they
-/// are, without decoding; files are not opened.
-/// @throws FormatError when an embedded image cannot be found.
+/// Reads the images of a document into Carried::images, in the order of the file. Embedded images are copied
+/// without decoding; files are not opened.
+/// @throws FormatError if an embedded image does not exist.
 void ReadImages(const Field& document, BufferViews& views, Model& model);
 
 }  // namespace Sceneprep::GltfImport

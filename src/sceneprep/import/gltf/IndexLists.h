@@ -13,11 +13,12 @@ struct IndexList
 {
     std::size_t polySize = 3;  ///< 1 for points, 2 for lines, 3 for triangles
     std::vector<std::uint32_t> indices = {};
-    std::size_t leftOver = 0;  ///< indices at the end that make no whole polygon, and are not in the list
+    std::size_t leftOver = 0;  ///< indices at the end that do not complete a polygon, and are not in the list
 };
 
-/// Makes lists of strips, fans and loops; triangles keep their winding. Without indices vertices are used in order.
-/// @throws FormatError when an index is not below the number of vertices.
+/// Converts strips, fans and loops to plain lists; triangles keep their winding. Without indices, vertices are used in
+/// order.
+/// @throws FormatError if an index is not below the number of vertices.
 IndexList MakeIndexList(const Primitive& primitive, const Field& field);
 
 }  // namespace Sceneprep::GltfImport

@@ -16,14 +16,14 @@ struct Placement
     std::array<double, 3> scale = {1, 1, 1};
 };
 
-/// @return the matrix for row vectors: scale, then rotation, then translation. Computed in double precision; the
-///         quaternion is taken as it is.
+/// Returns the matrix for row vectors: scale, then rotation, then translation. Computed in double precision; the
+/// quaternion is not normalised.
 D3DXMATRIX MatrixOf(const Placement& placement);
 
-/// @return the local matrix of a node: its matrix, or that of its translation, rotation and scale.
+/// Returns the local matrix of a node: its matrix, or that of its translation, rotation and scale.
 D3DXMATRIX LocalMatrix(const Field& node);
 
-/// @return the placement of a node; that of a node with a matrix is taken apart.
+/// Returns translation, rotation and scale of a node; a matrix is decomposed.
 Placement PlacementOf(const Field& node);
 
 }  // namespace Sceneprep::GltfImport

@@ -13,16 +13,15 @@
 namespace Sceneprep::GltfImport
 {
 
-/// Adds the materials that primitives use to the container: one for each combination of a material and what primitives
-/// say in addition, so that steps join only what agrees in everything. Materials that are equal in everything become
-/// one.
+/// Adds the materials that primitives use to the container: one for each combination of a material with the extras and
+/// extensions of a primitive, so that steps merge only surfaces that agree in everything. Equal materials become one.
 class Materials
 {
 public:
-    /// Images have to be read. Both have to outlive the object.
+    /// Images must have been read. Both have to outlive the object.
     Materials(const Field& document, Model& model);
 
-    /// Gives the surface the material and the layers of a primitive.
+    /// Sets the material and the layers of a surface to those of a primitive.
     /// @param extras  extras and extensions of the primitive
     void Apply(const Field& primitive, const Json& extras, Importing::Surface& surface);
 

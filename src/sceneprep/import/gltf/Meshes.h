@@ -17,8 +17,8 @@
 namespace Sceneprep::GltfImport
 {
 
-/// Converts meshes when nodes ask for them: one geometry for each primitive, which all nodes with the mesh share.
-/// Primitives with morph targets, points and lines are pinned, and their numbers carried as they are stored.
+/// Converts meshes when nodes first use them: one geometry for each primitive, which all nodes with the mesh share.
+/// Primitives with morph targets, points and lines are pinned, and their stored numbers are carried.
 class Meshes
 {
 public:
@@ -26,15 +26,15 @@ public:
     Meshes(const Field& document, Accessors& accessors, BufferViews& views, Materials& materials, Model& model,
            Pipeline::PartListener listener);
 
-    /// @param skin        the skin that moves the mesh, -1 for none: each gets geometries of its own
-    /// @param jointCount  of the skin
-    /// @return one surface for each primitive.
+    /// Returns one surface for each primitive of a mesh.
+    /// @param skin        the skin of the mesh, -1 for none; each skin gets its own geometries
+    /// @param jointCount  number of joints of the skin
     const std::vector<Importing::Surface>& SurfacesOf(int mesh, int skin, std::size_t jointCount);
 
-    /// Adds notes about what could not be kept so far.
+    /// Adds notes about content that has been dropped so far.
     void AddNotes(Notes& notes) const;
 
-    /// To be called last: moves the objects of the meshes, without primitives, into Carried::meshes.
+    /// Moves the objects of the meshes, without primitives, into Carried::meshes. Call it last.
     /// @param meshes  the list of the document
     void CarryMeshes(Json& meshes);
 

@@ -7,13 +7,13 @@
 namespace Sceneprep::GltfImport
 {
 
-/// Gives the nodes that clips move an animation of the container, for formats that write those: keys at every time at
-/// which translation, rotation or scale has one. A node that several clips move gets the animation of the first one.
-/// Clips have to be carried.
+/// Adds an animation of the container for every node that clips animate, for formats other than glTF: keys at every
+/// time at which translation, rotation or scale has one. A node in several clips gets the animation of the first one.
+/// Clips must have been carried.
 void AddNodeAnimations(const Field& document, const SceneNodes& nodes, Model& model);
 
-/// Marks nodes that have to stay in the hierarchy though the container does not show why: joints, nodes whose weights
-/// or other properties an animation changes, and hidden nodes. Clips and skins have to be carried.
+/// Marks nodes that must stay in the hierarchy for reasons that are not in the container: joints, nodes whose weights
+/// or other properties are animated, and hidden nodes. Clips and skins must have been carried.
 void MarkKeptNodes(const Field& document, const SceneNodes& nodes, Model& model);
 
 }  // namespace Sceneprep::GltfImport

@@ -17,7 +17,7 @@ struct NodeTree
     std::vector<std::vector<int>> children;  ///< [nodes]
 };
 
-/// @throws FormatError when the nodes are no forest.
+/// @throws FormatError if a node has two parents or is its own ancestor.
 NodeTree ReadNodeTree(const Field& document);
 
 /// The scene that is read.
@@ -27,10 +27,10 @@ struct ChosenScene
     std::vector<int> roots;  ///< in the order of the file
 };
 
-/// Chooses a scene: the one of that name or number, else the default scene, else the first. A document without scenes
-/// has all nodes without parent as roots.
+/// Chooses a scene: the one with that name or number, else the default scene, else the first one. In a document without
+/// scenes, all nodes without a parent are roots.
 /// @param wanted  a name, or a number counted from 0; names take precedence
-/// @throws FormatError when there is no such scene, or a root of it is the child of a node.
+/// @throws FormatError if the scene does not exist, or one of its roots is the child of a node.
 ChosenScene ChooseScene(const Field& document, const NodeTree& tree, const std::optional<std::string>& wanted);
 
 }  // namespace Sceneprep::GltfImport

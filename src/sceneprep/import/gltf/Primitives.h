@@ -12,7 +12,7 @@
 namespace Sceneprep::GltfImport
 {
 
-/// The values that the vertices of a primitive have for one attribute.
+/// The values of one attribute of a primitive's vertices.
 struct Attribute
 {
     std::string_view name;  ///< a key of the document, as "POSITION"
@@ -42,12 +42,12 @@ inline constexpr int kTriangles = 4;
 inline constexpr int kTriangleStrip = 5;
 inline constexpr int kTriangleFan = 6;
 
-/// Reads a primitive of a mesh.
-/// @return none for a primitive without positions, which the format allows and says not to draw.
-/// @throws FormatError when accessors are missing, have the wrong type, or different lengths.
+/// Reads a primitive of a mesh. Returns nothing for a primitive without positions, which the format allows but which is
+/// not drawn.
+/// @throws FormatError if accessors are missing, have the wrong type, or different lengths.
 std::optional<Primitive> ReadPrimitive(const Field& primitive, Accessors& accessors, BufferViews& views);
 
-/// Copies the numbers of a primitive as they are stored.
+/// Copies the stored numbers of a primitive.
 CarriedPrimitive Carry(const Primitive& primitive, Accessors& accessors);
 
 }  // namespace Sceneprep::GltfImport

@@ -10,7 +10,7 @@
 namespace Sceneprep::GltfImport
 {
 
-/// Converts what the container's material has a place for: colours of the metallic-roughness or the
+/// Converts the properties that the container's material has: colours of the metallic-roughness or the
 /// specular-glossiness model, and the power that corresponds to the roughness. Only the alpha mode BLEND makes a
 /// material transparent.
 Importing::Material ConvertMaterial(const Field& material);

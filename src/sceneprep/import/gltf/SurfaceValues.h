@@ -6,12 +6,12 @@
 namespace Sceneprep::GltfImport
 {
 
-/// Moves what sceneprep writes about a surface from the extras of an object to the surface: "collisionOffset", a whole
-/// number, and "surfaceName". Extras that become empty are removed; other extras and values of other types stay.
+/// Moves the values that sceneprep writes for a surface from the extras of an object to the surface: "collisionOffset",
+/// an integer, and "surfaceName". Extras that become empty are removed; other extras and values of other types stay.
 /// @param object  a primitive, or a node for files of older versions
 void TakeSurfaceValues(Json& object, Importing::Surface& surface);
 
-/// @return whether TakeSurfaceValues() would change a surface.
+/// Returns whether TakeSurfaceValues() would change a surface.
 bool HasSurfaceValues(const Json& object);
 
 }  // namespace Sceneprep::GltfImport

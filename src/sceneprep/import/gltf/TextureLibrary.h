@@ -12,11 +12,11 @@ namespace Sceneprep::GltfImport
 class TextureLibrary
 {
 public:
-    /// Images have to be read. Both have to outlive the object.
+    /// Images must have been read. Both have to outlive the object.
     TextureLibrary(const Field& document, Model& model);
 
     /// @param reference  the number of a texture
-    /// @return the entry for the image of a texture; -1 where the texture has none.
+    /// @return the entry for the image of a texture; -1 if the texture has no image
     int Find(const Field& reference);
 
 private:

@@ -19,8 +19,8 @@ public:
     const std::vector<float>& Times() const { return times_; }
 
     /// Computes the value at a time as the format interpolates it; before the first key and after the last one the
-    /// value does not change. There has to be a key.
-    /// @return three numbers, or the four of a unit quaternion.
+    /// value is constant. There must be a key.
+    /// @return three numbers, or the four of a unit quaternion
     std::array<double, 4> ValueAt(double time) const;
 
 private:

@@ -12,7 +12,7 @@ namespace Sceneprep
 /// @return the exit status.
 int RunCommand(const Options& options, const RunContext& context);
 
-/// Returns what a command works on: the name of its first input.
+/// Returns the subject of a command: the name of its first input.
 std::string SubjectOf(const Options& options);
 
 }  // namespace Sceneprep

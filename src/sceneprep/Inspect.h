@@ -8,7 +8,7 @@
 namespace Sceneprep
 {
 
-/// Runs `inspect`: reads a model and prints its counts, its measure and, if asked, its hierarchy.
+/// Runs `inspect`: reads a model and prints its counts, its measure and, if requested, its hierarchy.
 /// @throws ToolError if the input cannot be read.
 void Inspect(const InspectOptions& options, const PluginLibrary& plugin, const RunContext& context, Progress& progress);
 

@@ -19,7 +19,7 @@
 #include <regex>
 #include <sstream>
 
-// Model files as they come: the bundled ones, and those of a further folder where there is one.
+// Tests with model files: the bundled ones, and those of a further folder if there is one.
 
 namespace
 {
@@ -97,7 +97,7 @@ protected:
 
     void Run(SceneContainer& scene, const PrepareOptions& options) { PrepareScene(scene, options); }
 
-    /// Runs the steps over the file, with what the tool itself compares.
+    /// Runs the steps on the file, and compares the result as the program does.
     void ExpectNoDifferenceAfter(const PrepareOptions& options)
     {
         SceneContainer scene = Import(GetParam());

@@ -33,7 +33,7 @@ void CheckNodes(const SceneContainer& scene)
     }
 }
 
-/// Visits what the root reaches; meeting a node for the second time means a second parent or a cycle.
+/// Visits the nodes that are reachable from the root. A node that is visited twice has two parents or is in a cycle.
 void CheckTree(const SceneContainer& scene)
 {
     if (scene.GetRootNodeIndex() == -1)

@@ -10,9 +10,9 @@ namespace Pipeline
 /// The number of things of one kind that a step changed.
 struct Change
 {
-    std::string what;  ///< plural, as "nodes renamed"
+    std::string what;  ///< plural, such as "nodes renamed"
     std::size_t count = 0;
-    /// The name of what was lost, as "tangents"; empty when nothing was.
+    /// The name of the loss, such as "tangents"; empty if nothing was lost.
     std::string loss = {};
 
     friend bool operator==(const Change&, const Change&) = default;

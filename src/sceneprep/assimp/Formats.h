@@ -24,7 +24,7 @@ enum class Content
     FurtherUVs  ///< UV sets after the first
 };
 
-/// What a format can express, as Assimp or this program writes it.
+/// The capabilities of a format, as Assimp or this program writes it.
 struct FormatTraits
 {
     std::vector<Content> lacks = {};

@@ -31,7 +31,7 @@ bool IsDoubleSided(const Json& material, bool) { return material.value("doubleSi
 
 bool IsUnlit(const Json& material, bool) { return HasExtension(material, "KHR_materials_unlit"); }
 
-/// A glTF material is a metal where it does not say otherwise.
+/// A glTF material is metallic by default.
 bool IsMetallic(const Json& material, bool isFromGltf)
 {
     const double otherwise = isFromGltf ? 1 : 0;
@@ -39,7 +39,7 @@ bool IsMetallic(const Json& material, bool isFromGltf)
     return (pbr == material.end() ? otherwise : pbr->value("metallicFactor", otherwise)) > 0;
 }
 
-/// The container holds emission above 1 and the colour of highlights.
+/// The container has emission above 1 and a specular colour, so these are not lost.
 bool HasLayers(const Json& material, bool)
 {
     const auto extensions = material.find("extensions");

@@ -43,7 +43,7 @@ void ConvertVertices(Geometry& geometry, aiMesh& mesh)
     }
 }
 
-/// Merged meshes may hold vertices with fewer sets than others; what they lack is (0, 0).
+/// Merged meshes may contain vertices with fewer sets than others. Missing coordinates are (0, 0).
 void ConvertUVSets(Geometry& geometry, aiMesh& mesh)
 {
     const unsigned sets = CountUVSets(geometry);
@@ -118,7 +118,7 @@ void AddBones(Geometry& geometry, const std::vector<std::string>& bones, aiMesh&
         bone->mName = bones[b];
         bone->mOffsetMatrix = FromMatrix(bind);
         if (weights[b].empty())
-            weights[b].emplace_back(0, 0.0F);  // exporters want at least one
+            weights[b].emplace_back(0, 0.0F);  // exporters need at least one
         bone->mNumWeights = static_cast<unsigned>(weights[b].size());
         bone->mWeights = new aiVertexWeight[bone->mNumWeights];
         std::copy(weights[b].begin(), weights[b].end(), bone->mWeights);

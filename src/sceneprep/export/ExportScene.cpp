@@ -27,7 +27,7 @@ using Importing::SceneContainer;
 /// Rotates a frame in which y points up into one in which z points up.
 const D3DXMATRIX kTurnZUp = {1, 0, 0, 0, 0, 0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1};
 
-/// Assimp's scene while it is built, and what it is built from.
+/// Assimp's scene under construction, and the parts from which it is built.
 struct Building
 {
     Building(SceneContainer& source, const Textures& textures, const WriteFormat& target)
@@ -82,7 +82,7 @@ void BuildFlat(const ExportPlan& plan, Building& building)
 }
 
 /// Adds the planned nodes and their animations.
-/// @return [planned nodes] the nodes of the file.
+/// Adds the planned nodes, and returns [planned nodes] their indices in the file.
 std::vector<int> AddNodes(const ExportPlan& plan, Building& building)
 {
     const int top = building.format.LosesRoot() ? building.nodes.Add(-1, "") : -1;

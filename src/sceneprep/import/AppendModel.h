@@ -11,7 +11,7 @@ namespace Sceneprep
 /// lose a name that another image or a texture file has too. References of the other model that are relative to its own
 /// folder become relative to the folder of the first one.
 ///
-/// Supplement and carried data are appended as AppendCarried() says. Materials with different carried data
+/// Supplement and carried data are appended by AppendCarried(). Materials with different carried data
 /// stay separate, even if they are equal in the container. Roots that the import added are replaced by their children.
 ///
 /// Both texture libraries are rewritten. The spare node that SceneContainer::AppendSC() leaves, and roots that were

@@ -14,9 +14,9 @@ namespace Sceneprep
 ///
 /// The scene gets nodes with their local matrices (the root first, parents before children), meshes as triangles with
 /// normals and all UV sets, one surface for each mesh reference of a node, the materials and textures that surfaces
-/// use, cameras, lights, animations of nodes, and skins (see ImportSkins()). A mesh without normals
-/// stays without. What the scene cannot hold is carried by the model: vertex colours, morph targets,
-/// points and lines, all clips, and material properties of glTF.
+/// use, cameras, lights, animations of nodes, and skins (see ImportSkins()). A mesh without normals stays without. The
+/// model carries content that the scene cannot hold: vertex colours, morph targets, points and lines, all clips, and
+/// material properties of glTF. Dropped content is reported in `model.notes`.
 ///
 /// @throws ToolError if the file does not exist, has an unsupported format, or cannot be read.
 void ImportModel(const std::filesystem::path& file, Model& model, Progress& progress);

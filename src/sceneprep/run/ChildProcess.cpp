@@ -106,7 +106,7 @@ std::uint64_t DefaultMemoryLimit()
 ChildResult RunInChildProcess(std::uint64_t memoryLimit, const std::function<int()>& command)
 {
     std::cout.flush();
-    std::fflush(nullptr);  // or both processes would print what is buffered
+    std::fflush(nullptr);  // otherwise both processes would print the buffered text
     const StopSignals signals;
     const pid_t child = fork();
     if (child < 0)

@@ -11,7 +11,7 @@ namespace Sceneprep
 /// Signals that ask the program to stop. Those that are ignored when it starts, as under nohup, stay ignored.
 inline constexpr std::array<int, 3> kStopSignals = {SIGHUP, SIGINT, SIGTERM};
 
-/// How a process ended.
+/// The end of a process.
 struct ChildResult
 {
     int status = 0;         ///< the command's result, if no signal ended it

@@ -12,28 +12,28 @@ namespace Sceneprep
 struct Note
 {
     std::string text;
-    /// The name of what was lost, as "morph-targets": `--strict` fails on it and `--allow-loss` accepts it. Empty when
+    /// The name of the loss, such as "morph-targets": `--strict` fails on it and `--allow-loss` accepts it. Empty if
     /// nothing was lost.
     std::string loss = {};
 
     friend bool operator==(const Note&, const Note&) = default;
 };
 
-/// Collects notes in the order in which they arise.
+/// Collects notes in order.
 class Notes
 {
 public:
-    /// Adds a line about something that is worth knowing and loses nothing.
+    /// Adds a note without a loss.
     void Add(std::string text) { notes_.push_back({std::move(text), {}}); }
-    /// As Add(), with the count in brackets after the text; adds nothing when the count is 0.
+    /// As Add(), with the count in brackets after the text; adds nothing if the count is 0.
     void Add(const std::string& text, std::size_t count)
     {
         if (count > 0)
             Add(text + " (" + std::to_string(count) + ")");
     }
-    /// Adds a line about something of the input that the output does not have.
+    /// Adds a note about content of the input that the output does not have.
     void AddLoss(std::string loss, std::string text) { notes_.push_back({std::move(text), std::move(loss)}); }
-    /// As AddLoss(), with the count in brackets after the text; adds nothing when the count is 0.
+    /// As AddLoss(), with the count in brackets after the text; adds nothing if the count is 0.
     void AddLoss(std::string loss, const std::string& text, std::size_t count)
     {
         if (count > 0)

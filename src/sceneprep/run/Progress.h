@@ -11,8 +11,8 @@
 namespace Sceneprep
 {
 
-/// Prints progress: on a terminal one line that is rewritten, with the percentage done and the time left; elsewhere
-/// one line a step.
+/// Prints progress: on a terminal one line that is overwritten, with the percentage done and the time left; otherwise
+/// one line for each step.
 class Progress : public Pipeline::StepListener
 {
 public:

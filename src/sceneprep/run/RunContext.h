@@ -9,7 +9,7 @@
 namespace Sceneprep
 {
 
-/// Where a run of the program prints, and the record of what it is working on.
+/// The output streams of a run of the program, and the record of its current work.
 struct RunContext
 {
     std::ostream& out;     ///< results

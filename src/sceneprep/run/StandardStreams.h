@@ -5,8 +5,8 @@
 namespace Sceneprep
 {
 
-/// Opens those of stdin, stdout and stderr that are closed so that using them fails: a model file that is opened later
-/// would get their number, and what is printed would end up in it.
+/// Opens those of stdin, stdout and stderr that are closed, in such a way that using them fails. Otherwise a model file
+/// that is opened later would get their number, and printed text would be written into it.
 void OccupyClosedStreams();
 
 /// Flushes the stream. Returns whether everything that was written to it has arrived.

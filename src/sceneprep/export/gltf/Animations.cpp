@@ -14,7 +14,7 @@ namespace
 
 using Importing::Key;
 
-/// Values as they are stored in the file.
+/// The values as the file stores them.
 struct Track
 {
     std::vector<float> seconds;

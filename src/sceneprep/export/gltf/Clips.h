@@ -19,7 +19,7 @@ struct ClipTargets
     const NodeObjectWriter& objects;
 };
 
-/// Writes the clips of the input as they were: names, channels, interpolation and keys. Accessors are written once.
+/// Writes the clips of the input unchanged: names, channels, interpolation and keys. Accessors are written once.
 class ClipWriter
 {
 public:

@@ -120,8 +120,8 @@ bool MaterialConverter::SetLayer(Map& map, const std::string& type, Json& target
     return false;
 }
 
-/// Sets a texture reference. Sets nothing where the image cannot be written, which has a note of its own.
-/// @return false when there is one already.
+/// Sets a texture reference. Sets nothing if the image cannot be written, for which there is another note.
+/// @return false if there is one already
 bool MaterialConverter::SetTexture(Map& map, const char* key, Json& target)
 {
     if (target.contains(key))

@@ -17,7 +17,7 @@ using Importing::At;
 
 constexpr const char* kLights = "KHR_lights_punctual";
 
-/// Returns what the input's glTF held of a camera or light; null for others.
+/// Returns the carried data of a camera or light; null if it was not read from glTF.
 const CarriedObject* CarriedOf(const std::vector<CarriedObject>& objects, int index)
 {
     const bool isCarried = Importing::IsValidIndex(index, objects.size()) && At(objects, index).object >= 0;
@@ -109,7 +109,7 @@ int NodeObjectWriter::Place(const D3DXMATRIX& matrix, const std::string& name, b
     return child;
 }
 
-/// Returns whether the camera or light was at a node of its own, and that is another node.
+/// Returns whether the camera or light had a node of its own in the input, and this is another node.
 bool NodeObjectWriter::IsOfOtherNode(const CarriedObject* carried, int node) const
 {
     if (carried == nullptr || !carried->isOwnNode)

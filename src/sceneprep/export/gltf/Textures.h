@@ -19,8 +19,7 @@ public:
         : model_(model), images_(images), document_(document)
     {}
 
-    /// Writes a texture of the container.
-    /// @return its index; -1 when its image cannot be written.
+    /// Writes a texture of the container and returns its index; -1 if its image cannot be written.
     int FindOfLibrary(int texture);
 
     /// Makes the texture references of a carried object, as RenumberTextures() finds them, refer to textures of the

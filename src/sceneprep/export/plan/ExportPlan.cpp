@@ -24,7 +24,7 @@ using Pipeline::SkinnedMesh;
 struct Bones
 {
     std::optional<Skeletons> finder;
-    std::map<std::pair<int, int>, int> skeletonOf;  // by geometry and node that shows it
+    std::map<std::pair<int, int>, int> skeletonOf;  // by geometry and node that references it
     std::map<std::vector<int>, int> known;          // skeletons by their joints
     std::vector<bool> isJoint;                      // [nodes of the scene]
 };

@@ -28,7 +28,7 @@ struct Accessor
 class Accessors
 {
 public:
-    /// Both have to outlive the object and what it returns.
+    /// Both have to outlive the object and its results.
     Accessors(const Field& document, BufferViews& views);
 
     std::size_t Count() const { return count_; }

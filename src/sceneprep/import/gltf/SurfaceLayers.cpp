@@ -38,7 +38,7 @@ struct Slot
     bool isExtension;
     std::string_view key;
     const char* layer;
-    std::string_view amount;  ///< the member of the texture reference that says how much of it is blended in
+    std::string_view amount;  ///< the member of the texture reference with its strength
 };
 
 constexpr std::array<Slot, 13> kSlots = {{

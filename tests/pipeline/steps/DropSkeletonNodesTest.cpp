@@ -12,7 +12,8 @@ using Importing::SceneContainer;
 using PipelineTests::TestScene;
 using Support::ToText;
 
-/// Gives the mesh of a surface a joint that is the node of its name, below the node that references the surface or a sibling of it.
+/// Gives the mesh of a surface a joint that is the node of its name, below the node that references the surface or a
+/// sibling of it.
 void AddJoint(SceneContainer& scene, const std::string& surface, const std::string& name, int parent = -1)
 {
     const Importing::Node& node = Support::NodeNamed(scene, name);

@@ -61,7 +61,7 @@ void ComputeNormalsAssimp(benchmark::State& state)
         state.PauseTiming();
         auto importer = std::make_unique<Assimp::Importer>();
         importer->SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, 36.87F);
-        LoadIntoAssimp(*importer, mesh, Normals::LeftOut);
+        LoadIntoAssimp(*importer, mesh, Normals::Dropped);
         state.ResumeTiming();
         importer->ApplyPostProcessing(aiProcess_GenSmoothNormals);
         state.PauseTiming();

@@ -11,7 +11,7 @@ using Importing::Geometry;
 using Repair = int (Geometry::*)(bool);
 
 /// Every normal, or every triangle, has to be flipped: at the start of each run all of them point against each other.
-void TurnEverything(benchmark::State& state, Repair repair)
+void FlipEverything(benchmark::State& state, Repair repair)
 {
     Geometry mesh = MakeSurface(state.range(0));
     for (auto _ : state)
@@ -25,12 +25,12 @@ void TurnEverything(benchmark::State& state, Repair repair)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-BENCHMARK_CAPTURE(TurnEverything, UnifyNormals, &Geometry::UnifyNormals)
+BENCHMARK_CAPTURE(FlipEverything, UnifyNormals, &Geometry::UnifyNormals)
     ->Arg(10000)
     ->Arg(1000000)
     ->Arg(10000000)
     ->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(TurnEverything, FixFaceCulling, &Geometry::FixFaceCulling)
+BENCHMARK_CAPTURE(FlipEverything, FixFaceCulling, &Geometry::FixFaceCulling)
     ->Arg(10000)
     ->Arg(1000000)
     ->Arg(10000000)

@@ -8,7 +8,7 @@
 enum class Normals
 {
     Kept,
-    LeftOut
+    Dropped
 };
 
 /// Hands a mesh to Assimp as if one of its importers had read it, so that its post-processing steps can be measured on

@@ -69,9 +69,9 @@ Geometry Landscape(Random& random, std::uint32_t cells)
                 mesh.VertexArray.emplace_back(static_cast<float>(column), static_cast<float>(row),
                                               heights[row * (cells + 1) + column]);
             }
-            const bool isTurned = random.OneIn(3);
-            const std::uint32_t second = isTurned ? 2U : 1U;
-            const std::uint32_t third = isTurned ? 1U : 2U;
+            const bool isFlipped = random.OneIn(3);
+            const std::uint32_t second = isFlipped ? 2U : 1U;
+            const std::uint32_t third = isFlipped ? 1U : 2U;
             for (const std::uint32_t corner : {0U, second, third, third, second, 3U})
                 mesh.IndexArray.push_back(first + corner);
         }

@@ -76,7 +76,7 @@ private:
     std::string text_;
 };
 
-void Tell(Text& text, Node& node)
+void Print(Text& text, Node& node)
 {
     const D3DXMATRIX matrix = node.GetLocalTransform().GetMatrix();
     text.Line("node").Name(node.GetName()).Number(node.GetAnimationID());
@@ -85,7 +85,7 @@ void Tell(Text& text, Node& node)
     text.List("  cameras", node.CameraList).List("  lights", node.LightList);
 }
 
-void Tell(Text& text, Surface& surface)
+void Print(Text& text, Surface& surface)
 {
     text.Line("surface").Name(surface.GetName());
     text.Number(surface.GetGeometryID()).Number(surface.GetMaterialID()).Number(surface.GetCollisionOffset());
@@ -93,19 +93,19 @@ void Tell(Text& text, Surface& surface)
         text.Line("  map").Name(map.GetType()).Number(map.GetTextureID()).Bits(map.GetAmount()).Bits(map.GetMatrix());
 }
 
-void Tell(Text& text, Vertex& vertex)
+void Print(Text& text, Vertex& vertex)
 {
     text.Line("  vertex").Bits(vertex.GetPosition()).Bits(vertex.GetNormal());
     for (std::uint64_t set = 0; set < vertex.GetTexCoordCount(); ++set)
         text.Bits(vertex.GetTexCoord(static_cast<int>(set)));
 }
 
-void Tell(Text& text, Geometry& mesh)
+void Print(Text& text, Geometry& mesh)
 {
     text.Line("mesh").Name(mesh.GetName()).Number(static_cast<std::int64_t>(mesh.GetPolySize()));
     text.Line("  bind shape").Bits(mesh.GetBindShapeTransform());
     for (Vertex& vertex : mesh.VertexArray)
-        Tell(text, vertex);
+        Print(text, vertex);
     text.List("  indices", mesh.IndexArray);
     for (const D3DXVECTOR3& position : mesh.PointCachePositions)
         text.Line("  cached position").Bits(position);
@@ -113,22 +113,22 @@ void Tell(Text& text, Geometry& mesh)
         text.Line("  cached normal").Bits(normal);
 }
 
-void Tell(Text& text, std::vector<Key>& animation)
+void Print(Text& text, std::vector<Key>& animation)
 {
     text.Line("animation");
     for (Key& key : animation)
         text.Line("  key").Number(key.GetTime()).Bits(key.GetMatrix());
 }
 
-void TellLibraries(Text& text, SceneContainer& scene)
+void PrintLibraries(Text& text, SceneContainer& scene)
 {
     text.Line("scene").Name(scene.GetName()).Number(scene.GetRootNodeIndex());
     for (Node& node : scene.NodeLibrary)
-        Tell(text, node);
+        Print(text, node);
     for (Surface& surface : scene.SurfaceLibrary)
-        Tell(text, surface);
+        Print(text, surface);
     for (Geometry& mesh : scene.GeometryLibrary)
-        Tell(text, mesh);
+        Print(text, mesh);
     for (Material& material : scene.MaterialLibrary)
         text.Line("material").Name(material.GetName()).Bits(material.GetDiffuse()).Bits(material.GetOpacity());
     for (const std::string& texture : scene.TextureLibrary)
@@ -138,10 +138,10 @@ void TellLibraries(Text& text, SceneContainer& scene)
     for (Light& light : scene.LightLibrary)
         text.Line("light").Bits(light.GetOffsetMatrix().GetMatrix());
     for (std::vector<Key>& animation : scene.AnimationLibrary)
-        Tell(text, animation);
+        Print(text, animation);
 }
 
-void TellWorld(Text& text, SceneContainer& scene)
+void PrintWorld(Text& text, SceneContainer& scene)
 {
     for (std::size_t i = 0; i < scene.NodeLibrary.size(); ++i)
         text.Line("world").Bits(scene.CalculateGlobalTM(static_cast<int>(i)));
@@ -156,8 +156,8 @@ void TellWorld(Text& text, SceneContainer& scene)
 std::string SceneBits(SceneContainer& scene)
 {
     Text text;
-    TellLibraries(text, scene);
-    TellWorld(text, scene);
+    PrintLibraries(text, scene);
+    PrintWorld(text, scene);
     return text.Take();
 }
 

@@ -16,7 +16,7 @@ constexpr float kLargest = std::numeric_limits<float>::max();
 
 /// Calls visit(node, surface) for every entry of every node's surface list.
 template <typename Visit>
-void ForEachListing(const SceneContainer& scene, Visit visit)
+void ForEachReference(const SceneContainer& scene, Visit visit)
 {
     for (std::size_t node = 0; node < scene.NodeLibrary.size(); ++node)
         for (std::size_t i = 0; i < scene.NodeLibrary[node].SurfaceList.size(); ++i)
@@ -39,7 +39,7 @@ void ExtendBy(D3DXVECTOR3& min, D3DXVECTOR3& max, const D3DXVECTOR3& point)
         max.z = point.z;
 }
 
-void ExtendByListing(const SceneContainer& scene, int node, int surface, D3DXVECTOR3& min, D3DXVECTOR3& max)
+void ExtendByReference(const SceneContainer& scene, int node, int surface, D3DXVECTOR3& min, D3DXVECTOR3& max)
 {
     const Geometry& geometry = At(scene.GeometryLibrary, At(scene.SurfaceLibrary, surface).GetGeometryID());
     D3DXVECTOR3 low;
@@ -56,14 +56,14 @@ void ExtendByListing(const SceneContainer& scene, int node, int surface, D3DXVEC
             }
 }
 
-struct Listing
+struct Reference
 {
     int surface;
     D3DXVECTOR3 min;
     D3DXVECTOR3 max;
 };
 
-bool Disjoint(const Listing& a, const Listing& b)
+bool Disjoint(const Reference& a, const Reference& b)
 {
     return b.max.x < a.min.x || a.max.x < b.min.x || b.max.y < a.min.y || a.max.y < b.min.y || b.max.z < a.min.z ||
            a.max.z < b.min.z;
@@ -75,14 +75,14 @@ void CalculateSurfaceCollisionOffset(SceneContainer& scene)
 {
     for (Surface& surface : scene.SurfaceLibrary)
         surface.SetCollisionOffset(0);
-    std::vector<Listing> listings;
-    ForEachListing(scene, [&](int node, int surface) {
-        Listing listing{surface, {kLargest, kLargest, kLargest}, {-kLargest, -kLargest, -kLargest}};
-        ExtendByListing(scene, node, surface, listing.min, listing.max);
-        listings.push_back(listing);
+    std::vector<Reference> references;
+    ForEachReference(scene, [&](int node, int surface) {
+        Reference reference{surface, {kLargest, kLargest, kLargest}, {-kLargest, -kLargest, -kLargest}};
+        ExtendByReference(scene, node, surface, reference.min, reference.max);
+        references.push_back(reference);
     });
-    for (const Listing& current : listings)
-        for (const Listing& other : listings)
+    for (const Reference& current : references)
+        for (const Reference& other : references)
         {
             if (other.surface == current.surface || Disjoint(current, other))
                 continue;
@@ -95,7 +95,7 @@ void CalculateSurfaceCollisionOffset(SceneContainer& scene)
 void ResolveGeomInstances(SceneContainer& scene)
 {
     std::set<int> seen;
-    ForEachListing(scene, [&](int, int index) {
+    ForEachReference(scene, [&](int, int index) {
         Surface& surface = At(scene.SurfaceLibrary, index);
         const int geometry = surface.GetGeometryID();
         if (geometry < 0 || seen.insert(geometry).second)
@@ -110,7 +110,7 @@ void GetBoundingBox(const SceneContainer& scene, D3DXVECTOR3& min, D3DXVECTOR3& 
 {
     min = D3DXVECTOR3(kLargest, kLargest, kLargest);
     max = D3DXVECTOR3(-kLargest, -kLargest, -kLargest);
-    ForEachListing(scene, [&](int node, int surface) { ExtendByListing(scene, node, surface, min, max); });
+    ForEachReference(scene, [&](int node, int surface) { ExtendByReference(scene, node, surface, min, max); });
 }
 
 }  // namespace Models

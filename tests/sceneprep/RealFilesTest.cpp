@@ -32,10 +32,12 @@ using std::filesystem::path;
 
 bool IsModel(const path& file)
 {
-    std::string ending = file.extension().string();
-    std::transform(ending.begin(), ending.end(), ending.begin(), [](unsigned char c) { return std::tolower(c); });
-    static const std::vector<std::string> kEndings = {".glb", ".gltf", ".obj", ".dae", ".fbx", ".ply", ".stl", ".3ds"};
-    return std::find(kEndings.begin(), kEndings.end(), ending) != kEndings.end();
+    std::string extension = file.extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char c) { return std::tolower(c); });
+    static const std::vector<std::string> kExtensions = {".glb", ".gltf", ".obj", ".dae",
+                                                         ".fbx", ".ply",  ".stl", ".3ds"};
+    return std::find(kExtensions.begin(), kExtensions.end(), extension) != kExtensions.end();
 }
 
 std::vector<path> FindModels()

@@ -25,7 +25,7 @@ using Importing::At;
 using Importing::SceneContainer;
 
 /// Rotates a frame in which y points up into one in which z points up.
-const D3DXMATRIX kTurnZUp = {1, 0, 0, 0, 0, 0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1};
+const D3DXMATRIX kRotationToZUp = {1, 0, 0, 0, 0, 0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1};
 
 /// Assimp's scene under construction, and the parts from which it is built.
 struct Building
@@ -71,7 +71,7 @@ void BuildFlat(const ExportPlan& plan, Building& building)
         if (node.source < 0)
             continue;
         const D3DXMATRIX& world = At(matrices, node.source);
-        const D3DXMATRIX matrix = building.format.IsZUp() ? Pipeline::Product(world, kTurnZUp) : world;
+        const D3DXMATRIX matrix = building.format.IsZUp() ? Pipeline::Product(world, kRotationToZUp) : world;
         for (const PlannedSurface& surface : node.surfaces)
         {
             const std::string name = At(scene.SurfaceLibrary, surface.surface).GetName();

@@ -19,7 +19,7 @@ constexpr double kTrust = 0.25;
 void TimeLeft::Begin(Clock::time_point now)
 {
     begin_ = now;
-    firstToldAt_.reset();
+    firstReportAt_.reset();
     end_.reset();
 }
 
@@ -27,8 +27,8 @@ std::optional<std::chrono::seconds> TimeLeft::Estimate(double part, Clock::time_
 {
     if (!begin_ || !(part >= kLeastPart && part < 1))
         return std::nullopt;
-    firstToldAt_ = firstToldAt_.value_or(now);
-    if (now - *firstToldAt_ < kSoonest)
+    firstReportAt_ = firstReportAt_.value_or(now);
+    if (now - *firstReportAt_ < kSoonest)
         return std::nullopt;
 
     const Duration elapsed = now - *begin_;

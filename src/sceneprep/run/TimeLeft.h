@@ -27,7 +27,7 @@ private:
     using Duration = std::chrono::duration<double>;
 
     std::optional<Clock::time_point> begin_;
-    std::optional<Clock::time_point> firstToldAt_;
+    std::optional<Clock::time_point> firstReportAt_;
     Clock::time_point estimatedAt_;
     std::optional<Duration> end_;  ///< after the beginning
 };

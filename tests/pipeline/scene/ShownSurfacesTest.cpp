@@ -15,7 +15,7 @@ using Importing::SceneContainer;
 using Support::Scene;
 
 /// Returns each reference as "node:surface", in the order of the calls.
-std::string Listings(SceneContainer& scene)
+std::string References(SceneContainer& scene)
 {
     std::string text;
     ForEachShownSurface(scene, [&](const ShownSurface& shown) {
@@ -28,7 +28,7 @@ std::string Listings(SceneContainer& scene)
 TEST(ShownSurfaces, AreVisitedInTheOrderOfTheWalk)
 {
     SceneContainer scene = Scene("Root[a]( P[b c]( Q[d] ) S[a] ) | Lost[e]");
-    EXPECT_EQ(Listings(scene), "Root:a P:b P:c Q:d S:a ");
+    EXPECT_EQ(References(scene), "Root:a P:b P:c Q:d S:a ");
 }
 
 TEST(ShownSurfaces, SurfacesWithoutTrianglesAreSkipped)
@@ -36,7 +36,7 @@ TEST(ShownSurfaces, SurfacesWithoutTrianglesAreSkipped)
     SceneContainer scene = Scene("Root[a b c]");
     Support::SurfaceNamed(scene, "a").SetGeometryID(-1);
     Support::MeshOf(scene, "b").SetPolySize(4);
-    EXPECT_EQ(Listings(scene), "Root:c ");
+    EXPECT_EQ(References(scene), "Root:c ");
 }
 
 TEST(ShownSurfaces, HaveTheirWorldMatrix)
@@ -51,7 +51,7 @@ TEST(ShownSurfaces, AnInvalidIndexIsRefused)
 {
     SceneContainer scene = Scene("Root[a]");
     Support::MeshOf(scene, "a").IndexArray.back() = 8;
-    EXPECT_THROW(Listings(scene), std::out_of_range);
+    EXPECT_THROW(References(scene), std::out_of_range);
 }
 
 TEST(ShownSurfaces, PointsAreFiniteOrNot)

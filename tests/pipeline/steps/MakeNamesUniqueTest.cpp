@@ -26,12 +26,12 @@ TEST(MakeNamesUnique, JointsAreRenamedWithTheirNodes)
     TestScene scene("Root( Ann( Hip@1,0,0 A[a] ) Bob@5,0,0( Hip@1,0,0 B[b] ) )");
     for (Importing::Geometry& geometry : scene.container.GeometryLibrary)
         geometry.JointArray.emplace_back(std::string("Hip")).SetLocalTM(Support::Translation(1, 0, 0));
-    scene.container.GeometryLibrary[1].JointArray.emplace_back(std::string("Nowhere"));
+    scene.container.GeometryLibrary[1].JointArray.emplace_back(std::string("Missing"));
     MakeNamesUnique(scene);
     EXPECT_EQ(ToText(scene.container), "Root( Ann( Hip(1) A[a] ) Bob( Hip B[b] ) )");
     EXPECT_EQ(scene.container.GeometryLibrary[0].JointArray[0].GetName(), "Hip(1)");
     EXPECT_EQ(scene.container.GeometryLibrary[1].JointArray[0].GetName(), "Hip");
-    EXPECT_EQ(scene.container.GeometryLibrary[1].JointArray[1].GetName(), "Nowhere");
+    EXPECT_EQ(scene.container.GeometryLibrary[1].JointArray[1].GetName(), "Missing");
 }
 
 TEST(MakeNamesUnique, NamesOfSurfacesBecomeDistinct)

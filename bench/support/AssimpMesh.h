@@ -4,13 +4,13 @@
 
 #include <assimp/Importer.hpp>
 
-/// Which attributes of a mesh are handed on.
+/// Whether the normals of a mesh are passed to Assimp.
 enum class Normals
 {
     Kept,
     Dropped
 };
 
-/// Hands a mesh to Assimp as if one of its importers had read it, so that its post-processing steps can be measured on
-/// it: positions, UV set 0, triangles, and normals where they are kept.
+/// Passes a mesh to Assimp as if one of its importers had read it, so that its post-processing steps can be measured:
+/// positions, UV set 0, triangles, and normals if they are kept.
 void LoadIntoAssimp(Assimp::Importer& importer, const Importing::Geometry& mesh, Normals normals);

@@ -11,7 +11,7 @@ namespace Pipeline
 namespace
 {
 
-/// How far from a right angle the axes of a node may be, as a cosine.
+/// Tolerance for right angles between the axes of a node, as a cosine.
 constexpr double kRightAngle = 1e-5;
 
 /// Rounding error of products of matrices, relative to the largest determinant that rows of the given lengths can have.

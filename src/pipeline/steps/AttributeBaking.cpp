@@ -22,7 +22,7 @@ using Importing::Geometry;
 using Importing::Vertex;
 using Matrix3 = std::array<Vector3, 3>;
 
-/// How far the rows of a rotation with uniform scale may be from right angles and equal lengths, as a share.
+/// Relative tolerance for right angles and equal lengths of the rows of a rotation with uniform scale.
 constexpr double kTolerance = 1e-5;
 
 Vector3 Times(const Vector3& v, const Matrix3& m)

@@ -98,7 +98,7 @@ std::set<int> AnimatedMaterials(const Carried& carried)
     return animated;
 }
 
-/// Where the objects of the other model's lists are in those of the first.
+/// Appends the lists, with tables from the indices of the other model to those of the first.
 class Appending
 {
 public:

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 #include <pipeline/steps/PrepareScene.h>
+#include <sceneprep/ReportViews.h>
 #include <sceneprep/export/ExportModel.h>
 #include <sceneprep/import/LoadInputs.h>
 #include <sceneprep/import/ModelSource.h>
@@ -71,20 +72,43 @@ SceneFigures MeasureInStep(const char* name, Importing::SceneContainer& scene, P
 bool FlipsFaces(const Pipeline::PrepareOptions& steps) { return steps.checkOrientation || steps.fixCulling; }
 
 /// What the HTML report shows of the scene before and after the steps.
-struct Pictures
+struct Views
 {
-    Report::Picture before;
-    Report::Picture after;
+    Report::PageView before;
+    Report::PageView after;
 };
 
-void WriteReports(const PrepareCommand& options, const PrepareReport& report, const Pictures& pictures,
-                  WorkState& state)
+fs::path FolderOf(const fs::path& file) { return fs::absolute(file).parent_path(); }
+
+/// @param references  the folder that references to image files are relative to
+Report::PageView ViewOf(const char* step, const Model& model, const fs::path& references, const fs::path& output,
+                        WorkState& state, Progress& progress)
+{
+    Report::PageView view;
+    RunStep(step, progress, [&] {
+        view =
+            WriteView(model, references, FolderOf(output), state, [&progress](double part) { progress.Update(part); });
+    });
+    return view;
+}
+
+/// Shows the output itself if it is a file that a browser can display alone.
+Report::PageView ViewAfter(const PrepareCommand& options, const Model& model, bool isExported, bool isWritten,
+                           WorkState& state, Progress& progress)
+{
+    if (isWritten && !options.externalTextures && CanOpenView(options.output))
+        return OpenView(options.output);
+    return ViewOf("View the result", model, FolderOf(isExported ? options.output : model.file), options.output, state,
+                  progress);
+}
+
+void WriteReports(const PrepareCommand& options, const PrepareReport& report, Views& views, WorkState& state)
 {
     if (!options.jsonFile.empty())
         WriteWhole(options.jsonFile, state, [&](std::ostream& file) { file << ReportJson(report); });
     if (!options.reportFile.empty())
         WriteWhole(options.reportFile, state,
-                   [&](std::ostream& file) { Report::WritePage(file, report, pictures.before, pictures.after); });
+                   [&](std::ostream& file) { Report::WritePage(file, report, views.before, views.after); });
 }
 
 PrepareReport BeginReport(const PrepareCommand& options, const RunContext& context, const Inputs& inputs)
@@ -100,7 +124,7 @@ PrepareReport BeginReport(const PrepareCommand& options, const RunContext& conte
 }
 
 void Process(const PrepareCommand& options, Model& model, WorkState& state, Progress& progress, PrepareReport& report,
-             Pictures& pictures)
+             Views& views)
 {
     Importing::SceneContainer& scene = *model.scene;
     report.before = MeasureInStep("Measure", scene, progress, report);
@@ -110,14 +134,12 @@ void Process(const PrepareCommand& options, Model& model, WorkState& state, Prog
 
     state.Enter(WorkState::Phase::Preparing, model.file);
     if (!options.reportFile.empty())
-        pictures.before = Report::TakePicture(scene, report.before.world);
+        views.before = ViewOf("View the input", model, FolderOf(model.file), options.output, state, progress);
     std::vector<StepResult> results = Pipeline::PrepareScene(scene, options.steps, model.supplement, progress).steps;
     report.steps.insert(report.steps.end(), std::make_move_iterator(results.begin()),
                         std::make_move_iterator(results.end()));
     report.after = MeasureInStep("Measure again", scene, progress, report);
     report.differences = FindDifferences(report.before.world, report.after.world, FlipsFaces(options.steps));
-    if (!options.reportFile.empty())
-        pictures.after = Report::TakePicture(scene, report.after.world);
 }
 
 /// Returns why `strict` refuses to write the output; empty if it does not.
@@ -167,18 +189,21 @@ int Prepare(const PrepareCommand& options, const PluginLibrary& plugin, const Ru
     }
 
     PrepareReport report = BeginReport(options, context, inputs);
-    Pictures pictures;
-    Process(options, inputs.model, context.state, progress, report, pictures);
-    if (!options.strict || report.differences.empty())
+    Views views;
+    Process(options, inputs.model, context.state, progress, report, views);
+    const bool isExported = !options.strict || report.differences.empty();
+    if (isExported)
         Export(options, inputs.model, context.state, progress, report);
-    const std::string refusal = RefusalOf(options, report, {});
+    report.refusal = RefusalOf(options, report, {});
 
-    WriteReports(options, report, pictures, context.state);
+    if (!options.reportFile.empty())
+        views.after = ViewAfter(options, inputs.model, isExported, report.refusal.empty(), context.state, progress);
+    WriteReports(options, report, views, context.state);
     progress.Clear();
     context.out << ReportText(report);
     PrintProblems(inputs.skipped, progress, context.errors);
-    if (!refusal.empty())
-        throw ToolError(fmt::format("cannot write {}: {}", options.output.string(), refusal));
+    if (!report.refusal.empty())
+        throw ToolError(fmt::format("cannot write {}: {}", options.output.string(), report.refusal));
     return report.skipped.empty() ? kDone : kUnusable;
 }
 

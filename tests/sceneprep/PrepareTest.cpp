@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sceneprep/TestFiles.h>
+#include <sceneprep/report/Base64.h>
 #include <sceneprep/report/PageText.h>
 #include <sceneprep/run/Error.h>
 #include <nlohmann/json.hpp>
@@ -150,8 +151,11 @@ TEST_F(PrepareTest, TheReportIsAPageIfTheBuildIncludesIt)
     const std::string page = ReadText(options_.reportFile);
     EXPECT_THAT(page, testing::StartsWith("<!doctype html>"));
     EXPECT_THAT(page, HasSubstr(ReadText(options_.jsonFile)));
-    EXPECT_THAT(page, HasSubstr("\"nodeNames\": [\n    \"Square\",\n    \"Corner\"\n  ]"));
-    EXPECT_THAT(page, HasSubstr("\"materialColors\": [\n    16711680,\n    255\n  ]"));
+    std::ostringstream output;
+    const std::string glb = ReadText(options_.output);
+    Report::WriteBase64(output, glb.data(), glb.size());
+    EXPECT_THAT(page, HasSubstr("id=\"after-file\">" + output.str() + "<")) << "the view shows the output itself";
+    EXPECT_THAT(page, HasSubstr("id=\"before-file\">Z2xURg")) << "the view shows the input as a .glb file";
 }
 
 TEST_F(PrepareTest, UnreadableInputsAreSkippedAndReported)

@@ -54,7 +54,8 @@ Notes Write(Model& model, const WriteFormat& format, const fs::path& file, const
             const ExportOptions& options)
 {
     if (format.IsGltf())
-        return Gltf::WriteModel(model, file, folder, options.externalTextures,
+        return Gltf::WriteModel(model, file, folder,
+                                options.externalTextures ? Gltf::ImageUse::External : Gltf::ImageUse::Stored,
                                 [&progress](double part) { progress.Update(part); });
     if (format.EmbedsImages() || !format.Holds(Content::Textures))
     {
@@ -105,6 +106,12 @@ Notes ExportModel(Model& model, const fs::path& file, Progress& progress, WorkSt
     if (options.accept(notes))
         MoveIntoPlace(temporary.Path(), absolute, state, options.others);
     return notes;
+}
+
+void WriteGlb(const Model& model, const fs::path& file, const fs::path& references, bool withImages,
+              const Pipeline::PartListener& listener)
+{
+    Gltf::WriteModel(model, file, references, withImages ? Gltf::ImageUse::Stored : Gltf::ImageUse::Omitted, listener);
 }
 
 }  // namespace Sceneprep

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <pipeline/scene/PartCounter.h>
 #include <sceneprep/model/Model.h>
 #include <sceneprep/run/Progress.h>
 #include <sceneprep/run/WorkState.h>
@@ -38,5 +39,11 @@ struct ExportOptions
 ///         unless moving into place failed.
 Notes ExportModel(Model& model, const std::filesystem::path& file, Progress& progress, WorkState& state,
                   const ExportOptions& options = {});
+
+/// Writes a model as one .glb file, not by way of a temporary folder.
+/// @param references  the folder that references to image files are relative to
+/// @throws ToolError if the file cannot be written.
+void WriteGlb(const Model& model, const std::filesystem::path& file, const std::filesystem::path& references,
+              bool withImages, const Pipeline::PartListener& listener = Pipeline::IgnorePart);
 
 }  // namespace Sceneprep

@@ -108,7 +108,8 @@ std::string ReportJson(const PrepareReport& report)
                  {"steps", Json::array()},
                  {"notes", TextsOf(report.notes)},
                  {"losses", LossesAsJson(report.notes)},
-                 {"differences", report.differences}};
+                 {"differences", report.differences},
+                 {"refusal", report.refusal}};
     for (const StepResult& step : report.steps)
         json["steps"].push_back(StepAsJson(step));
     return JsonText(json);

@@ -32,13 +32,14 @@ struct PrepareReport
     std::vector<Pipeline::StepResult> steps;
     Notes notes;
     std::vector<std::string> differences;  ///< between the scene before and after; empty if the result matches
+    std::string refusal = {};              ///< why the output was not written; empty if it was
 };
 
 /// Returns the report as text. Losses are listed by name.
 std::string ReportText(const PrepareReport& report);
 
 /// Returns the report as JSON: an object with the keys "schema", "inputs", "leftOut", "output", "before", "after",
-/// "steps", "notes", "losses" and "differences".
+/// "steps", "notes", "losses", "differences" and "refusal".
 std::string ReportJson(const PrepareReport& report);
 
 }  // namespace Sceneprep

@@ -4,8 +4,9 @@
 #include <sceneprep/report/JsonFigures.h>
 #include <sceneprep/report/PageText.h>
 
-#include <bit>
+#include <algorithm>
 #include <string>
+#include <vector>
 
 namespace Sceneprep::Report
 {
@@ -33,37 +34,42 @@ void WriteJsonElement(std::ostream& out, const std::string& name, const std::str
     out << "<script type=\"application/json\" id=\"" << name << "\">" << WithoutMarkup(json) << "</script>\n";
 }
 
-template <typename T>
-void WriteArrayElement(std::ostream& out, const std::string& name, const std::vector<T>& array)
+/// Sets the failbit of `out` if fewer bytes can be read than the view has.
+void WriteFileElement(std::ostream& out, const std::string& name, PageView& view)
 {
-    static_assert(std::endian::native == std::endian::little, "arrays are written as they are in memory");
+    constexpr std::size_t kPiece = 49152;  // whole groups of three
     out << "<script type=\"text/plain\" id=\"" << name << "\">";
-    WriteBase64(out, array.data(), array.size() * sizeof(T));
+    std::vector<char> piece(kPiece);
+    std::uintmax_t left = view.bytes;
+    while (left > 0)
+    {
+        const auto size = static_cast<std::size_t>(std::min<std::uintmax_t>(left, kPiece));
+        if (!view.file.read(piece.data(), static_cast<std::streamsize>(size)))
+        {
+            out.setstate(std::ios::failbit);
+            return;
+        }
+        WriteBase64(out, piece.data(), size);
+        left -= size;
+    }
     out << "</script>\n";
 }
 
-void WritePicture(std::ostream& out, const std::string& name, const Picture& picture)
+void WriteView(std::ostream& out, const std::string& name, PageView& view)
 {
-    const Json json = {{"min", picture.min},
-                       {"max", picture.max},
-                       {"triangles", picture.triangles},
-                       {"nodeNames", picture.nodeNames},
-                       {"materialNames", picture.materialNames},
-                       {"materialColors", picture.materialColors}};
-    WriteJsonElement(out, name, JsonText(json));
-    WriteArrayElement(out, name + "-corners", picture.corners);
-    WriteArrayElement(out, name + "-parts", picture.parts);
+    WriteJsonElement(out, name, JsonText({{"bytes", view.bytes}, {"remark", view.remark}}));
+    WriteFileElement(out, name + "-file", view);
 }
 
 }  // namespace
 
-void WritePage(std::ostream& out, const PrepareReport& report, const Picture& before, const Picture& after)
+void WritePage(std::ostream& out, const PrepareReport& report, PageView& before, PageView& after)
 {
     for (const std::string_view piece : GetPageText().beforeData)
         out << piece;
     WriteJsonElement(out, "report", ReportJson(report));
-    WritePicture(out, "before", before);
-    WritePicture(out, "after", after);
+    WriteView(out, "before", before);
+    WriteView(out, "after", after);
     for (const std::string_view piece : GetPageText().afterData)
         out << piece;
 }

@@ -1,7 +1,7 @@
 // Tests the HTML report: sceneprep writes it, and a browser opens the file.
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
-import { writeFileSync } from 'node:fs';
+import { readFileSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { after, before, test } from 'node:test';
 import { pathToFileURL } from 'node:url';
@@ -24,7 +24,7 @@ before(async () => {
       '--disable-background-networking', '--disable-component-update', '--disable-sync',
     ],
   });
-  context = await browser.newContext({ viewport: { width: 700, height: 600 } });
+  context = await browser.newContext({ viewport: { width: 700, height: 600 }, reducedMotion: 'reduce' });
   pixels = await PixelReader.open(context);
 });
 
@@ -36,6 +36,14 @@ function writePage(name, scene, ...steps) {
   return pathToFileURL(page).href;
 }
 
+// Returns the page of a run that fails.
+function writeRefusedPage(scene, ...steps) {
+  const page = join(OUT, 'refused.html');
+  assert.throws(() => execFileSync(SCENEPREP,
+    ['prepare', scene, ...steps, '--quiet', '-o', join(OUT, 'refused.glb'), '--report', page], { stdio: 'pipe' }));
+  return pathToFileURL(page).href;
+}
+
 // Opens a page and collects errors and requests.
 async function open(address, prepare = () => {}) {
   const page = await context.newPage();
@@ -43,11 +51,37 @@ async function open(address, prepare = () => {}) {
   page.on('console', (message) => message.type() === 'error' && page.problems.push(message.text()));
   page.on('pageerror', (error) => page.problems.push(error.message));
   page.on('request', (request) => {
-    if (request.url() !== address) page.problems.push(`asks for ${request.url()}`);
+    if (request.url() !== address && !request.url().startsWith('blob:')) page.problems.push(`asks for ${request.url()}`);
   });
   await prepare(page);
   await page.goto(address);
+  await page.locator('#stage[aria-busy=false], #stage[hidden]').waitFor({ state: 'attached' });
   return page;
+}
+
+// Changes the report of a page.
+function editReport(address, edit) {
+  const file = new URL(address);
+  const pattern = /(<script type="application\/json" id="report">)([^]*?)(<\/script>)/;
+  writeFileSync(file, readFileSync(file, 'utf8').replace(pattern, (all, begin, text, end) => {
+    const report = JSON.parse(text);
+    edit(report);
+    return begin + JSON.stringify(report).replaceAll('<', '\\u003c') + end;
+  }));
+}
+
+const reportOf = (page) => page.evaluate(() => JSON.parse(document.getElementById('report').textContent));
+
+// Returns the elements that are wider than the page.
+const overflowAt = async (page, width) => {
+  await page.setViewportSize({ width, height: 900 });
+  return page.evaluate(() => [...document.body.querySelectorAll('*')]
+    .filter((one) => !one.closest('.hidden') && one.getBoundingClientRect().right > innerWidth + 0.5)
+    .map((one) => `${one.tagName} ${one.id} ${one.className}`));
+};
+
+async function checkWidths(page) {
+  for (const width of [400, 1200]) assert.deepEqual(await overflowAt(page, width), [], `at ${width} pixels`);
 }
 
 const draw = (page) => Promise.all(sides.map((side) => page.locator(`#${side}-view`).screenshot()));
@@ -71,28 +105,56 @@ test('the bundled scene', async (t) => {
     assert.ok(Math.abs(one - other) < 0.01);
   });
 
+  await t.test('has the gain, the price and the verdict at the top', async () => {
+    assert.match(await page.locator('h1').textContent(), /^1,494 → \d+ draw calls, .* MB$/);
+    assert.equal(await page.locator('#output').textContent(), 'scene.glb');
+    assert.match(await page.locator('#verdict').textContent(), /^The result matches the input/);
+    assert.ok(!(await page.locator('#refusal').isVisible()));
+  });
+
   await t.test('has the numbers of the scene', async () => {
-    assert.equal(await page.locator('h1').textContent(), 'scene.glb');
-    assert.equal(await page.locator('#verdict').textContent(), 'The result matches the input.');
-    assert.deepEqual(await cellsOf(page, 'surfaces'), ['1,494', '46', '-1,448 (-96.9 %)']);
+    const { surfaces } = (await reportOf(page)).after.counts;
+    assert.deepEqual((await cellsOf(page, 'surfaces')).slice(0, 2), ['1,494', String(surfaces)]);
     assert.deepEqual(await cellsOf(page, 'materials'), ['13', '13', 'same']);
     assert.match(await page.locator('#steps tr').last().textContent(), /^Export/);
-    assert.equal(await page.locator('#before-caption').textContent(), '49,818 triangles');
+  });
+
+  await t.test('draws the triangles of the report from both files', async () => {
+    const report = await reportOf(page);
+    for (const side of sides) {
+      const { counts, world } = report[side];
+      const expected = [world.triangles, 'triangles', counts.surfaces, 'draw calls'].map((part) => part.toLocaleString('en'));
+      const caption = await page.locator(`#${side}-caption`).textContent();
+      assert.deepEqual(caption.split(/ · | /).slice(0, 4), expected);
+    }
+  });
+
+  await t.test('opens with one colour per surface, because their number has changed', async () => {
+    assert.ok(await page.locator('input[value=surface]').isChecked());
+    assert.match(await page.locator('#before-legend').textContent(), /^1,494 surfaces/);
   });
 
   await t.test('changes colours with the switch', async () => {
-    const earlier = await draw(page);
-    await choose(page, 'Surface');
-    for (const share of await differences(page, earlier)) assert.ok(share > much);
-    assert.match(await page.locator('#before-legend').textContent(), /^1,494 surfaces/);
+    await choose(page, 'Textured');
+    for (const share of await differences(page, first)) assert.ok(share > much);
+    assert.match(await page.locator('#before-legend').textContent(), /^13 materials, 0 images$/);
     await choose(page, 'Collision offset');
     assert.ok((await pixels.shareOfColored((await draw(page))[0])) < 0.001, 'no surface has an offset before the steps');
     assert.ok((await pixels.shareOfColored((await draw(page))[1])) > 0.001);
-    await choose(page, 'Diffuse colour');
+    await choose(page, 'Surface');
     for (const share of await differences(page, first)) assert.ok(share < 0.001);
   });
 
+  await t.test('plays the clip of both files', async () => {
+    await page.locator('#play').click();
+    assert.equal(await page.locator('#play').textContent(), 'Pause');
+    await page.waitForTimeout(500);
+    await page.locator('#play').click();
+    for (const share of await differences(page, first)) assert.ok(share > 0.0002);
+  });
+
   await t.test('rotates both views when one is dragged, and resets them', async () => {
+    const first = await draw(page);
     await page.locator('#after-view').hover();
     await page.mouse.down();
     await page.mouse.move(600, 300, { steps: 3 });
@@ -103,6 +165,7 @@ test('the bundled scene', async (t) => {
   });
 
   await t.test('zooms with the wheel and rotates with keys', async () => {
+    const first = await draw(page);
     await page.locator('#before-view').hover();
     await page.mouse.wheel(0, -400);
     for (const share of await differences(page, first)) assert.ok(share > much);
@@ -113,6 +176,7 @@ test('the bundled scene', async (t) => {
   });
 
   await t.test('shows wireframes and marks back faces', async () => {
+    const first = await draw(page);
     for (const box of ['#wireframe', '#backs']) {
       await page.locator(box).check();
       for (const share of await differences(page, first)) assert.ok(share > 0.0005, box);
@@ -121,7 +185,96 @@ test('the bundled scene', async (t) => {
     }
   });
 
+  await t.test('is as wide as the window', () => checkWidths(page));
+
   await t.test('logs no errors and makes no requests', () => assert.deepEqual(page.problems, []));
+});
+
+// Reads the JSON of a .glb file.
+function readDocument(file) {
+  const bytes = readFileSync(file);
+  return JSON.parse(bytes.toString('utf8', 20, 20 + bytes.readUInt32LE(12)));
+}
+
+test('a reason highlights its surfaces in the result', async () => {
+  const address = writePage('reasons', SCENE, '--flatten');
+  const { nodes, meshes } = readDocument(join(OUT, 'reasons.glb'));
+  const ground = nodes.find(({ mesh }) => mesh !== undefined);
+  const mesh = meshes[ground.mesh];
+  const surfaces = mesh.primitives.map(({ extras }) =>
+    ({ node: ground.name, mesh: mesh.name, surface: extras?.surfaceName ?? mesh.name }));
+  const text = 'below an animated node';
+  editReport(address, (report) => {
+    report.reasons = {
+      drawCalls: 46, neededByMaterials: 13,
+      groups: [{ material: 'Oak', reason: 'animated', subject: 'rotor', surplus: 33, text, surfaces }],
+    };
+  });
+  const page = await open(address);
+  assert.match(await page.locator('#reasons-summary').textContent(), /^46 draw calls.* 13.* 33 /);
+  const [before, result] = await draw(page);
+  const button = page.locator('#reasons button');
+  assert.match(await button.textContent(), /33.*Oak.*below an animated node/);
+  await button.click();
+  assert.equal(await button.getAttribute('aria-pressed'), 'true');
+  const [stillBefore, highlighted] = await draw(page);
+  assert.ok((await pixels.shareOfDifferent(result, highlighted)) > much);
+  assert.ok((await pixels.shareOfDifferent(before, stillBefore)) < 0.001);
+  await button.click();
+  const [, released] = await draw(page);
+  assert.ok((await pixels.shareOfDifferent(result, released)) < 0.001);
+  assert.deepEqual(page.problems, []);
+});
+
+test('findings, budgets, sizes and a detailed verdict are shown', async () => {
+  const address = writePage('details', SCENE);
+  editReport(address, (report) => {
+    report.findings = [{ kind: 'materials', text: 'materials differ in one value', names: ['Oak', 'Timber'], count: 2 }];
+    report.budget = [{ name: 'draws', value: 1494, limit: 50, exceeded: true }];
+    report.verdict = { compared: ['triangles', 'clips'], differences: [], verified: false, reason: '--no-verify was given' };
+    Object.assign(report.before, { fileBytes: 200000, gpuBytes: 100000, drawCalls: 1494 });
+    Object.assign(report.after, { fileBytes: 2100000, gpuBytes: 1000000, drawCalls: 1494 });
+  });
+  const page = await open(address);
+  assert.match(await page.locator('h1').textContent(), /, 0\.2 → 2\.1 MB$/);
+  assert.equal(await page.locator('#verdict').textContent(), 'The result was not verified: --no-verify was given');
+  assert.equal(await page.locator('#compared').textContent(), 'Compared: triangles, clips.');
+  assert.match(await page.locator('#findings').textContent(), /materials differ in one value Oak, Timber/);
+  assert.deepEqual(await cellsOf(page, 'draws'), ['1,494', '50', 'exceeded']);
+  assert.deepEqual(page.problems, []);
+});
+
+// A textured triangle: one texture is in the file, the other is missing.
+function writeTexturedScene() {
+  const corners = Buffer.from(new Float32Array([0, 0, 0, 1, 0, 0, 0, 1, 0]).buffer).toString('base64');
+  const red = 'iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAIAAACQd1PeAAAADElEQVR4nGP4z8AAAAMBAQDJ/pLvAAAAAElFTkSuQmCC';
+  const file = join(OUT, 'textured.gltf');
+  writeFileSync(file, JSON.stringify({
+    asset: { version: '2.0' },
+    scene: 0,
+    scenes: [{ nodes: [0] }],
+    nodes: [{ mesh: 0 }],
+    images: [{ uri: `data:image/png;base64,${red}` }, { uri: 'missing.png' }],
+    textures: [{ source: 0 }, { source: 1 }],
+    materials: [{ pbrMetallicRoughness: { baseColorTexture: { index: 0 } }, emissiveTexture: { index: 1 }, doubleSided: true }],
+    meshes: [{ primitives: [{ attributes: { POSITION: 0, TEXCOORD_0: 1 }, material: 0 }] }],
+    accessors: [
+      { bufferView: 0, componentType: 5126, count: 3, type: 'VEC3', min: [0, 0, 0], max: [1, 1, 0] },
+      { bufferView: 0, componentType: 5126, count: 3, type: 'VEC2' },
+    ],
+    bufferViews: [{ buffer: 0, byteLength: 36 }],
+    buffers: [{ byteLength: 36, uri: `data:application/octet-stream;base64,${corners}` }],
+  }));
+  return file;
+}
+
+test('textures are shown', async () => {
+  const page = await open(writePage('textured', writeTexturedScene(), '--weld'));
+  assert.ok(await page.locator('input[value=textured]').isChecked(), 'nothing else has changed');
+  for (const picture of await draw(page)) assert.ok((await pixels.shareOfColored(picture)) > 0.1);
+  assert.equal(await page.locator('#after-legend').textContent(),
+    '1 material, 2 images, 1 of them not available and shown in white');
+  assert.deepEqual(page.problems, []);
 });
 
 test('without WebGL the page shows the numbers and a warning', async () => {
@@ -130,7 +283,7 @@ test('without WebGL the page shows the numbers and a warning', async () => {
       HTMLCanvasElement.prototype.getContext = () => null;
     }),
   );
-  assert.ok(await page.locator('#no-webgl').isVisible());
+  assert.match(await page.locator('#no-views').textContent(), /does not support WebGL/);
   assert.ok(!(await page.locator('#stage').isVisible()));
   assert.deepEqual(await cellsOf(page, 'surfaces'), ['1,494', '1,494', 'same']);
   assert.deepEqual(page.problems, []);
@@ -143,7 +296,27 @@ test('differences are shown', async () => {
   const page = await open(writePage('near', scene, '--weld'));
   assert.equal(await page.locator('#verdict').textContent(), 'The result differs from the input.');
   assert.match(await page.locator('#differences li').first().textContent(), /^bounds moved by 0\.0/);
-  assert.equal(await page.locator('#before-caption').textContent(), '1 triangle');
+  assert.match(await page.locator('#before-caption').textContent(), /^1 triangle · 1 draw call · /);
+  await checkWidths(page);
+  assert.deepEqual(page.problems, []);
+});
+
+test('a refused output is named at the top, and its scene is shown', async () => {
+  const page = await open(writeRefusedPage(join(OUT, 'near.obj'), '--weld', '--strict'));
+  assert.match(await page.locator('#refusal-text').textContent(), /^refused\.glb was not written: the result differs/);
+  assert.match(await page.locator('#after-caption').textContent(), /^1 triangle · /);
+  await checkWidths(page);
+  assert.deepEqual(page.problems, []);
+});
+
+test('scenes that are not embedded are replaced by the reason', async () => {
+  const address = writePage('large', SCENE);
+  writeFileSync(new URL(address), readFileSync(new URL(address), 'utf8')
+    .replace(/(id="after">)[^]*?(<\/script>)/, '$1{"bytes":0,"remark":"The scene is not shown."}$2'));
+  const page = await open(address);
+  assert.equal(await page.locator('#after-remark').textContent(), 'The scene is not shown.');
+  assert.ok(!(await page.locator('#after-view').isVisible()));
+  assert.ok((await pixels.shareOfColored(await page.locator('#before-view').screenshot())) > 0.1);
   assert.deepEqual(page.problems, []);
 });
 
@@ -166,10 +339,12 @@ function writeHostileScene(name) {
 }
 
 test('names from files are shown as text', async () => {
-  const name = '</script><script>window.taken = 1</script><!--<script><img src=x onerror="window.taken = 1">';
+  const name = '</script><b>bold</b><script>window.taken = 1</script><!--<script><img src=x onerror="window.taken = 1">';
   const page = await open(writePage('hostile', writeHostileScene(name), '--all'));
   assert.equal(await page.evaluate(() => window.taken), undefined);
-  assert.equal(await page.locator('#before-legend li').last().textContent(), name);
+  await choose(page, 'Surface');
+  assert.equal(await page.locator('#before-legend li').last().textContent(), `${name}, ${name}`);
   assert.match(await page.locator('#inputs').textContent(), /<b>hostile\.gltf$/);
+  await checkWidths(page);
   assert.deepEqual(page.problems, []);
 });

@@ -2,27 +2,36 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sceneprep/TestFiles.h>
+#include <sceneprep/report/Base64.h>
 #include <sceneprep/report/PageText.h>
-#include <support/SceneText.h>
 #include <nlohmann/json.hpp>
 
+#include <filesystem>
+#include <fstream>
 #include <sstream>
 
 namespace
 {
 
-using namespace Pipeline;
 using namespace Sceneprep;
 using namespace Sceneprep::Report;
+using SceneprepTests::TemporaryFolder;
 
-std::string PageOf(const PrepareReport& report, const Picture& before, const Picture& after)
+PageView ViewOf(const TemporaryFolder& folder, const std::string& content)
+{
+    const std::filesystem::path file = folder.Write("view.glb", content);
+    return {.file = std::ifstream(file, std::ios::binary), .bytes = content.size()};
+}
+
+std::string PageOf(const PrepareReport& report, PageView before, PageView after)
 {
     std::ostringstream out;
     WritePage(out, report, before, after);
     return out.str();
 }
 
-/// What stands in the element with that name.
+/// Returns the content of the element with that name.
 std::string ElementOf(const std::string& page, const std::string& name)
 {
     const std::size_t nameAt = page.find(" id=\"" + name + "\">");
@@ -32,40 +41,39 @@ std::string ElementOf(const std::string& page, const std::string& name)
     return page.substr(start, page.find("</script>", start) - start);
 }
 
-Picture SmallPicture()
+TEST(ReportPage, ContainsTheReportAndWhatTheViewsShow)
 {
-    Picture picture;
-    picture.max = {1, 2, 3};
-    picture.triangles = 9;
-    picture.corners = {{0, 0, 0}, {65535, 1, 0}, {0, 256, 0}};
-    picture.parts = {{1, 0, -1, 2}};
-    picture.nodeNames = {"Box"};
-    picture.materialNames = {"red"};
-    picture.materialColors = {0xFF0000};
-    return picture;
-}
-
-TEST(ReportPage, HoldsTheReportAndBothPictures)
-{
+    const TemporaryFolder folder;
     PrepareReport report;
     report.output = "out.glb";
-    const std::string page = PageOf(report, SmallPicture(), Picture());
+    const std::string page = PageOf(report, ViewOf(folder, "glTF!"), {.remark = "too large"});
     EXPECT_EQ(ElementOf(page, "report"), ReportJson(report));
-    const auto before = nlohmann::json::parse(ElementOf(page, "before"));
-    EXPECT_EQ(before["max"], (std::vector<double>{1, 2, 3}));
-    EXPECT_EQ(before["triangles"], 9);
-    EXPECT_EQ(before["nodeNames"][0], "Box");
-    EXPECT_EQ(before["materialNames"][0], "red");
-    EXPECT_EQ(before["materialColors"][0], 0xFF0000);
-    EXPECT_EQ(nlohmann::json::parse(ElementOf(page, "after"))["triangles"], 0);
+    EXPECT_EQ(nlohmann::json::parse(ElementOf(page, "before")), nlohmann::json({{"bytes", 5}, {"remark", ""}}));
+    EXPECT_EQ(nlohmann::json::parse(ElementOf(page, "after")), nlohmann::json({{"bytes", 0}, {"remark", "too large"}}));
+    EXPECT_EQ(ElementOf(page, "before-file"), "Z2xURiE=");
+    EXPECT_EQ(ElementOf(page, "after-file"), "");
 }
 
-TEST(ReportPage, ArraysAreBytesInBase64)
+TEST(ReportPage, FilesThatAreCopiedInPiecesAreOneBase64Text)
 {
-    const std::string page = PageOf({}, SmallPicture(), Picture());
-    EXPECT_EQ(ElementOf(page, "before-corners"), "AAAAAAAA//8BAAAAAAAAAQAA");
-    EXPECT_EQ(ElementOf(page, "before-parts"), "AQAAAAAAAAD/////AgAAAA==");
-    EXPECT_EQ(ElementOf(page, "after-corners"), "");
+    const TemporaryFolder folder;
+    std::string content(100'000, 'a');
+    content.back() = 'b';
+    const std::string text = ElementOf(PageOf({}, ViewOf(folder, content), {}), "before-file");
+    std::ostringstream expected;
+    WriteBase64(expected, content.data(), content.size());
+    EXPECT_EQ(text, expected.str());
+}
+
+TEST(ReportPage, FailsIfAFileIsShorterThanItWas)
+{
+    const TemporaryFolder folder;
+    PageView before = ViewOf(folder, "glTF!");
+    before.bytes = 6;
+    PageView after;
+    std::ostringstream out;
+    WritePage(out, {}, before, after);
+    EXPECT_TRUE(out.fail());
 }
 
 TEST(ReportPage, NamesCannotEndTheirElement)
@@ -73,18 +81,16 @@ TEST(ReportPage, NamesCannotEndTheirElement)
     const std::string name = "</script><script>alert(1)</script><!--";
     PrepareReport report;
     report.notes.Add(name);
-    Picture picture = SmallPicture();
-    picture.nodeNames = {name};
-    const std::string page = PageOf(report, picture, picture);
+    const std::string page = PageOf(report, {.remark = name}, {});
     EXPECT_EQ(nlohmann::json::parse(ElementOf(page, "report"))["notes"][0], name);
-    EXPECT_EQ(nlohmann::json::parse(ElementOf(page, "before"))["nodeNames"][0], name);
+    EXPECT_EQ(nlohmann::json::parse(ElementOf(page, "before"))["remark"], name);
     EXPECT_THAT(page, testing::Not(testing::HasSubstr("<script>alert")));
     EXPECT_THAT(page, testing::Not(testing::HasSubstr("<!--")));
 }
 
-TEST(ReportPage, TheDataStandBetweenMarkupAndViewer)
+TEST(ReportPage, TheDataAreBetweenMarkupAndViewer)
 {
-    const std::string page = PageOf({}, SmallPicture(), Picture());
+    const std::string page = PageOf({}, {}, {});
     std::size_t around = 0;
     for (const std::string_view piece : GetPageText().beforeData)
         around += piece.size();

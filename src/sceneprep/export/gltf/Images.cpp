@@ -82,6 +82,8 @@ Json WithUri(Json object, const std::string& path)
 
 WrittenImage ImageWriter::AddEmbedded(const EmbeddedTexture& image, Json object)
 {
+    if (options_.images == ImageUse::Omitted)
+        return {};
     const std::string key = fmt::format("{}|{}", static_cast<const void*>(&image), TextOf(object));
     const auto [found, isNew] = written_.emplace(key, WrittenImage());
     if (isNew)
@@ -91,6 +93,8 @@ WrittenImage ImageWriter::AddEmbedded(const EmbeddedTexture& image, Json object)
 
 WrittenImage ImageWriter::AddFile(const std::string& reference, Json object)
 {
+    if (options_.images == ImageUse::Omitted)
+        return {};
     const std::string key = fmt::format("{}|{}", reference, TextOf(object));
     const auto [found, isNew] = written_.emplace(key, WrittenImage());
     if (isNew)
@@ -137,7 +141,7 @@ WrittenImage ImageWriter::WriteFile(const std::string& reference, Json object)
     const ImageKind* kind = ImageKindOf(FirstBytes(in));
     if (kind == nullptr)
         unknown_.insert(reference);
-    if (kind == nullptr || options_.externalTextures)
+    if (kind == nullptr || options_.images == ImageUse::External)
         return keepReference(kind);
     if (options_.isBinary)
         return Embed(*file, kind, std::move(object));

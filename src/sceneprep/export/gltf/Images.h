@@ -26,7 +26,7 @@ struct ImageCopy
 /// An image in the document.
 struct WrittenImage
 {
-    int index = -1;                   ///< -1 for an image of a kind that the format has no place for
+    int index = -1;                   ///< -1 for an image that is omitted or of a kind that the format has no place for
     const ImageKind* kind = nullptr;  ///< null where it is unknown
 };
 

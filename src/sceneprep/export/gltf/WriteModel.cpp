@@ -104,13 +104,13 @@ void CopyImages(const std::vector<ImageCopy>& copies, const fs::path& folder)
 
 }  // namespace
 
-Notes WriteModel(const Model& model, const fs::path& file, const fs::path& folder, bool externalTextures,
+Notes WriteModel(const Model& model, const fs::path& file, const fs::path& folder, ImageUse images,
                  const PartListener& listener)
 {
     const bool isBinary = file.extension() != ".gltf";
     const std::string stem = PlainName(file.stem().string());
     const fs::path bufferFile = file.parent_path() / (stem + ".bin");
-    const WriteOptions options = {isBinary, externalTextures, stem, folder};
+    const WriteOptions options = {isBinary, images, stem, folder};
     const auto listenToBuilding = [&listener](double part) { listener(part * kBuilding); };
 
     Document document;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <pipeline/scene/PartCounter.h>
+#include <sceneprep/export/gltf/WriteOptions.h>
 #include <sceneprep/model/Model.h>
 #include <sceneprep/run/Notes.h>
 
@@ -10,11 +11,10 @@ namespace Sceneprep::Gltf
 {
 
 /// Writes a model as glTF 2.0: one .glb file, or a .gltf file and next to it the binary buffer and images.
-/// @param folder            where the file is going to be; references to images are relative to it
-/// @param externalTextures  refers to the original image files instead of copies or embedded images
+/// @param folder  where the file is going to be; references to images are relative to it
 /// @return what the format cannot hold or had to be mended.
 /// @throws ToolError when a file cannot be written.
 Notes WriteModel(const Model& model, const std::filesystem::path& file, const std::filesystem::path& folder,
-                 bool externalTextures = false, const Pipeline::PartListener& listener = Pipeline::IgnorePart);
+                 ImageUse images = ImageUse::Stored, const Pipeline::PartListener& listener = Pipeline::IgnorePart);
 
 }  // namespace Sceneprep::Gltf

@@ -1,24 +1,28 @@
-// Two views side by side that share one camera.
-import { PerspectiveCamera } from 'three';
+// The views, side by side, that share one camera and one clock.
+import { PerspectiveCamera, Timer } from 'three';
 import { OrbitControls } from 'three/addons/controls/OrbitControls.js';
 import { fitPlanes, frame, joinBoxes, radiusOf } from './framing.mjs';
+import { Player } from './Player.mjs';
 import { View } from './View.mjs';
 
 const rotationStep = Math.PI / 36;
 const zoomStep = 0.9;
+const longestFrame = 0.1;
 
 export class Stage {
-  #element;
   #views;
   #box;
   #camera = new PerspectiveCamera(30);
   #controls;
+  #timer = new Timer();
   #isFrameRequested = false;
+  player;
 
-  constructor(element, canvases, pictures) {
-    this.#element = element;
-    this.#box = joinBoxes(pictures);
-    this.#views = canvases.map((canvas, i) => new View(canvas, pictures[i], this.#box.centre));
+  // One canvas for each model.
+  constructor(element, canvases, models) {
+    this.#box = joinBoxes(models);
+    this.#views = models.map((model, i) => new View(canvases[i], model, this.#box.centre));
+    this.player = new Player(models);
     this.#controls = new OrbitControls(this.#camera, element);
     this.#controls.minDistance = radiusOf(this.#box) / 1000;
     this.#controls.maxDistance = radiusOf(this.#box) * 50;
@@ -33,12 +37,29 @@ export class Stage {
     this.#change((view) => view.setColoring(coloring));
   }
 
-  setWireframe(wireframe) {
-    this.#change((view) => view.setWireframe(wireframe));
+  // Highlights the surfaces of each view, of lists in the order of the models.
+  highlight(lists) {
+    this.#change((view, i) => view.highlight(lists[i]));
   }
 
-  markBacks(marked) {
-    this.#change((view) => view.markBacks(marked));
+  setWireframe(isWireframe) {
+    this.#change((view) => view.setWireframe(isWireframe));
+  }
+
+  markBacks(marksBacks) {
+    this.#change((view) => view.markBacks(marksBacks));
+  }
+
+  choose(clip) {
+    this.player.choose(clip);
+    this.player.advance(0);
+    this.#requestFrame();
+  }
+
+  play(isPlaying) {
+    this.player.isPlaying = isPlaying;
+    this.#timer.update();
+    this.#requestFrame();
   }
 
   reset() {
@@ -58,15 +79,21 @@ export class Stage {
     this.#change((view) => view.fitCanvas());
   }
 
-  // Several changes are drawn in one frame.
+  // Several changes are drawn in one frame; while a clip plays, a frame follows each frame.
   #requestFrame() {
     if (this.#isFrameRequested) return;
     this.#isFrameRequested = true;
     requestAnimationFrame(() => {
       this.#isFrameRequested = false;
-      fitPlanes(this.#camera, radiusOf(this.#box));
-      this.#views.forEach((view) => view.render(this.#camera));
+      this.#render();
+      if (this.player.isPlaying) this.#requestFrame();
     });
+  }
+
+  #render() {
+    if (this.player.isPlaying) this.player.advance(Math.min(this.#timer.update().getDelta(), longestFrame));
+    fitPlanes(this.#camera, radiusOf(this.#box));
+    this.#views.forEach((view) => view.render(this.#camera));
   }
 
   #handleKey(event) {

@@ -1,53 +1,49 @@
-// Draws one scene into one canvas.
+// Draws one model into one canvas.
 import {
-  BackSide, BufferAttribute, BufferGeometry, ColorManagement, DirectionalLight, DoubleSide, FrontSide, HemisphereLight,
-  LinearSRGBColorSpace, Mesh, MeshBasicMaterial, MeshLambertMaterial, Scene, WebGLRenderer,
+  DirectionalLight, HemisphereLight, NeutralToneMapping, PMREMGenerator, Scene, WebGLRenderer,
 } from 'three';
-
-// Colours are shown without conversion between colour spaces.
-ColorManagement.enabled = false;
-
-const backColor = 0xe6007e;
-
-function makeGeometry(picture) {
-  const geometry = new BufferGeometry();
-  geometry.setAttribute('position', new BufferAttribute(picture.corners, 3, true));
-  geometry.setAttribute('color', new BufferAttribute(new Uint8Array((picture.corners.length / 3) * 4), 4, true));
-  return geometry;
-}
+import { RoomEnvironment } from 'three/addons/environments/RoomEnvironment.js';
+import { textured } from './colorings.mjs';
+import { Paints } from './paints.mjs';
 
 function makeRenderer(canvas) {
   const renderer = new WebGLRenderer({ canvas, antialias: true, alpha: true });
-  renderer.outputColorSpace = LinearSRGBColorSpace;
   renderer.setPixelRatio(window.devicePixelRatio);
+  renderer.toneMapping = NeutralToneMapping;
   return renderer;
+}
+
+// Metals reflect a room; the lights of the file are not used, so that both views are lit alike.
+function makeRoom(renderer) {
+  const generator = new PMREMGenerator(renderer);
+  const { texture } = generator.fromScene(new RoomEnvironment(), 0.04);
+  generator.dispose();
+  return texture;
 }
 
 export class View {
   #canvas;
-  #picture;
+  #surfaces;
   #renderer;
+  #room;
   #scene = new Scene();
-  #light = new DirectionalLight(0xffffff, 1.7);
-  #front;
-  #back;
+  #light = new DirectionalLight(0xffffff);
+  #sky = new HemisphereLight(0xffffff, 0x777788, 2);
+  #paints = new Paints();
+  #coloring = textured;
+  #chosen = new Set();
+  #isWireframe = false;
+  #marksBacks = false;
 
   // Moves the scene so that its centre is at the origin, where single precision is best.
-  constructor(canvas, picture, centre) {
+  constructor(canvas, model, centre) {
     this.#canvas = canvas;
-    this.#picture = picture;
+    this.#surfaces = model.surfaces;
     this.#renderer = makeRenderer(canvas);
-    const geometry = makeGeometry(picture);
-    const paint = new MeshLambertMaterial({ vertexColors: true, flatShading: true, side: DoubleSide });
-    this.#front = new Mesh(geometry, paint);
-    this.#back = new Mesh(geometry, new MeshBasicMaterial({ color: backColor, side: BackSide }));
-    this.#back.visible = false;
-    for (const mesh of [this.#front, this.#back]) {
-      mesh.position.fromArray(picture.min.map((min, axis) => min - centre[axis]));
-      mesh.scale.fromArray(picture.min.map((min, axis) => picture.max[axis] - min || 1));
-      mesh.frustumCulled = false;
-    }
-    this.#scene.add(this.#front, this.#back, new HemisphereLight(0xffffff, 0x777788, 1.9), this.#light);
+    this.#room = makeRoom(this.#renderer);
+    this.#scene.environmentIntensity = 0.5;
+    model.scene.position.sub(centre);
+    this.#scene.add(model.scene, this.#sky, this.#light);
   }
 
   get aspect() {
@@ -55,24 +51,23 @@ export class View {
   }
 
   setColoring(coloring) {
-    const colors = this.#front.geometry.getAttribute('color');
-    let next = 0;
-    for (const part of this.#picture.parts) {
-      const color = coloring.colorOf(this.#picture, coloring.keyOf(part));
-      const bytes = [color >> 16, (color >> 8) & 255, color & 255, 255];
-      for (const end = next + 12 * part.triangles; next < end; next += 4) colors.array.set(bytes, next);
-    }
-    colors.needsUpdate = true;
+    this.#coloring = coloring;
+    this.#paint();
   }
 
-  setWireframe(wireframe) {
-    this.#front.material.wireframe = this.#back.material.wireframe = wireframe;
+  // Shows these surfaces in one colour and the others faintly; none: shows all as usual.
+  highlight(surfaces) {
+    this.#chosen = new Set(surfaces);
+    this.#paint();
   }
 
-  markBacks(marked) {
-    this.#back.visible = marked;
-    this.#front.material.side = marked ? FrontSide : DoubleSide;
-    this.#front.material.needsUpdate = true;
+  setWireframe(isWireframe) {
+    this.#isWireframe = isWireframe;
+    this.#paint();
+  }
+
+  markBacks(marksBacks) {
+    this.#marksBacks = marksBacks;
   }
 
   fitCanvas() {
@@ -83,5 +78,35 @@ export class View {
   render(camera) {
     this.#light.position.set(-0.4, 0.5, 1).applyQuaternion(camera.quaternion);
     this.#renderer.render(this.#scene, camera);
+    if (this.#marksBacks) this.#renderBacks(camera);
+  }
+
+  // Draws the back faces again, over what is drawn of them.
+  #renderBacks(camera) {
+    this.#scene.overrideMaterial = this.#paints.back;
+    this.#renderer.autoClear = false;
+    this.#renderer.render(this.#scene, camera);
+    this.#renderer.autoClear = true;
+    this.#scene.overrideMaterial = null;
+  }
+
+  #paint() {
+    const isPlain = this.#coloring !== textured || this.#chosen.size > 0;
+    this.#scene.environment = isPlain ? null : this.#room;
+    this.#sky.visible = isPlain;
+    this.#light.intensity = isPlain ? 2 : 1.2;
+    for (const surface of this.#surfaces) {
+      const material = this.#paintOf(surface);
+      material.wireframe = this.#isWireframe;
+      surface.object.material = material;
+    }
+    this.#paints.back.wireframe = this.#isWireframe;
+  }
+
+  #paintOf(surface) {
+    const { object, look } = surface;
+    if (this.#chosen.size > 0) return this.#chosen.has(surface) ? this.#paints.highlight(object) : this.#paints.dim(object);
+    if (this.#coloring === textured) return look;
+    return this.#paints.plain(object, this.#coloring.colorOf(this.#coloring.keyOf(surface)));
   }
 }

@@ -1,11 +1,14 @@
-// Ways to colour a view: the key of a part that selects the colour, the colour of a key, and the name of a key.
+// Ways to colour a view: the key of a surface that selects the colour, the colour of a key, and the name of a surface.
 
 const plain = 0xb4b9be;
+// So many materials are made at most.
+const palette = 96;
 
 // Consecutive numbers get hues that differ by the golden angle, and alternate between lighter and darker colours.
 export function distinctColor(number) {
-  const hue = (205 + number * 137.508) % 360;
-  const lightness = [0.55, 0.42, 0.68][number % 3];
+  const position = number % palette;
+  const hue = (205 + position * 137.508) % 360;
+  const lightness = [0.55, 0.42, 0.68][position % 3];
   const chroma = 0.55 * Math.min(lightness, 1 - lightness);
   const channel = (offset) => {
     const k = (offset + hue / 30) % 12;
@@ -14,68 +17,44 @@ export function distinctColor(number) {
   return (channel(0) << 16) | (channel(8) << 8) | channel(4);
 }
 
-const nodeName = (picture, node) => picture.nodeNames[node] || `node ${node + 1}`;
-
-function materialName(picture, material) {
-  return material < 0 ? 'no material' : picture.materialNames[material] || `material ${material + 1}`;
-}
-
-function surfaceName(picture, surface) {
-  const { node, material } = picture.parts[surface];
-  return `${nodeName(picture, node)}, ${materialName(picture, material)}`;
-}
-
+// The first one shows the materials as they are.
 export const colorings = [
+  { id: 'textured', label: 'Textured' },
   {
-    id: 'diffuse',
-    label: 'Diffuse colour',
-    keyOf: (part) => part.material,
-    colorOf: (picture, material) => picture.materialColors[material] ?? plain,
-    nameOf: materialName,
-    kind: 'material',
+    id: 'surface',
+    label: 'Surface',
+    kind: 'surface',
+    keyOf: ({ index }) => index,
+    colorOf: distinctColor,
+    nameOf: ({ nodeName, materialName }) => `${nodeName}, ${materialName}`,
   },
   {
     id: 'material',
     label: 'Material',
-    keyOf: (part) => part.material,
-    colorOf: (picture, material) => (material < 0 ? plain : distinctColor(material)),
-    nameOf: materialName,
     kind: 'material',
-  },
-  {
-    id: 'surface',
-    label: 'Surface',
-    keyOf: (part) => part.surface,
-    colorOf: (picture, surface) => distinctColor(surface),
-    nameOf: surfaceName,
-    kind: 'surface',
-  },
-  {
-    id: 'node',
-    label: 'Node',
-    keyOf: (part) => part.node,
-    colorOf: (picture, node) => distinctColor(node),
-    nameOf: nodeName,
-    kind: 'node',
+    keyOf: ({ material }) => material,
+    colorOf: (material) => (material < 0 ? plain : distinctColor(material)),
+    nameOf: ({ materialName }) => materialName,
   },
   {
     id: 'offset',
     label: 'Collision offset',
-    keyOf: (part) => part.collisionOffset,
-    colorOf: (picture, offset) => (offset === 0 ? plain : distinctColor(offset)),
-    nameOf: (picture, offset) => (offset === 0 ? 'no offset' : `offset ${offset}`),
     kind: 'offset',
+    keyOf: ({ offset }) => offset,
+    colorOf: (offset) => (offset === 0 ? plain : distinctColor(Math.abs(offset))),
+    nameOf: ({ offset }) => (offset === 0 ? 'no offset' : `offset ${offset}`),
   },
 ];
 
+export const textured = colorings[0];
+
 // Lists the colours of a view, ordered by the number of triangles that they cover.
-export function listColors(picture, coloring) {
-  const triangles = new Map();
-  for (const part of picture.parts) {
-    const key = coloring.keyOf(part);
-    triangles.set(key, (triangles.get(key) ?? 0) + part.triangles);
+export function listColors(surfaces, { keyOf, colorOf, nameOf }) {
+  const colors = new Map();
+  for (const surface of surfaces) {
+    const key = keyOf(surface);
+    if (!colors.has(key)) colors.set(key, { color: colorOf(key), name: nameOf(surface), triangles: 0 });
+    colors.get(key).triangles += surface.triangles;
   }
-  return [...triangles]
-    .sort((a, b) => b[1] - a[1])
-    .map(([key]) => ({ color: coloring.colorOf(picture, key), name: coloring.nameOf(picture, key) }));
+  return [...colors.values()].sort((a, b) => b.triangles - a.triangles);
 }

@@ -1,23 +1,19 @@
 // Positions the camera.
-import { Vector3 } from 'three';
+import { Box3, Vector3 } from 'three';
 
 const firstSide = new Vector3(0.62, 0.42, 0.66).normalize();
 
-// Returns the bounding box of both views.
-export function joinBoxes(pictures) {
-  const filled = pictures.filter((picture) => picture.shown > 0);
-  const side = (pick, name) => [0, 1, 2].map((axis) => (filled.length ? pick(...filled.map((p) => p[name][axis])) : 0));
-  const min = side(Math.min, 'min');
-  const max = side(Math.max, 'max');
-  return {
-    centre: min.map((low, axis) => (low + max[axis]) / 2),
-    half: min.map((low, axis) => (max[axis] - low) / 2),
-  };
+// Returns the bounds of all models, as centre and half the size.
+export function joinBoxes(models) {
+  const box = new Box3();
+  for (const model of models) box.union(model.box);
+  if (box.isEmpty()) box.expandByPoint(new Vector3());
+  return { centre: box.getCenter(new Vector3()), half: box.getSize(new Vector3()).multiplyScalar(0.5) };
 }
 
-export const radiusOf = (box) => Math.hypot(...box.half) || 1;
+export const radiusOf = (box) => box.half.length() || 1;
 
-function cornersOf({ half: [x, y, z] }) {
+function cornersOf({ half: { x, y, z } }) {
   const signs = [-1, 1];
   return signs.flatMap((a) => signs.flatMap((b) => signs.map((c) => new Vector3(a * x, b * y, c * z))));
 }

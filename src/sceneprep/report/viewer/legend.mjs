@@ -1,26 +1,29 @@
 // Fills in the legend, which names the colours of a view.
-import { listColors } from './colorings.mjs';
-import { element } from './data.mjs';
-import { formatCount } from './numbers.mjs';
+import { listColors, textured } from './colorings.mjs';
+import { element, make } from './dom.mjs';
+import { formatCount } from './format.mjs';
 
-const mostNamed = 8;
+const mostNamed = 6;
 
-function makeItem(text, color) {
-  const item = document.createElement('li');
-  if (color !== undefined) {
-    const chip = document.createElement('i');
-    chip.style.background = `#${color.toString(16).padStart(6, '0')}`;
-    item.append(chip);
-    item.title = text;
-  }
-  item.append(text);
-  return item;
+function makeItem({ name, color }) {
+  const chip = make('i');
+  chip.style.background = `#${color.toString(16).padStart(6, '0')}`;
+  return make('li', { title: name }, chip, name);
 }
 
-export function showLegend(id, picture, coloring) {
-  const colors = listColors(picture, coloring);
-  const items = [makeItem(formatCount(colors.length, coloring.kind))];
-  for (const { name, color } of colors.slice(0, mostNamed)) items.push(makeItem(name, color));
-  if (colors.length > mostNamed) items.push(makeItem('more …'));
+function describeImages({ surfaces, images, replacedImages }) {
+  const materials = new Set(surfaces.map(({ material }) => material)).size;
+  const replaced = replacedImages > 0 ? `, ${replacedImages} of them not available and shown in white` : '';
+  return `${formatCount(materials, 'material')}, ${formatCount(images, 'image')}${replaced}`;
+}
+
+export function showLegend(id, model, coloring) {
+  if (coloring === textured) {
+    element(id).replaceChildren(make('li', {}, describeImages(model)));
+    return;
+  }
+  const colors = listColors(model.surfaces, coloring);
+  const items = [make('li', {}, formatCount(colors.length, coloring.kind)), ...colors.slice(0, mostNamed).map(makeItem)];
+  if (colors.length > mostNamed) items.push(make('li', {}, 'more …'));
   element(id).replaceChildren(...items);
 }

@@ -30,9 +30,9 @@ protected:
         std::ofstream(folder_ / name, std::ios::binary) << content;
     }
 
-    ImageWriter Writer(bool isBinary, bool externalTextures = false)
+    ImageWriter Writer(bool isBinary, ImageUse images = ImageUse::Stored)
     {
-        options_ = {isBinary, externalTextures, "house", folder_ / "out"};
+        options_ = {isBinary, images, "house", folder_ / "out"};
         return {options_, buffers_, document_};
     }
 
@@ -116,10 +116,22 @@ TEST_F(GltfImages, AnImageFileBelowTheFolderOfTheOutputIsReferenced)
     EXPECT_THAT(writer.Copies(), IsEmpty());
 }
 
+TEST_F(GltfImages, OmittedImagesAreNeitherStoredNorReferencedNorReported)
+{
+    WriteFile("out/wood.png", kPng);
+    ImageWriter writer = Writer(true, ImageUse::Omitted);
+    EXPECT_EQ(writer.AddEmbedded(png_, Json::object()).index, -1);
+    EXPECT_EQ(writer.AddFile("wood.png", Json::object()).index, -1);
+    EXPECT_EQ(writer.AddFile("missing.png", Json::object()).index, -1);
+    EXPECT_THAT(document_.images, IsEmpty());
+    EXPECT_EQ(buffers_.Size(), 0U);
+    EXPECT_THAT(NotesOf(writer), IsEmpty());
+}
+
 TEST_F(GltfImages, ExternalTexturesStayReferences)
 {
     WriteFile("wood.png", kPng);
-    ImageWriter writer = Writer(true, true);
+    ImageWriter writer = Writer(true, ImageUse::External);
     writer.AddFile("../wood.png", Json::object());
     EXPECT_EQ(document_.images[0]["uri"], "../wood.png");
     EXPECT_EQ(buffers_.Size(), 0U);

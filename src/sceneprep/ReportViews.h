@@ -1,0 +1,35 @@
+#pragma once
+
+#include <pipeline/scene/PartCounter.h>
+#include <sceneprep/model/Model.h>
+#include <sceneprep/report/PageView.h>
+#include <sceneprep/run/WorkState.h>
+
+#include <cstdint>
+#include <filesystem>
+
+namespace Sceneprep
+{
+
+/// The largest .glb file that the HTML report embeds, in bytes: two of them make a page of 133 MB.
+inline constexpr std::uintmax_t kMostViewBytes = 50'000'000;
+
+/// Writes a model as .glb with its images, and opens the file, which is removed from the disk as soon as it is closed.
+///
+/// If the file is too large with the images, they are omitted; if it is still too large, the view has no file. The
+/// remark of the view says so.
+/// @param references  the folder that references to image files are relative to
+/// @param folder      for a temporary folder; returns without one
+/// @throws ToolError if the file cannot be written.
+Report::PageView WriteView(const Model& model, const std::filesystem::path& references,
+                           const std::filesystem::path& folder, WorkState& state,
+                           const Pipeline::PartListener& listener = Pipeline::IgnorePart,
+                           std::uintmax_t limit = kMostViewBytes);
+
+/// Returns whether the file is a .glb file within the limit.
+bool CanOpenView(const std::filesystem::path& file, std::uintmax_t limit = kMostViewBytes);
+
+/// Opens a .glb file as it is.
+Report::PageView OpenView(const std::filesystem::path& file);
+
+}  // namespace Sceneprep

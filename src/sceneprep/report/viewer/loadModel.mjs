@@ -1,0 +1,93 @@
+// Reads a .glb file and lists the surfaces that it draws.
+import { Box3, DataTexture, Group, SRGBColorSpace } from 'three';
+import { GLTFLoader } from 'three/addons/loaders/GLTFLoader.js';
+
+function whiteTexture() {
+  const texture = new DataTexture(new Uint8Array([255, 255, 255, 255]), 1, 1);
+  texture.colorSpace = SRGBColorSpace;
+  texture.needsUpdate = true;
+  return texture;
+}
+
+// Images that are not in the file, and kinds that browsers cannot decode, are replaced by white.
+class ImageReplacement {
+  name = 'sceneprep_image_replacement';
+  replaced = new Set();
+  #parser;
+
+  constructor(parser) {
+    this.#parser = parser;
+    const ktx2 = { load: (url, show) => show(this.#replace(url)) };
+    if (parser.json.extensionsRequired?.includes('KHR_texture_basisu')) parser.options.ktx2Loader = ktx2;
+  }
+
+  loadTexture(index) {
+    const { textures, images } = this.#parser.json;
+    const image = images?.[textures[index].source];
+    return image?.bufferView === undefined ? Promise.resolve(this.#replace(index)) : null;
+  }
+
+  #replace(key) {
+    this.replaced.add(key);
+    return whiteTexture();
+  }
+}
+
+function nodeOf(object, associations) {
+  for (let at = object; at; at = at.parent) {
+    const { nodes } = associations.get(at) ?? {};
+    if (nodes !== undefined) return nodes;
+  }
+  return -1;
+}
+
+function countTriangles({ isMesh, isInstancedMesh, count, geometry }) {
+  if (!isMesh) return 0;
+  return ((geometry.index ?? geometry.attributes.position).count / 3) * (isInstancedMesh ? count : 1);
+}
+
+// A surface is one draw call: one primitive of the mesh of a node.
+function surfaceOf(object, { json, associations }) {
+  const { meshes = -1, primitives = 0 } = associations.get(object) ?? {};
+  const node = nodeOf(object, associations);
+  const mesh = json.meshes?.[meshes] ?? { primitives: [] };
+  const primitive = mesh.primitives[primitives] ?? {};
+  const extras = { ...json.nodes[node]?.extras, ...primitive.extras };
+  const material = primitive.material ?? -1;
+  return {
+    object, node, material,
+    look: object.material,
+    triangles: countTriangles(object),
+    offset: Number.isInteger(extras.collisionOffset) ? extras.collisionOffset : 0,
+    nodeName: json.nodes[node]?.name ?? `node ${node + 1}`,
+    meshName: mesh.name ?? '',
+    surfaceName: extras.surfaceName ?? mesh.name ?? '',
+    materialName: material < 0 ? 'no material' : json.materials[material].name ?? `material ${material + 1}`,
+  };
+}
+
+function listSurfaces(scene, parser) {
+  const surfaces = [];
+  scene.traverse((object) => {
+    if (object.isLight || object.isCamera) object.visible = false;
+    if (object.isMesh || object.isLine || object.isPoints) surfaces.push(surfaceOf(object, parser));
+  });
+  surfaces.forEach((surface, index) => { surface.index = index; });
+  return surfaces;
+}
+
+export async function loadModel(bytes) {
+  let replacement;
+  const loader = new GLTFLoader().register((parser) => (replacement = new ImageReplacement(parser)));
+  const { scene = new Group(), animations, parser } = await loader.parseAsync(bytes.buffer, '');
+  scene.updateMatrixWorld(true);
+  const surfaces = listSurfaces(scene, parser);
+  return {
+    scene, animations, surfaces,
+    bytes: bytes.length,
+    box: new Box3().setFromObject(scene),
+    images: parser.json.images?.length ?? 0,
+    replacedImages: replacement.replaced.size,
+    triangles: surfaces.reduce((sum, { triangles }) => sum + triangles, 0),
+  };
+}

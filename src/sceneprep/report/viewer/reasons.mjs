@@ -1,0 +1,57 @@
+// Lists why surfaces were not merged, and findings. A click on a reason highlights its surfaces.
+import { drawCallsOf } from './headline.mjs';
+import { element, fillList, make } from './dom.mjs';
+import { formatCount, formatWhole } from './format.mjs';
+
+const mostListed = 12;
+
+// A group names its surfaces as the result does.
+const keyOf = ({ node, mesh, surface }) => JSON.stringify([node, mesh, surface]);
+
+export function findSurfaces(group, model) {
+  const wanted = new Set(group.surfaces.map(keyOf));
+  return model.surfaces.filter(({ nodeName, meshName, surfaceName }) =>
+    wanted.has(keyOf({ node: nodeName, mesh: meshName, surface: surfaceName })));
+}
+
+function reasonItem(group, choose) {
+  const surplus = group.surplus > 0 ? [make('span', { className: 'surplus' }, `+${formatWhole(group.surplus)}`)] : [];
+  const button = make('button', { type: 'button', className: 'reason' },
+    ...surplus, make('strong', {}, group.material || 'no material'), ' ', make('span', {}, group.text));
+  button.ariaPressed = 'false';
+  button.addEventListener('click', () => choose(group, button));
+  return make('li', {}, button);
+}
+
+function summaryOf({ drawCalls, neededByMaterials }) {
+  const surplus = drawCalls - neededByMaterials;
+  const needed = `${formatCount(drawCalls, 'draw call')}; the materials need ${formatWhole(neededByMaterials)}`;
+  return surplus > 0 ? `${needed}, so ${formatWhole(surplus)} more could be merged but for these reasons.` : `${needed}.`;
+}
+
+// Calls highlight(group) with the chosen group, or with undefined when it is released.
+export function showReasons({ reasons, after }, highlight) {
+  element('reasons-section').hidden = !reasons;
+  if (!reasons) return;
+  let chosen;
+  const choose = (group, button) => {
+    const released = chosen === button;
+    if (chosen) chosen.ariaPressed = 'false';
+    chosen = released ? undefined : button;
+    button.ariaPressed = String(!released);
+    highlight(released ? undefined : group);
+  };
+  const groups = [...reasons.groups].sort((a, b) => b.surplus - a.surplus);
+  element('reasons-summary').textContent = summaryOf({ drawCalls: drawCallsOf(after), ...reasons });
+  fillList(element('reasons'), groups.map((group) => reasonItem(group, choose)), mostListed);
+}
+
+function findingItem({ text, names = [], count }) {
+  const shown = names.slice(0, 4).join(', ') + (names.length > 4 || count > names.length ? ', …' : '');
+  return make('li', {}, text, ...(shown ? [' ', make('span', { className: 'names' }, shown)] : []));
+}
+
+export function showFindings({ findings = [] }) {
+  element('findings-section').hidden = findings.length === 0;
+  fillList(element('findings'), findings.map(findingItem), mostListed);
+}

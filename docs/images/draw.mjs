@@ -17,9 +17,8 @@ const folder = mkdtempSync(join(tmpdir(), 'draw-images-'));
 
 const plainStyle = `
   body { padding: 0; background: var(--paper); }
-  section:has(#stage) { margin: 0; border: 0; border-radius: 0; padding: 12px; }
-  .bar, #hint, header, main > .columns, footer { display: none; }
-  section .columns { grid-template-columns: 1fr 1fr; }
+  #views { margin: 0; border: 0; border-radius: 0; padding: 12px; }
+  .bar, #hint, header, #outcomes, #figures, section:not(#views), footer { display: none; }
 `;
 // A gradient has more colours than a palette.
 const canvasStyle = 'canvas { background: #eef1f4; }';
@@ -40,10 +39,15 @@ async function save(page, name, png) {
   writeFileSync(join(output, `${name}.png`), encodePng({ ...pixels, data }));
 }
 
+async function open(page, file, coloring) {
+  await page.goto(`${pathToFileURL(file).href}#${coloring}`);
+  await page.locator('#stage[aria-busy=false]').waitFor();
+}
+
 async function screenshot(browser, name, figure) {
-  const { coloring = 'diffuse', titles, markBacks = false, zoom = 0, legend = false } = figure;
-  const page = await browser.newPage({ viewport: { width: 820, height: 700 } });
-  await page.goto(`${pathToFileURL(figure.page).href}#${coloring}`);
+  const { coloring = 'textured', titles, markBacks = false, zoom = 0, legend = false } = figure;
+  const page = await browser.newPage({ viewport: { width: 820, height: 700 }, reducedMotion: 'reduce' });
+  await open(page, figure.page, coloring);
   const captions = figure.captions ?? (await page.locator('.legend li:first-child').allTextContents());
   if (markBacks) await page.locator('#backs').check();
   for (let i = 0; i < zoom; ++i) await page.locator('#stage').press('+');
@@ -54,7 +58,7 @@ async function screenshot(browser, name, figure) {
     await page.locator(`#${side}-caption`).evaluate(setText, captions[i]);
     if (titles) await page.locator('figcaption strong').nth(i).evaluate(setText, titles[i]);
   }
-  await save(page, name, await page.locator('section:has(#stage)').screenshot());
+  await save(page, name, await page.locator('#views').screenshot());
   await page.close();
 }
 
@@ -62,8 +66,8 @@ async function screenshotReport(browser) {
   const report = join(folder, 'report.html');
   const result = join(folder, 'workshop-ready.glb');
   execFileSync(sceneprep, ['prepare', workshop, '--all', '--quiet', '-o', result, '--report', report]);
-  const page = await browser.newPage({ viewport: { width: 1200, height: 960 } });
-  await page.goto(`${pathToFileURL(report).href}#surface`);
+  const page = await browser.newPage({ viewport: { width: 1200, height: 960 }, reducedMotion: 'reduce' });
+  await open(page, report, 'surface');
   await page.addStyleTag({ content: canvasStyle });
   await save(page, 'report', await page.screenshot());
   await page.close();

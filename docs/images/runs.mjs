@@ -5,7 +5,7 @@ import { join } from 'node:path';
 import { writeObj } from './files.mjs';
 
 // The elements of a page that hold the view on the right.
-const afterElements = /<script type="[^"]*" id="after(?:-corners|-parts)?">[^<]*<\/script>/g;
+const afterElements = /<script type="[^"]*" id="after(?:-file)?">[^<]*<\/script>/g;
 
 export class Runs {
   #sceneprep;

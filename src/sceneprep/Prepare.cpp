@@ -96,7 +96,7 @@ Report::PageView ViewOf(const char* step, const Model& model, const fs::path& re
 Report::PageView ViewAfter(const PrepareCommand& options, const Model& model, bool isExported, bool isWritten,
                            WorkState& state, Progress& progress)
 {
-    if (isWritten && !options.externalTextures && CanOpenView(options.output))
+    if (isWritten && !options.externalTextures && CanOpenView(model, options.output))
         return OpenView(options.output);
     return ViewOf("View the result", model, FolderOf(isExported ? options.output : model.file), options.output, state,
                   progress);

@@ -47,6 +47,9 @@ PageView TooLarge(std::uintmax_t bytes, std::uintmax_t limit)
 PageView WriteView(const Model& model, const fs::path& references, const fs::path& folder, WorkState& state,
                    const Pipeline::PartListener& listener, std::uintmax_t limit)
 {
+    if (model.scene->NodeLibrary.size() > kMostViewNodes)
+        return {.remark = fmt::format("The scene is not shown: it has {} nodes, and this page shows at most {}.",
+                                      model.scene->NodeLibrary.size(), kMostViewNodes)};
     if (const std::uintmax_t least = LeastBytes(*model.scene); least > limit)
         return TooLarge(least, limit);
     const TemporaryFolder temporary(folder, state);
@@ -66,11 +69,11 @@ PageView WriteView(const Model& model, const fs::path& references, const fs::pat
     return view;
 }
 
-bool CanOpenView(const fs::path& file, std::uintmax_t limit)
+bool CanOpenView(const Model& model, const fs::path& file, std::uintmax_t limit)
 {
     std::error_code error;
     const std::uintmax_t bytes = fs::file_size(file, error);
-    return !error && bytes <= limit && file.extension() == ".glb";
+    return !error && bytes <= limit && model.scene->NodeLibrary.size() <= kMostViewNodes && file.extension() == ".glb";
 }
 
 PageView OpenView(const fs::path& file)

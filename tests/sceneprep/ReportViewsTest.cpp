@@ -100,13 +100,22 @@ TEST_F(ReportViews, OmitScenesThatAreTooLarge)
     }
 }
 
+TEST_F(ReportViews, OmitScenesOfTooManyNodes)
+{
+    scene_.NodeLibrary.resize(kMostViewNodes + 1);
+    PageView view = Write();
+    EXPECT_EQ(view.bytes, 0U);
+    EXPECT_EQ(view.remark, "The scene is not shown: it has 100001 nodes, and this page shows at most 100000.");
+    EXPECT_FALSE(CanOpenView(model_, folder_.Write("a.glb", "glTF")));
+}
+
 TEST_F(ReportViews, OpenGlbFilesWithinTheLimit)
 {
     const std::filesystem::path file = folder_.Write("a.glb", "glTF");
-    EXPECT_TRUE(CanOpenView(file));
-    EXPECT_FALSE(CanOpenView(file, 3));
-    EXPECT_FALSE(CanOpenView(folder_.Write("a.gltf", "glTF")));
-    EXPECT_FALSE(CanOpenView(folder_ / "missing.glb"));
+    EXPECT_TRUE(CanOpenView(model_, file));
+    EXPECT_FALSE(CanOpenView(model_, file, 3));
+    EXPECT_FALSE(CanOpenView(model_, folder_.Write("a.gltf", "glTF")));
+    EXPECT_FALSE(CanOpenView(model_, folder_ / "missing.glb"));
     PageView view = OpenView(file);
     EXPECT_EQ(view.bytes, 4U);
     EXPECT_EQ(ContentOf(view), "glTF");

@@ -309,6 +309,42 @@ test('a refused output is named at the top, and its scene is shown', async () =>
   assert.deepEqual(page.problems, []);
 });
 
+// One triangle in each of many nodes, every third of them with negative scale, in two materials.
+function writeLargeScene(count) {
+  const corners = Buffer.from(new Float32Array([0, 0, 0, 1, 0, 0, 0, 1, 0]).buffer).toString('base64');
+  const side = Math.ceil(Math.sqrt(count));
+  const colors = [[1, 0.1, 0.1, 1], [0.1, 0.2, 1, 1]];
+  const file = join(OUT, 'many.gltf');
+  writeFileSync(file, JSON.stringify({
+    asset: { version: '2.0' },
+    scene: 0,
+    scenes: [{ nodes: [0] }],
+    nodes: [{ children: Array.from({ length: count }, (_, i) => i + 1) },
+      ...Array.from({ length: count }, (_, i) => ({
+        mesh: i % 2, translation: [i % side, Math.floor(i / side), 0], scale: [i % 3 === 0 ? -1 : 1, 1, 1],
+      }))],
+    materials: colors.map((baseColorFactor) => ({ pbrMetallicRoughness: { baseColorFactor } })),
+    meshes: colors.map((_, material) => ({ primitives: [{ attributes: { POSITION: 0 }, material }] })),
+    accessors: [{ bufferView: 0, componentType: 5126, count: 3, type: 'VEC3', min: [0, 0, 0], max: [1, 1, 0] }],
+    bufferViews: [{ buffer: 0, byteLength: 36 }],
+    buffers: [{ byteLength: 36, uri: `data:application/octet-stream;base64,${corners}` }],
+  }));
+  return file;
+}
+
+test('large scenes are drawn in batches and look the same', async () => {
+  const page = await open(writePage('many', writeLargeScene(5100), '--flatten'));
+  await choose(page, 'Textured');
+  assert.match(await page.locator('#before-remark').textContent(), /draws its surfaces in 4 batches\.$/);
+  assert.match(await page.locator('#before-caption').textContent(), /^5,100 triangles · 5,100 draw calls/);
+  const [before, result] = await draw(page);
+  assert.ok((await pixels.shareOfColored(before)) > 0.1);
+  assert.ok((await pixels.shareOfDifferent(before, result)) < 0.001);
+  await choose(page, 'Surface');
+  assert.ok((await pixels.shareOfDifferent(before, (await draw(page))[0])) > much);
+  assert.deepEqual(page.problems, []);
+});
+
 test('scenes that are not embedded are replaced by the reason', async () => {
   const address = writePage('large', SCENE);
   writeFileSync(new URL(address), readFileSync(new URL(address), 'utf8')

@@ -3,8 +3,11 @@ import {
   DirectionalLight, HemisphereLight, NeutralToneMapping, PMREMGenerator, Scene, WebGLRenderer,
 } from 'three';
 import { RoomEnvironment } from 'three/addons/environments/RoomEnvironment.js';
+import { colorInstance } from './batches.mjs';
 import { textured } from './colorings.mjs';
-import { Paints } from './paints.mjs';
+import { dimColor, highlightColor, Paints } from './paints.mjs';
+
+const white = 0xffffff;
 
 function makeRenderer(canvas) {
   const renderer = new WebGLRenderer({ canvas, antialias: true, alpha: true });
@@ -96,9 +99,9 @@ export class View {
     this.#sky.visible = isPlain;
     this.#light.intensity = isPlain ? 2 : 1.2;
     for (const surface of this.#surfaces) {
-      const material = this.#paintOf(surface);
+      const material = surface.batch ? this.#paintInBatch(surface) : this.#paintOf(surface);
       material.wireframe = this.#isWireframe;
-      surface.object.material = material;
+      (surface.batch?.mesh ?? surface.object).material = material;
     }
     this.#paints.back.wireframe = this.#isWireframe;
   }
@@ -106,7 +109,18 @@ export class View {
   #paintOf(surface) {
     const { object, look } = surface;
     if (this.#chosen.size > 0) return this.#chosen.has(surface) ? this.#paints.highlight(object) : this.#paints.dim(object);
-    if (this.#coloring === textured) return look;
-    return this.#paints.plain(object, this.#coloring.colorOf(this.#coloring.keyOf(surface)));
+    return this.#coloring === textured ? look : this.#paints.plain(object, this.#colorOf(surface));
+  }
+
+  // Surfaces of a batch share a material, which their colours multiply.
+  #paintInBatch(surface) {
+    const isTextured = this.#coloring === textured && this.#chosen.size === 0;
+    colorInstance(surface.batch, isTextured ? white : this.#colorOf(surface));
+    return isTextured ? surface.look : this.#paints.plain(surface.batch.mesh, white);
+  }
+
+  #colorOf(surface) {
+    if (this.#chosen.size > 0) return this.#chosen.has(surface) ? highlightColor : dimColor;
+    return this.#coloring.colorOf(this.#coloring.keyOf(surface));
   }
 }

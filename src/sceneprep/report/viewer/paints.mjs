@@ -4,8 +4,10 @@ import {
 } from 'three';
 
 const backColor = 0xe6007e;
-const highlighted = { color: 0xff7a00, emissive: new Color(0x4a1c00) };
-const dimmed = { color: 0x9aa4ad, transparent: true, opacity: 0.16, depthWrite: false };
+export const highlightColor = 0xff7a00;
+export const dimColor = 0xc4cad0;
+const highlighted = { color: highlightColor, emissive: new Color(0x4a1c00) };
+const dimmed = { color: dimColor, transparent: true, opacity: 0.16, depthWrite: false };
 
 function makePaint({ isMesh, isPoints, geometry }, { emissive, ...look }) {
   if (isPoints) return new PointsMaterial({ ...look, size: 3, sizeAttenuation: false, toneMapped: false });

@@ -1,4 +1,5 @@
 // Shows the models in their views, and connects the controls.
+import { batchSurfaces } from './batches.mjs';
 import { colorings, textured } from './colorings.mjs';
 import { takeBytes } from './data.mjs';
 import { element, make } from './dom.mjs';
@@ -9,8 +10,8 @@ import { loadModel } from './loadModel.mjs';
 import { findSurfaces } from './reasons.mjs';
 import { Stage } from './Stage.mjs';
 
-// Of larger scenes a frame takes long, so that their clips play on request only.
-const mostPlayed = 5000;
+// Larger scenes are drawn in batches, and their clips play on request only.
+const mostDrawCalls = 5000;
 
 const find = (id) => colorings.find((coloring) => coloring.id === id);
 
@@ -74,6 +75,10 @@ async function loadSides(sides) {
   const models = [];
   for (const side of sides) {
     const model = await loadModel(takeBytes(`${side.name}-file`));
+    if (model.surfaces.length > mostDrawCalls) {
+      const batches = formatCount(batchSurfaces(model), 'batch', 'batches');
+      side.remark = `${side.remark} To keep the view responsive, this page draws its surfaces in ${batches}.`.trim();
+    }
     showCaption(side, model);
     models.push(model);
   }
@@ -91,7 +96,7 @@ export async function openViews(report, sides) {
     shown.forEach(({ name }, i) => showLegend(`${name}-legend`, models[i], coloring));
   });
   connectControls(stage);
-  addClips(stage, models.every(({ surfaces }) => surfaces.length <= mostPlayed));
+  addClips(stage, models.every(({ surfaces }) => surfaces.length <= mostDrawCalls));
   element('stage').ariaBusy = 'false';
   return (group) => stage.highlight(models.map((model, i) => {
     const isResult = shown[i].name === 'after';

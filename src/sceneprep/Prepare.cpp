@@ -84,10 +84,10 @@ fs::path FolderOf(const fs::path& file) { return fs::absolute(file).parent_path(
 Report::PageView ViewOf(const char* step, const Model& model, const fs::path& references, const fs::path& output,
                         WorkState& state, Progress& progress)
 {
+    const TemporaryFolder folder(FolderOf(output), state);
     Report::PageView view;
     RunStep(step, progress, [&] {
-        view =
-            WriteView(model, references, FolderOf(output), state, [&progress](double part) { progress.Update(part); });
+        view = WriteView(model, references, folder.Path(), [&progress](double part) { progress.Update(part); });
     });
     return view;
 }

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 #include <sceneprep/export/ExportModel.h>
-#include <sceneprep/run/PlaceFiles.h>
 
 #include <cstddef>
 #include <string>
@@ -44,7 +43,7 @@ PageView TooLarge(std::uintmax_t bytes, std::uintmax_t limit)
 
 }  // namespace
 
-PageView WriteView(const Model& model, const fs::path& references, const fs::path& folder, WorkState& state,
+PageView WriteView(const Model& model, const fs::path& references, const fs::path& folder,
                    const Pipeline::PartListener& listener, std::uintmax_t limit)
 {
     if (model.scene->NodeLibrary.size() > kMostViewNodes)
@@ -52,8 +51,7 @@ PageView WriteView(const Model& model, const fs::path& references, const fs::pat
                                       model.scene->NodeLibrary.size(), kMostViewNodes)};
     if (const std::uintmax_t least = LeastBytes(*model.scene); least > limit)
         return TooLarge(least, limit);
-    const TemporaryFolder temporary(folder, state);
-    const fs::path file = temporary.Path() / "view.glb";
+    const fs::path file = folder / ".sceneprep-view";
     std::string remark;
     WriteGlb(model, file, references, true, listener);
     if (const std::uintmax_t bytes = fs::file_size(file); bytes > limit)
@@ -63,6 +61,7 @@ PageView WriteView(const Model& model, const fs::path& references, const fs::pat
         WriteGlb(model, file, references, false, listener);
     }
     PageView view = OpenView(file);
+    fs::remove(file);
     if (view.bytes > limit)
         return TooLarge(view.bytes, limit);
     view.remark = remark;

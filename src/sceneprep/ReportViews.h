@@ -3,7 +3,6 @@
 #include <pipeline/scene/PartCounter.h>
 #include <sceneprep/model/Model.h>
 #include <sceneprep/report/PageView.h>
-#include <sceneprep/run/WorkState.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -18,15 +17,15 @@ inline constexpr std::uintmax_t kMostViewBytes = 50'000'000;
 /// The largest number of nodes that it shows: browsers need seconds for each ten thousand.
 inline constexpr std::size_t kMostViewNodes = 100'000;
 
-/// Writes a model as .glb with its images, and opens the file, which is removed from the disk as soon as it is closed.
+/// Writes a model as .glb with its images, opens the file and removes it from the folder.
 ///
 /// If the file is too large with the images, they are omitted. If it is still too large, or there are too many nodes,
 /// the view has no file. The remark of the view says so.
 /// @param references  the folder that references to image files are relative to
-/// @param folder      for a temporary folder; returns without one
-/// @throws ToolError if the file cannot be written.
+/// @param folder      a temporary folder
+/// @throws ToolError if the file cannot be written; it may then be in the folder.
 Report::PageView WriteView(const Model& model, const std::filesystem::path& references,
-                           const std::filesystem::path& folder, WorkState& state,
+                           const std::filesystem::path& folder,
                            const Pipeline::PartListener& listener = Pipeline::IgnorePart,
                            std::uintmax_t limit = kMostViewBytes);
 

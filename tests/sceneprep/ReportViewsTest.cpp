@@ -42,7 +42,7 @@ protected:
 
     PageView Write(std::uintmax_t limit = kMostViewBytes)
     {
-        return WriteView(model_, folder_ / "in", folder_.Path(), state_, Pipeline::IgnorePart, limit);
+        return WriteView(model_, folder_ / "in", folder_.Path(), Pipeline::IgnorePart, limit);
     }
 
     /// Reads the whole file of a view.
@@ -56,7 +56,6 @@ protected:
     }
 
     TemporaryFolder folder_;
-    WorkState state_;
     Model model_;
     Importing::SceneContainer& scene_ = *model_.scene;
 };

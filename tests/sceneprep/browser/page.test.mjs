@@ -122,8 +122,8 @@ test('the bundled scene', async (t) => {
   await t.test('draws the triangles of the report from both files', async () => {
     const report = await reportOf(page);
     for (const side of sides) {
-      const { counts, world } = report[side];
-      const expected = [world.triangles, 'triangles', counts.surfaces, 'draw calls'].map((part) => part.toLocaleString('en'));
+      const { counts, drawCalls = counts.surfaces, world } = report[side];
+      const expected = [world.triangles, 'triangles', drawCalls, 'draw calls'].map((part) => part.toLocaleString('en'));
       const caption = await page.locator(`#${side}-caption`).textContent();
       assert.deepEqual(caption.split(/ · | /).slice(0, 4), expected);
     }
@@ -198,23 +198,22 @@ function readDocument(file) {
 
 test('a reason highlights its surfaces in the result', async () => {
   const address = writePage('reasons', SCENE, '--flatten');
-  const { nodes, meshes } = readDocument(join(OUT, 'reasons.glb'));
-  const ground = nodes.find(({ mesh }) => mesh !== undefined);
-  const mesh = meshes[ground.mesh];
-  const surfaces = mesh.primitives.map(({ extras }) =>
-    ({ node: ground.name, mesh: mesh.name, surface: extras?.surfaceName ?? mesh.name }));
-  const text = 'below an animated node';
+  const { nodes, meshes, materials } = readDocument(join(OUT, 'reasons.glb'));
+  const node = nodes.find(({ mesh }) => mesh !== undefined);
+  const material = materials[meshes[node.mesh].primitives[0].material].name;
+  const surfaces = [{ node: node.name, mesh: meshes[node.mesh].name, surface: 0 }];
+  const text = "33 below animated node 'rotor'";
   editReport(address, (report) => {
     report.reasons = {
       drawCalls: 46, neededByMaterials: 13,
-      groups: [{ material: 'Oak', reason: 'animated', subject: 'rotor', surplus: 33, text, surfaces }],
+      groups: [{ material, reason: 'animated', subject: 'rotor', surplus: 33, text, surfaces }],
     };
   });
   const page = await open(address);
   assert.match(await page.locator('#reasons-summary').textContent(), /^46 draw calls.* 13.* 33 /);
   const [before, result] = await draw(page);
   const button = page.locator('#reasons button');
-  assert.match(await button.textContent(), /33.*Oak.*below an animated node/);
+  assert.match(await button.textContent(), new RegExp(`^${material} 33 below animated node 'rotor'$`));
   await button.click();
   assert.equal(await button.getAttribute('aria-pressed'), 'true');
   const [stillBefore, highlighted] = await draw(page);
@@ -237,8 +236,8 @@ test('findings, budgets, sizes and a detailed verdict are shown', async () => {
   });
   const page = await open(address);
   assert.match(await page.locator('h1').textContent(), /, 0\.2 → 2\.1 MB$/);
-  assert.equal(await page.locator('#verdict').textContent(), 'The result was not verified: --no-verify was given');
-  assert.equal(await page.locator('#compared').textContent(), 'Compared: triangles, clips.');
+  assert.equal(await page.locator('#verdict').textContent(), 'The written file was not compared with the input.');
+  assert.equal(await page.locator('#compared').textContent(), 'Reason: --no-verify was given. Compared: triangles, clips.');
   assert.match(await page.locator('#findings').textContent(), /materials differ in one value Oak, Timber/);
   assert.deepEqual(await cellsOf(page, 'draws'), ['1,494', '50', 'exceeded']);
   assert.deepEqual(page.problems, []);

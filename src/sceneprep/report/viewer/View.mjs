@@ -1,13 +1,12 @@
 // Draws one model into one canvas.
-import {
-  DirectionalLight, HemisphereLight, NeutralToneMapping, PMREMGenerator, Scene, WebGLRenderer,
-} from 'three';
-import { RoomEnvironment } from 'three/addons/environments/RoomEnvironment.js';
+import { DataTexture, DirectionalLight, HemisphereLight, NeutralToneMapping, Scene, WebGLRenderer } from 'three';
 import { colorInstance } from './batches.mjs';
 import { textured } from './colorings.mjs';
 import { dimColor, highlightColor, Paints } from './paints.mjs';
 
 const white = 0xffffff;
+// The mapping of environments that are ready for use; three.js does not export it.
+const cubeUVReflectionMapping = 306;
 
 function makeRenderer(canvas) {
   const renderer = new WebGLRenderer({ canvas, antialias: true, alpha: true });
@@ -16,11 +15,13 @@ function makeRenderer(canvas) {
   return renderer;
 }
 
-// Metals reflect a room; the lights of the file are not used, so that both views are lit alike.
-function makeRoom(renderer) {
-  const generator = new PMREMGenerator(renderer);
-  const { texture } = generator.fromScene(new RoomEnvironment(), 0.04);
-  generator.dispose();
+// Metals reflect an even light, as a texture in the form that three.js computes of other environments. The lights of the
+// file are not used, so that both views are lit alike.
+function makeEvenLight() {
+  const [width, height] = [336, 64];
+  const texture = new DataTexture(new Uint8Array(4 * width * height).fill(255), width, height);
+  texture.mapping = cubeUVReflectionMapping;
+  texture.needsUpdate = true;
   return texture;
 }
 
@@ -28,8 +29,8 @@ export class View {
   #canvas;
   #surfaces;
   #renderer;
-  #room;
   #scene = new Scene();
+  #evenLight = makeEvenLight();
   #light = new DirectionalLight(0xffffff);
   #sky = new HemisphereLight(0xffffff, 0x777788, 2);
   #paints = new Paints();
@@ -43,8 +44,7 @@ export class View {
     this.#canvas = canvas;
     this.#surfaces = model.surfaces;
     this.#renderer = makeRenderer(canvas);
-    this.#room = makeRoom(this.#renderer);
-    this.#scene.environmentIntensity = 0.5;
+    this.#scene.environmentIntensity = 0.3;
     model.scene.position.sub(centre);
     this.#scene.add(model.scene, this.#sky, this.#light);
   }
@@ -95,9 +95,9 @@ export class View {
 
   #paint() {
     const isPlain = this.#coloring !== textured || this.#chosen.size > 0;
-    this.#scene.environment = isPlain ? null : this.#room;
-    this.#sky.visible = isPlain;
-    this.#light.intensity = isPlain ? 2 : 1.2;
+    this.#scene.environment = isPlain ? null : this.#evenLight;
+    this.#sky.intensity = isPlain ? 2 : 1;
+    this.#light.intensity = isPlain ? 2 : 1.8;
     for (const surface of this.#surfaces) {
       const material = surface.batch ? this.#paintInBatch(surface) : this.#paintOf(surface);
       material.wireframe = this.#isWireframe;

@@ -17,6 +17,10 @@ export function distinctColor(number) {
   return (channel(0) << 16) | (channel(8) << 8) | channel(4);
 }
 
+function materialLabel({ material, materialName }) {
+  return material < 0 ? 'no material' : materialName || `material ${material + 1}`;
+}
+
 // The first one shows the materials as they are.
 export const colorings = [
   { id: 'textured', label: 'Textured' },
@@ -26,7 +30,7 @@ export const colorings = [
     kind: 'surface',
     keyOf: ({ index }) => index,
     colorOf: distinctColor,
-    nameOf: ({ nodeName, materialName }) => `${nodeName}, ${materialName}`,
+    nameOf: (surface) => `${surface.nodeName}, ${materialLabel(surface)}`,
   },
   {
     id: 'material',
@@ -34,7 +38,7 @@ export const colorings = [
     kind: 'material',
     keyOf: ({ material }) => material,
     colorOf: (material) => (material < 0 ? plain : distinctColor(material)),
-    nameOf: ({ materialName }) => materialName,
+    nameOf: materialLabel,
   },
   {
     id: 'offset',

@@ -72,19 +72,21 @@ function showFiles({ inputs, leftOut, output }) {
 function differenceItem(difference) {
   if (typeof difference === 'string') return make('li', {}, difference);
   const { name, text } = difference;
-  return make('li', {}, ...(name ? [make('strong', {}, name), ' '] : []), text);
+  return make('li', {}, ...(name && !text.includes(name) ? [make('strong', {}, name), ': '] : []), text);
 }
 
 function verdictText(differences, verdict) {
   if (differences.length > 0) return 'The result differs from the input.';
-  if (verdict?.verified === false) return `The result was not verified${verdict.reason ? `: ${verdict.reason}` : '.'}`;
+  if (verdict?.verified === false) return 'The written file was not compared with the input.';
   return 'The result matches the input.';
 }
 
 function showVerdict({ differences, verdict }) {
   const found = verdict?.differences?.length ? verdict.differences : differences;
   element('verdict').textContent = verdictText(found, verdict);
-  element('compared').textContent = verdict?.compared?.length ? `Compared: ${verdict.compared.join(', ')}.` : '';
+  const reason = verdict?.verified === false && verdict.reason ? `Reason: ${verdict.reason}. ` : '';
+  const compared = verdict?.compared?.length ? `Compared: ${verdict.compared.join(', ')}.` : '';
+  element('compared').textContent = reason + compared;
   fillList(element('differences'), found.map(differenceItem), mostListed);
   const isUnknown = found.length === 0 && verdict?.verified === false;
   element('outcome').className = `card ${found.length > 0 ? 'bad' : isUnknown ? 'warn' : 'good'}`;
@@ -98,8 +100,15 @@ function showRefusal({ refusal, output }) {
 function showLosses({ losses }) {
   element('losses-card').hidden = losses.length === 0;
   element('losses-title').textContent = formatCount(losses.length, 'loss', 'losses');
-  const items = losses.map(({ name, text }) => make('li', {}, make('strong', {}, name), ` ${text}`));
+  const items = losses.map(({ name, text }) => make('li', {}, make('strong', {}, name), `: ${text}`));
   fillList(element('losses'), items, mostListed);
+}
+
+function showBudget({ budget = [] }) {
+  const exceeded = budget.filter((one) => one.exceeded);
+  element('over-budget').hidden = exceeded.length === 0;
+  fillList(element('exceeded'), exceeded.map(({ name, value, limit }) =>
+    make('li', {}, make('strong', {}, name), `: ${formatWhole(value)}, at most ${formatWhole(limit)} allowed`)));
 }
 
 // The sizes of the .glb files of both views are shown if the report does not have those of the input and output.
@@ -109,4 +118,5 @@ export function showTop(report, sizes) {
   showRefusal(report);
   showVerdict(report);
   showLosses(report);
+  showBudget(report);
 }

@@ -33,12 +33,14 @@ class ImageReplacement {
   }
 }
 
-function nodeOf(object, associations) {
+// Returns the nodes that an object belongs to: its own, then the parents.
+function nodesOf(object, { json, associations }) {
+  const nodes = [];
   for (let at = object; at; at = at.parent) {
-    const { nodes } = associations.get(at) ?? {};
-    if (nodes !== undefined) return nodes;
+    const { nodes: node } = associations.get(at) ?? {};
+    if (node !== undefined) nodes.push({ index: node, ...json.nodes[node] });
   }
-  return -1;
+  return nodes;
 }
 
 function countTriangles({ isMesh, isInstancedMesh, count, geometry }) {
@@ -47,22 +49,23 @@ function countTriangles({ isMesh, isInstancedMesh, count, geometry }) {
 }
 
 // A surface is one draw call: one primitive of the mesh of a node.
-function surfaceOf(object, { json, associations }) {
+function surfaceOf(object, parser) {
+  const { json, associations } = parser;
   const { meshes = -1, primitives = 0 } = associations.get(object) ?? {};
-  const node = nodeOf(object, associations);
+  const [node = { index: -1 }, parent] = nodesOf(object, parser);
   const mesh = json.meshes?.[meshes] ?? { primitives: [] };
   const primitive = mesh.primitives[primitives] ?? {};
-  const extras = { ...json.nodes[node]?.extras, ...primitive.extras };
+  const extras = { ...node.extras, ...primitive.extras };
   const material = primitive.material ?? -1;
   return {
-    object, node, material,
+    object, material,
     look: object.material,
     triangles: countTriangles(object),
     offset: Number.isInteger(extras.collisionOffset) ? extras.collisionOffset : 0,
-    nodeName: json.nodes[node]?.name ?? `node ${node + 1}`,
-    meshName: mesh.name ?? '',
-    surfaceName: extras.surfaceName ?? mesh.name ?? '',
-    materialName: material < 0 ? 'no material' : json.materials[material].name ?? `material ${material + 1}`,
+    nodeNames: [node.name ?? '', parent?.name ?? ''],
+    meshNames: [mesh.name ?? '', extras.surfaceName ?? ''],
+    nodeName: node.name || `node ${node.index + 1}`,
+    materialName: json.materials?.[material]?.name ?? '',
   };
 }
 

@@ -5,19 +5,9 @@ import { formatCount, formatWhole } from './format.mjs';
 
 const mostListed = 12;
 
-// A group names its surfaces as the result does.
-const keyOf = ({ node, mesh, surface }) => JSON.stringify([node, mesh, surface]);
-
-export function findSurfaces(group, model) {
-  const wanted = new Set(group.surfaces.map(keyOf));
-  return model.surfaces.filter(({ nodeName, meshName, surfaceName }) =>
-    wanted.has(keyOf({ node: nodeName, mesh: meshName, surface: surfaceName })));
-}
-
 function reasonItem(group, choose) {
-  const surplus = group.surplus > 0 ? [make('span', { className: 'surplus' }, `+${formatWhole(group.surplus)}`)] : [];
   const button = make('button', { type: 'button', className: 'reason' },
-    ...surplus, make('strong', {}, group.material || 'no material'), ' ', make('span', {}, group.text));
+    make('strong', {}, group.material || 'no material'), ' ', make('span', {}, group.text));
   button.ariaPressed = 'false';
   button.addEventListener('click', () => choose(group, button));
   return make('li', {}, button);
@@ -26,7 +16,7 @@ function reasonItem(group, choose) {
 function summaryOf({ drawCalls, neededByMaterials }) {
   const surplus = drawCalls - neededByMaterials;
   const needed = `${formatCount(drawCalls, 'draw call')}; the materials need ${formatWhole(neededByMaterials)}`;
-  return surplus > 0 ? `${needed}, so ${formatWhole(surplus)} more could be merged but for these reasons.` : `${needed}.`;
+  return surplus > 0 ? `${needed}. These are the reasons for the other ${formatWhole(surplus)}:` : `${needed}.`;
 }
 
 // Calls highlight(group) with the chosen group, or with undefined when it is released.

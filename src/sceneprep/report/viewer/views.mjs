@@ -4,10 +4,10 @@ import { colorings, textured } from './colorings.mjs';
 import { takeBytes } from './data.mjs';
 import { element, make } from './dom.mjs';
 import { formatBytes, formatCount } from './format.mjs';
+import { findSurfaces } from './findSurfaces.mjs';
 import { drawCallsOf } from './headline.mjs';
 import { showLegend } from './legend.mjs';
 import { loadModel } from './loadModel.mjs';
-import { findSurfaces } from './reasons.mjs';
 import { Stage } from './Stage.mjs';
 
 // Larger scenes are drawn in batches, and their clips play on request only.

@@ -96,8 +96,8 @@ export class View {
   #paint() {
     const isPlain = this.#coloring !== textured || this.#chosen.size > 0;
     this.#scene.environment = isPlain ? null : this.#evenLight;
-    this.#sky.intensity = isPlain ? 2 : 1;
-    this.#light.intensity = isPlain ? 2 : 1.8;
+    this.#sky.intensity = isPlain ? 2 : 1.6;
+    this.#light.intensity = isPlain ? 2 : 2.2;
     for (const surface of this.#surfaces) {
       const material = surface.batch ? this.#paintInBatch(surface) : this.#paintOf(surface);
       material.wireframe = this.#isWireframe;

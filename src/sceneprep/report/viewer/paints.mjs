@@ -24,7 +24,7 @@ export class Paints {
 
   // Closer to the camera than what it is drawn over.
   back = new MeshBasicMaterial({
-    color: backColor, side: BackSide, toneMapped: false, polygonOffset: true, polygonOffsetFactor: -1, polygonOffsetUnits: -1,
+    color: backColor, side: BackSide, toneMapped: false, polygonOffset: true, polygonOffsetUnits: -1,
   });
 
   plain(object, color) {

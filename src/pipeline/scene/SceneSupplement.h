@@ -39,9 +39,9 @@ struct SceneSupplement
     /// [geometries] Meshes that no step may weld, merge, bake or recompute: morph targets, points, lines. They stay on
     /// a node with their world matrix. Default: false.
     std::vector<bool> pinnedMeshes = {};
-    /// [nodes] Nodes that stay in the hierarchy, with everything below them, as animated nodes do, and also where
-    /// animation is ignored: joints, targets of animations that the container does not hold, hidden nodes. The root
-    /// stays in any case. Default: false.
+    /// [nodes] Nodes that stay in the hierarchy, as animated nodes do, and also where animation is ignored: joints,
+    /// targets of animations that the container does not hold, hidden nodes. The root stays in any case. Default:
+    /// false.
     std::vector<bool> keptNodes = {};
     /// [nodes] The key of each node in the host's own tables; -1 for nodes that steps have added. Default: -1.
     std::vector<int> nodeKeys = {};

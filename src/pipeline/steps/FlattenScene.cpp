@@ -1,5 +1,8 @@
-// Everything that must not collapse is removed from the hierarchy first and put below the root again at the end. What
-// remains is collapsed by SceneContainer::FlatHierarchy(), which then needs no exceptions.
+// Every node that stays is an anchor, and the rigid nodes below it collapse into it. First everything that must not
+// collapse is taken out of the hierarchy, so that each anchor is the root of a tree of its own, in which nothing is an
+// exception. The tree of the scene's root collapses by SceneContainer::FlatHierarchy(). The others collapse by the
+// operations that FlatHierarchy() consists of, because each call of it takes linear time in the whole node library.
+// Then what was taken out is put back.
 
 #include <pipeline/steps/FlattenScene.h>
 
@@ -8,6 +11,7 @@
 #include <pipeline/scene/SceneStats.h>
 #include <pipeline/scene/Skeletons.h>
 #include <pipeline/scene/VertexLayouts.h>
+#include <pipeline/steps/Anchors.h>
 #include <pipeline/steps/AttributeBaking.h>
 #include <pipeline/steps/DropSkeletonNodes.h>
 #include <pipeline/steps/DropUnreachableNodes.h>
@@ -28,29 +32,14 @@ using Importing::At;
 using Importing::Node;
 using Importing::SceneContainer;
 
-/// What remains of a node that collapses: surfaces whose meshes no matrix may be baked into, and child nodes that stay.
+/// What is taken out of a node before it collapses: surfaces whose meshes no matrix may be baked into, and child nodes
+/// that stay.
 struct Remains
 {
-    int origin = -1;  ///< index of the node before it collapsed
-    Node node;        ///< with the node's transform in the frame of the root
+    int origin = -1;  ///< index of the node before anything collapsed
+    int anchor = -1;  ///< index of its anchor before anything collapsed
+    Node node;        ///< with the transform of the node in the frame of its anchor
 };
-
-/// Returns for each node [nodes] whether it stays: it, or a node above it, is animated or kept. The root is not asked.
-std::vector<bool> FindStayingNodes(const WorkScene& work, const NodeWalk& walk, bool ignoreAnimation)
-{
-    std::vector<bool> stays(work.container.NodeLibrary.size(), false);
-    for (const int node : walk.order)
-    {
-        const auto position = static_cast<std::size_t>(node);
-        const int parent = walk.parent[position];
-        if (parent < 0)
-            continue;
-        const bool isAnimated = work.container.NodeLibrary[position].GetAnimationID() != -1;
-        stays[position] = stays[static_cast<std::size_t>(parent)] || IsKept(work.supplement, position) ||
-                          (isAnimated && !ignoreAnimation);
-    }
-    return stays;
-}
 
 /// Moves the entries of a list that fulfil a condition to the end of another list, in order.
 template <typename Condition>
@@ -62,54 +51,67 @@ void MoveIf(std::vector<std::int32_t>& from, std::vector<std::int32_t>& to, Cond
     from.erase(first, from.end());
 }
 
-/// Takes out of collapsing nodes what must not collapse.
-std::vector<Remains> TakeOutRemains(const WorkScene& work, const NodeWalk& walk, const std::vector<bool>& stays,
-                                    const std::vector<D3DXMATRIX>& matrices)
+/// Takes out of all nodes what must not collapse.
+std::vector<Remains> TakeOutRemains(const WorkScene& work, const NodeWalk& walk, const Anchors& anchors)
 {
     std::vector<Remains> taken;
     for (const int index : walk.order)
     {
-        if (stays[static_cast<std::size_t>(index)])
-            continue;
         Node& node = At(work.container.NodeLibrary, index);
-        Remains remains{index, {}};
+        Remains remains{index, At(anchors.of, index), {}};
         MoveIf(node.SurfaceList, remains.node.SurfaceList,
                [&work](std::int32_t surface) { return !IsBakeable(work, surface); });
-        MoveIf(node.ChildList, remains.node.ChildList,
-               [&stays](std::int32_t child) { return stays[static_cast<std::size_t>(child)]; });
+        MoveIf(node.ChildList, remains.node.ChildList, [&anchors](std::int32_t child) { return anchors.Stays(child); });
         if (remains.node.SurfaceList.empty() && remains.node.ChildList.empty())
             continue;
         remains.node.SetName(node.GetName());
         remains.node.SetNote(node.GetNote());
-        remains.node.SetLocalTransform(Importing::Transform(At(matrices, index)));
+        remains.node.SetLocalTransform(Importing::Transform(At(anchors.transforms, index)));
         taken.push_back(std::move(remains));
     }
     return taken;
 }
 
-/// Returns the surfaces of nodes that collapse: those that are going to end in the root.
-std::vector<std::int32_t> CollapsingSurfaces(const SceneContainer& scene, const NodeWalk& walk,
-                                             const std::vector<bool>& stays)
+/// Returns for each anchor the surfaces that are going to end in it.
+std::vector<std::vector<std::int32_t>> CollapsingSurfaces(const SceneContainer& scene, const NodeWalk& walk,
+                                                          const Anchors& anchors)
 {
-    std::vector<std::int32_t> surfaces;
+    std::vector<std::vector<std::int32_t>> surfaces(scene.NodeLibrary.size());
     for (const int node : walk.order)
     {
         const std::vector<std::int32_t>& list = At(scene.NodeLibrary, node).SurfaceList;
-        if (!stays[static_cast<std::size_t>(node)])
-            surfaces.insert(surfaces.end(), list.begin(), list.end());
+        std::vector<std::int32_t>& target = At(surfaces, At(anchors.of, node));
+        target.insert(target.end(), list.begin(), list.end());
     }
+    std::erase_if(surfaces, [](const std::vector<std::int32_t>& list) { return list.empty(); });
     return surfaces;
 }
 
+/// Gives meshes that are going to be merged the same attributes.
+void Equalize(const WorkScene& work, const NodeWalk& walk, const Anchors& anchors, const PrepareOptions& options,
+              Changes& changes)
+{
+    Equalized all;
+    for (const std::vector<std::int32_t>& surfaces : CollapsingSurfaces(work.container, walk, anchors))
+    {
+        const Equalized equalized = EqualizeMeshes(work, surfaces, options);
+        all.flatNormals += equalized.flatNormals;
+        all.droppedTangents += equalized.droppedTangents;
+    }
+    if (all.flatNormals > 0)
+        changes.push_back({"meshes without normals got flat ones for merging", all.flatNormals});
+    if (all.droppedTangents > 0)
+        changes.push_back({"meshes lost their tangents for merging", all.droppedTangents, "tangents"});
+}
+
 /// Bakes into normals and tangents what the container is not going to bake, or is going to bake wrongly.
-void BakeAttributes(const WorkScene& work, const NodeWalk& walk, const std::vector<bool>& stays,
-                    const std::vector<D3DXMATRIX>& matrices)
+void BakeAttributes(const WorkScene& work, const NodeWalk& walk, const Anchors& anchors)
 {
     for (const int node : walk.order)
     {
-        if (stays[static_cast<std::size_t>(node)] || IsIdentity(At(matrices, node)))
+        if (IsIdentity(At(anchors.transforms, node)))
             continue;
-        const AttributeBaking baking(At(matrices, node));
+        const AttributeBaking baking(At(anchors.transforms, node));
         for (const std::int32_t surface : At(work.container.NodeLibrary, node).SurfaceList)
         {
             const auto mesh = static_cast<std::size_t>(At(work.container.SurfaceLibrary, surface).GetGeometryID());
@@ -121,14 +123,36 @@ void BakeAttributes(const WorkScene& work, const NodeWalk& walk, const std::vect
 }
 
 /// Flips the winding of the meshes that a mirroring matrix is going to be baked into.
-void FlipMirroredMeshes(SceneContainer& scene, const NodeWalk& walk, const std::vector<bool>& stays,
-                        const std::vector<D3DXMATRIX>& matrices)
+void FlipMirroredMeshes(SceneContainer& scene, const NodeWalk& walk, const Anchors& anchors)
 {
     std::vector<bool> flipped(scene.NodeLibrary.size(), false);
     for (const int node : walk.order)
-        flipped[static_cast<std::size_t>(node)] =
-            !stays[static_cast<std::size_t>(node)] && IsMirroring(At(matrices, node));
+        flipped[static_cast<std::size_t>(node)] = IsMirroring(At(anchors.transforms, node));
     FlipFacesOfNodes(scene, walk, flipped);
+}
+
+/// Collapses the trees of all anchors but the root, and merges their surfaces.
+void CollapseIntoAnchors(SceneContainer& scene, const NodeWalk& walk, const Anchors& anchors,
+                         const PrepareOptions& options)
+{
+    const int root = scene.GetRootNodeIndex();
+    for (const int node : walk.order)
+    {
+        const int anchor = At(anchors.of, node);
+        if (anchor == root || anchor == node)
+            continue;
+        const D3DXMATRIX& transform = At(anchors.transforms, node);
+        scene.MoveSurfaces(anchor, node, transform);
+        scene.MoveCameras(anchor, node, transform);
+        scene.MoveLights(anchor, node, transform);
+    }
+    for (const int anchor : anchors.order)
+    {
+        if (anchor == root)
+            continue;
+        scene.MergeSurfaces(anchor, options.minSurfaces, options.maxVertices);
+        At(scene.NodeLibrary, anchor).ChildList.clear();
+    }
 }
 
 /// One pass keeps every second level of a branch, since a node stays if a child of it has just collapsed.
@@ -167,10 +191,10 @@ void ForgetMergedMeshes(const WorkScene& work, const std::vector<std::size_t>& v
     }
 }
 
-/// Brings what was taken out back to the root: under a node with the transform of the collapsed node, or directly where
-/// the node was the root, or where children need no such node.
+/// Brings what was taken out back to its anchor: below a node with the transform of the collapsed node, or directly if
+/// the node is the anchor itself, or if children need no such node.
 /// @param origins  [nodes] the index of each node before the collapse; entries are added for added nodes
-void PutRemainsBack(SceneContainer& scene, std::vector<Remains> taken, std::vector<int>& origins, int rootOrigin)
+void PutRemainsBack(SceneContainer& scene, std::vector<Remains> taken, std::vector<int>& origins)
 {
     std::vector<std::int32_t> newIndex(static_cast<std::size_t>(*std::max_element(origins.begin(), origins.end())) + 1);
     for (std::size_t node = 0; node < origins.size(); ++node)
@@ -180,17 +204,18 @@ void PutRemainsBack(SceneContainer& scene, std::vector<Remains> taken, std::vect
     {
         for (std::int32_t& child : remains.node.ChildList)
             child = At(newIndex, child);
-        Node& root = At(scene.NodeLibrary, scene.GetRootNodeIndex());
+        Node& anchor = At(scene.NodeLibrary, At(newIndex, remains.anchor));
         const bool isPlain =
             remains.node.SurfaceList.empty() && IsIdentity(remains.node.GetLocalTransform().GetMatrix());
-        if (remains.origin == rootOrigin || isPlain)
+        if (remains.origin == remains.anchor || isPlain)
         {
-            root.SurfaceList.insert(root.SurfaceList.end(), remains.node.SurfaceList.begin(),
-                                    remains.node.SurfaceList.end());
-            root.ChildList.insert(root.ChildList.end(), remains.node.ChildList.begin(), remains.node.ChildList.end());
+            anchor.SurfaceList.insert(anchor.SurfaceList.end(), remains.node.SurfaceList.begin(),
+                                      remains.node.SurfaceList.end());
+            anchor.ChildList.insert(anchor.ChildList.end(), remains.node.ChildList.begin(),
+                                    remains.node.ChildList.end());
             continue;
         }
-        root.ChildList.push_back(static_cast<std::int32_t>(scene.NodeLibrary.size()));
+        anchor.ChildList.push_back(static_cast<std::int32_t>(scene.NodeLibrary.size()));
         scene.NodeLibrary.push_back(std::move(remains.node));
         origins.push_back(remains.origin);
     }
@@ -217,26 +242,21 @@ Changes FlattenScene(const WorkScene& work, const PrepareOptions& options, const
     if (!options.ignoreAnimation)
         changes.push_back({"skeleton nodes dropped", DropSkeletonNodes(work)});
 
-    // (2) Take out what must not collapse: surfaces of skinned and pinned meshes, and the topmost nodes that stay.
+    // (2) Take out what must not collapse: surfaces of skinned and pinned meshes, and the nodes that stay.
     const NodeWalk walk = WalkFromRoot(scene);
-    const std::vector<D3DXMATRIX> matrices = MatricesInRootFrame(scene, walk);
-    const std::vector<bool> stays = FindStayingNodes(work, walk, options.ignoreAnimation);
-    const int rootBefore = scene.GetRootNodeIndex();
-    std::vector<Remains> taken = TakeOutRemains(work, walk, stays, matrices);
+    const Anchors anchors = FindAnchors(work, walk, options.ignoreAnimation);
+    std::vector<Remains> taken = TakeOutRemains(work, walk, anchors);
     changes.push_back({"skinned or pinned surfaces kept apart", CountSurfaces(taken)});
 
     // (3) Prepare meshes for merging, and for the matrices that are going to be baked into them. Flat normals are those
     //     of the winding that viewers flip where a matrix mirrors, so they come before the winding is flipped here.
-    const Equalized equalized = EqualizeMeshes(work, CollapsingSurfaces(scene, walk, stays), options);
-    if (equalized.flatNormals > 0)
-        changes.push_back({"meshes without normals got flat ones for merging", equalized.flatNormals});
-    if (equalized.droppedTangents > 0)
-        changes.push_back({"meshes lost their tangents for merging", equalized.droppedTangents, "tangents"});
-    BakeAttributes(work, walk, stays, matrices);
-    FlipMirroredMeshes(scene, walk, stays, matrices);
+    Equalize(work, walk, anchors, options, changes);
+    BakeAttributes(work, walk, anchors);
+    FlipMirroredMeshes(scene, walk, anchors);
 
     // (4) Collapse, and find out where the nodes went.
     const std::vector<std::size_t> verticesBefore = VertexCounts(scene);
+    CollapseIntoAnchors(scene, walk, anchors, options);
     std::vector<int> origins;
     {
         NodeTags tags(scene);
@@ -246,7 +266,7 @@ Changes FlattenScene(const WorkScene& work, const PrepareOptions& options, const
     ForgetMergedMeshes(work, verticesBefore);
 
     // (5) Put back what was taken out.
-    PutRemainsBack(scene, std::move(taken), origins, rootBefore);
+    PutRemainsBack(scene, std::move(taken), origins);
     MoveNodeEntries(work.supplement, origins);
 
     // (6) Drop what is left of collapsed branches.

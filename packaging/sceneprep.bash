@@ -12,7 +12,7 @@ _sceneprep()
             mapfile -t COMPREPLY < <(compgen -W "planar-x planar-y planar-z cubic cylindrical spherical" -- "$word")
             return
             ;;
-        --allow-loss | --max-vertices | --memory-limit | --min-surfaces | --scene) return ;;
+        --allow-loss | --cell | --keep | --max-vertices | --memory-limit | --min-surfaces | --scene) return ;;
     esac
     if [[ $word != -* ]]; then
         mapfile -t COMPREPLY < <(compgen -f -- "$word")
@@ -20,7 +20,7 @@ _sceneprep()
         return
     fi
     case ${COMP_WORDS[1]} in
-        prepare) words="--help --output --scene --external-textures --keep-going --quiet --memory-limit --no-isolation --plugin --all --resolve-instances --repair-mirrors --check-orientation --fix-culling --weld --normals --unify-normals --uvs --unique-names --flatten --min-surfaces --max-vertices --ignore-animation --surface-names --collision-offsets --strict --allow-loss --json --report" ;;
+        prepare) words="--help --output --scene --external-textures --keep-going --quiet --memory-limit --no-isolation --plugin --all --resolve-instances --repair-mirrors --check-orientation --fix-culling --weld --normals --unify-normals --uvs --unique-names --flatten --min-surfaces --max-vertices --ignore-animation --keep --cell --surface-names --collision-offsets --no-repair-mirrors --no-weld --no-unique-names --no-flatten --no-surface-names --no-collision-offsets --strict --allow-loss --json --report" ;;
         inspect) words="--help --scene --json --tree --quiet --memory-limit --no-isolation --plugin" ;;
         formats) words="--help" ;;
     esac

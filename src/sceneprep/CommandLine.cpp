@@ -5,6 +5,7 @@
 #include <sceneprep/assimp/Formats.h>
 
 #include <charconv>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -22,14 +23,25 @@ std::string CheckOutput(const std::string& output)
                        std::filesystem::path(output).extension().string());
 }
 
+/// Returns whether a text is a number above 0 and below a limit.
+bool IsPositive(const std::string& text, double limit)
+{
+    double number = 0;
+    const char* end = text.data() + text.size();
+    const auto [read, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && read == end && number > 0 && number < limit;
+}
+
 std::string CheckMemory(const std::string& text)
 {
-    double gigabytes = 0;
-    const char* end = text.data() + text.size();
-    const auto [read, error] = std::from_chars(text.data(), end, gigabytes);
-    if (error == std::errc() && read == end && gigabytes > 0 && gigabytes < 1e6)
-        return {};
-    return fmt::format("'{}' is not a positive number of GiB", text);
+    return IsPositive(text, 1e6) ? std::string() : fmt::format("'{}' is not a positive number of GiB", text);
+}
+
+std::string CheckSize(const std::string& text)
+{
+    return IsPositive(text, std::numeric_limits<double>::infinity())
+               ? std::string()
+               : fmt::format("'{}' is not a positive number", text);
 }
 
 void AddCommonOptions(CLI::App& command, Options& options)
@@ -95,11 +107,36 @@ void AddSetting(CLI::App& command, const Pipeline::StepSetting& setting, Pipelin
 {
     if (setting.flag != nullptr)
         command.add_flag(setting.option, options.*setting.flag, setting.help)->group(kStepGroup);
+    else if (setting.names != nullptr)
+        command.add_option(setting.option, options.*setting.names, setting.help)
+            ->type_name(setting.value)
+            ->allow_extra_args(false)
+            ->group(kStepGroup);
+    else if (setting.size != nullptr)
+        command.add_option(setting.option, options.*setting.size, setting.help)
+            ->type_name(setting.value)
+            ->check(CLI::Validator(CheckSize, ""))
+            ->group(kStepGroup);
     else
         command.add_option(setting.option, options.*setting.number, setting.help)
             ->type_name(setting.value)
             ->capture_default_str()
             ->group(kStepGroup);
+}
+
+/// Adds an option for each recommended step that omits it from --all. The help shows them once, at --all.
+void AddOmissions(CLI::App& command, Pipeline::PrepareOptions& options)
+{
+    for (const Pipeline::Step& step : Pipeline::Steps())
+    {
+        if (!step.isRecommended)
+            continue;
+        command
+            .add_flag_callback(
+                OmissionOf(step), [&step, &options] { options.*step.flag = false; },
+                fmt::format("Omit {} from --all", step.option))
+            ->group("");
+    }
 }
 
 void AddSteps(CLI::App& command, Pipeline::PrepareOptions& options)
@@ -114,7 +151,7 @@ void AddSteps(CLI::App& command, Pipeline::PrepareOptions& options)
                         options.*step.flag = true;
                 }
             },
-            "Run the recommended steps: " + RecommendedOptions())
+            "Run the recommended steps: " + RecommendedOptions() + "; --no-STEP omits one, as --no-weld")
         ->group(kStepGroup);
     for (const Pipeline::Step& step : Pipeline::Steps())
     {
@@ -125,6 +162,7 @@ void AddSteps(CLI::App& command, Pipeline::PrepareOptions& options)
                 AddSetting(command, setting, options);
         }
     }
+    AddOmissions(command, options);
 }
 
 void AddVerification(CLI::App& command, PrepareCommand& prepare)
@@ -189,6 +227,8 @@ void AddPrintDocs(CLI::App& app, Options& options)
 }
 
 }  // namespace
+
+std::string OmissionOf(const Pipeline::Step& step) { return fmt::format("--no-{}", step.option + 2); }
 
 std::unique_ptr<CLI::App> DescribeCommandLine(Options& options)
 {

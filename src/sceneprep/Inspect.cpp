@@ -22,12 +22,14 @@ void Inspect(const InspectOptions& options, const PluginLibrary& plugin, const R
     progress.Show(model.notes);
     progress.Clear();
 
+    const std::vector<Finding> findings = FindImprovements(model);
     if (options.json)
     {
-        context.out << InspectionJson(options.input, *model.scene, world, options.tree);
+        context.out << InspectionJson(options.input, *model.scene, world, options.tree, findings);
         return;
     }
-    context.out << StatsTable(Pipeline::CountScene(*model.scene)) << WorldTable({world});
+    context.out << StatsTable(Pipeline::CountScene(*model.scene)) << WorldTable({world})
+                << FindingsText(findings, findings.size());
     if (options.tree)
         context.out << '\n' << TreeText(*model.scene);
 }

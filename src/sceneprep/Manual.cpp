@@ -96,6 +96,8 @@ std::string ManCommand(const CommandDescription& command)
     std::string group = "Options";
     for (const CLI::Option* option : command.options)
     {
+        if (option->get_group().empty())  // not in the help
+            continue;
         if (option->get_group() != group)
         {
             group = option->get_group();

@@ -71,12 +71,28 @@ std::string CheckSettings(const CLI::App& command, const Pipeline::PrepareOption
     return {};
 }
 
+/// Returns what is wrong with options that omit steps; empty if nothing.
+std::string CheckOmissions(const CLI::App& command)
+{
+    for (const Pipeline::Step& step : Pipeline::Steps())
+    {
+        if (!step.isRecommended || command.count(OmissionOf(step)) == 0)
+            continue;
+        if (command.count("--all") == 0)
+            return OmissionOf(step) + " requires --all";
+        if (command.count(step.option) > 0)
+            return fmt::format("{} and {} contradict each other; use one of them", step.option, OmissionOf(step));
+    }
+    return {};
+}
+
 /// Checks the options of `prepare` against each other. Returns what is wrong; empty if nothing.
 std::string CheckPrepare(const CLI::App& command, const PrepareCommand& prepare)
 {
-    for (const std::string& problem : {CheckScene(prepare.scene, prepare.inputs), CheckSettings(command, prepare.steps),
-                                       CheckReportName("--json", prepare.jsonFile, prepare),
-                                       CheckReportName("--report", prepare.reportFile, prepare)})
+    for (const std::string& problem :
+         {CheckScene(prepare.scene, prepare.inputs), CheckOmissions(command), CheckSettings(command, prepare.steps),
+          CheckReportName("--json", prepare.jsonFile, prepare),
+          CheckReportName("--report", prepare.reportFile, prepare)})
     {
         if (!problem.empty())
             return problem;

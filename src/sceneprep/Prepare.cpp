@@ -132,12 +132,18 @@ void Process(const PrepareCommand& options, Model& model, WorkState& state, Prog
         model.notes.Add(note);
     Show(std::move(model.notes), progress, report);
 
+    report.findings = FindImprovements(model);
     state.Enter(WorkState::Phase::Preparing, model.file);
     if (!options.reportFile.empty())
         views.before = ViewOf("View the input", model, FolderOf(model.file), options.output, state, progress);
-    std::vector<StepResult> results = Pipeline::PrepareScene(scene, options.steps, model.supplement, progress).steps;
-    report.steps.insert(report.steps.end(), std::make_move_iterator(results.begin()),
-                        std::make_move_iterator(results.end()));
+    Pipeline::PrepareResult result = Pipeline::PrepareScene(scene, options.steps, model.supplement, progress);
+    report.steps.insert(report.steps.end(), std::make_move_iterator(result.steps.begin()),
+                        std::make_move_iterator(result.steps.end()));
+    Notes unused;
+    for (const std::string& pattern : result.unusedKeeps)
+        unused.Add(fmt::format("--keep '{}' matches no node", pattern));
+    Show(std::move(unused), progress, report);
+    report.reasons = Pipeline::FindMergeReasons({scene, model.supplement}, options.steps);
     report.after = MeasureInStep("Measure again", scene, progress, report);
     report.differences = FindDifferences(report.before.world, report.after.world, FlipsFaces(options.steps));
 }

@@ -33,7 +33,7 @@ TEST(CommandLine, ListsTheRecommendedStepsInTheHelp)
     const std::unique_ptr<CLI::App> app = DescribeCommandLine(options);
     EXPECT_EQ(app->get_subcommand("prepare")->get_option("--all")->get_description(),
               "Run the recommended steps: --repair-mirrors --weld --unique-names --flatten --surface-names "
-              "--collision-offsets");
+              "--collision-offsets; --no-STEP omits one, as --no-weld");
 }
 
 TEST(CommandLine, HidesTheCommandForGeneratedTexts)

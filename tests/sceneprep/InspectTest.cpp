@@ -48,6 +48,16 @@ TEST_F(InspectTest, PrintsJson)
     EXPECT_FALSE(json.contains("nodes"));
 }
 
+TEST_F(InspectTest, PrintsFindings)
+{
+    const std::filesystem::path input = folder_.Write("flat.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nf 1/1 2/1 3/1\n");
+    Run({.input = input, .json = false, .tree = false});
+    EXPECT_THAT(out_.str(), HasSubstr("\nFindings:\n  no texture uses UV set 0 of 1 mesh: "));
+    out_.str("");
+    Run({.input = input, .json = true, .tree = false});
+    EXPECT_EQ(nlohmann::json::parse(out_.str())["findings"][0]["kind"], "unused-uvs");
+}
+
 TEST_F(InspectTest, PrintsNotes)
 {
     const auto input = folder_.Write("flat.obj", "v 0 0 0\nv 1 0 0\nv 2 0 0\nf 1 2 3\nl 1 2\n");

@@ -84,6 +84,35 @@ TEST(ParseCommandLine, AllRunsTheRecommendedStepsAndOthersCanBeAdded)
     EXPECT_EQ(steps.maxVertices, 99);
 }
 
+TEST(ParseCommandLine, StepsCanBeOmittedFromAll)
+{
+    const ParsedCommandLine parsed =
+        ParseCommandLine({"prepare", "a.obj", "-o", "out.glb", "--no-weld", "--all", "--no-surface-names"});
+    ASSERT_TRUE(parsed.options) << parsed.error;
+    const Pipeline::PrepareOptions& steps = parsed.options->prepare.steps;
+    EXPECT_TRUE(steps.repairMirrors && steps.uniqueNames && steps.flatten && steps.collisionOffsets);
+    EXPECT_FALSE(steps.weld || steps.surfaceNames);
+    ExpectUsageError({"prepare", "in.obj", "-o", "out.glb", "--no-weld"},
+                     "sceneprep: --no-weld requires --all; see 'sceneprep prepare --help'");
+    ExpectUsageError(
+        {"prepare", "in.obj", "-o", "out.glb", "--all", "--weld", "--no-weld"},
+        "sceneprep: --weld and --no-weld contradict each other; use one of them; see 'sceneprep prepare --help'");
+}
+
+TEST(ParseCommandLine, ReadsNamesToKeepAndTheSizeOfCells)
+{
+    const ParsedCommandLine parsed = ParseCommandLine(
+        {"prepare", "a.obj", "-o", "out.glb", "--flatten", "--keep", "Wheel*", "--keep", "Door ?", "--cell", "2.5"});
+    ASSERT_TRUE(parsed.options) << parsed.error;
+    EXPECT_EQ(parsed.options->prepare.steps.keep, (std::vector<std::string>{"Wheel*", "Door ?"}));
+    EXPECT_EQ(parsed.options->prepare.steps.cellSize, 2.5);
+    for (const std::string size : {"0", "-1", "nan", "inf", "2m", ""})
+        ExpectUsageError({"prepare", "in.obj", "-o", "out.glb", "--flatten", "--cell", size},
+                         "sceneprep: --cell: '" + size + "' is not a positive number; see 'sceneprep prepare --help'");
+    ExpectUsageError({"prepare", "in.obj", "-o", "out.glb", "--weld", "--keep", "x"},
+                     "sceneprep: --keep requires --flatten or --all; see 'sceneprep prepare --help'");
+}
+
 TEST(ParseCommandLine, ReadsVerificationAndReports)
 {
     const ParsedCommandLine parsed =

@@ -125,6 +125,19 @@ TEST_F(PrepareTest, JsonHasTheContentOfTheReport)
     EXPECT_EQ(json["notes"],
               (std::vector<std::string>{"the image file 'Wood.PNG' is missing; the reference to it is kept"}));
     EXPECT_TRUE(json["differences"].empty());
+    EXPECT_EQ(json["reasons"]["drawCalls"], 3);
+    EXPECT_EQ(json["reasons"]["neededByMaterials"], 2);
+    EXPECT_EQ(json["reasons"]["groups"][0]["reason"], "points-or-lines");
+    EXPECT_TRUE(json["findings"].is_array());
+}
+
+TEST_F(PrepareTest, NamesToKeepThatMatchNothingAreANote)
+{
+    options_.steps.flatten = true;
+    options_.steps.keep = {"Squ*", "Circle"};
+    EXPECT_EQ(Run(), kDone);
+    EXPECT_THAT(told_.str(), HasSubstr("note: --keep 'Circle' matches no node\n"));
+    EXPECT_THAT(told_.str(), testing::Not(HasSubstr("'Squ")));
 }
 
 TEST_F(PrepareTest, CompanionFilesDoNotReplaceReports)

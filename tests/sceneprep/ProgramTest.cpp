@@ -20,6 +20,7 @@ TEST(Program, PreparesTheBundledScene)
     EXPECT_EQ(run.status, 0) << run.errors;
     EXPECT_THAT(run.output, HasSubstr("before       after\n"));
     EXPECT_THAT(run.output, HasSubstr("Flatten node finished : "));
+    EXPECT_THAT(run.output, HasSubstr("\n16 draw calls; 3 more than materials need: 3 below animated node '"));
     EXPECT_THAT(run.errors, testing::StartsWith("Read workshop.gltf ...\nImport workshop.gltf ...\n"));
     EXPECT_EQ(ReadText(folder / "flat.glb").substr(0, 4), "glTF");
 
@@ -27,7 +28,8 @@ TEST(Program, PreparesTheBundledScene)
     EXPECT_EQ(inspection.status, 0) << inspection.errors;
     const auto flat = nlohmann::json::parse(inspection.output)["counts"];
     const auto original = nlohmann::json::parse(RunProgram("inspect --json " + Workshop()).output)["counts"];
-    EXPECT_LT(flat["nodes"], 100);  // a node for each surface, and the animated part
+    EXPECT_LT(flat["nodes"], 100);    // cameras, lights and the animated part
+    EXPECT_EQ(flat["surfaces"], 16);  // one for each of 13 materials, and three that move
     EXPECT_GT(original["nodes"], 1500);
     EXPECT_EQ(flat["materials"], original["materials"]);
 }

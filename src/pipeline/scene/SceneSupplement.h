@@ -43,6 +43,9 @@ struct SceneSupplement
     /// targets of animations that the container does not hold, hidden nodes. The root stays in any case. Default:
     /// false.
     std::vector<bool> keptNodes = {};
+    /// [nodes] Nodes that stay as they are, with their surfaces. All nodes below a frozen node are frozen. Default:
+    /// false.
+    std::vector<bool> frozenNodes = {};
     /// [nodes] The key of each node in the host's own tables; -1 for nodes that steps have added. Default: -1.
     std::vector<int> nodeKeys = {};
     /// [geometries] The key of each mesh in the host's own tables. A copy has the key of its original. Default: -1.
@@ -62,10 +65,16 @@ inline bool IsPinned(const SceneSupplement& supplement, std::size_t geometry)
     return EntryOr(supplement.pinnedMeshes, geometry, false);
 }
 
+/// Returns whether the node stays as it is, with its surfaces.
+inline bool IsFrozen(const SceneSupplement& supplement, std::size_t node)
+{
+    return EntryOr(supplement.frozenNodes, node, false);
+}
+
 /// Returns whether the node stays in the hierarchy.
 inline bool IsKept(const SceneSupplement& supplement, std::size_t node)
 {
-    return EntryOr(supplement.keptNodes, node, false);
+    return EntryOr(supplement.keptNodes, node, false) || IsFrozen(supplement, node);
 }
 
 /// Copies the entries of a mesh to a new mesh that is a copy of it.
@@ -97,6 +106,7 @@ inline void MoveNodeEntries(SceneSupplement& supplement, const std::vector<int>&
         list = std::move(moved);
     };
     move(supplement.keptNodes, false);
+    move(supplement.frozenNodes, false);
     move(supplement.nodeKeys, -1);
 }
 

@@ -22,7 +22,8 @@ Anchors FindAnchors(const WorkScene& scene, const NodeWalk& walk, bool ignoreAni
         {
             anchors.of[position] = node;
             D3DXMatrixIdentity(&anchors.transforms[position]);
-            anchors.order.push_back(node);
+            if (!IsFrozen(scene.supplement, position))
+                anchors.order.push_back(node);
             continue;
         }
         anchors.of[position] = At(anchors.of, parent);

@@ -18,8 +18,10 @@
 #include <pipeline/steps/EqualizeMeshes.h>
 #include <pipeline/steps/Facing.h>
 #include <pipeline/steps/NodeTags.h>
+#include <pipeline/steps/SpatialCells.h>
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace Pipeline
@@ -31,6 +33,13 @@ namespace
 using Importing::At;
 using Importing::Node;
 using Importing::SceneContainer;
+
+/// How surfaces of one node are merged.
+struct Merging
+{
+    const PrepareOptions& options;
+    std::vector<int> cellOf;  ///< [surfaces] only those of one cell are merged; empty: there are no cells
+};
 
 /// What is taken out of a node before it collapses: surfaces whose meshes no matrix may be baked into, and child nodes
 /// that stay.
@@ -51,12 +60,14 @@ void MoveIf(std::vector<std::int32_t>& from, std::vector<std::int32_t>& to, Cond
     from.erase(first, from.end());
 }
 
-/// Takes out of all nodes what must not collapse.
+/// Takes out of all nodes what must not collapse. Frozen nodes keep everything.
 std::vector<Remains> TakeOutRemains(const WorkScene& work, const NodeWalk& walk, const Anchors& anchors)
 {
     std::vector<Remains> taken;
     for (const int index : walk.order)
     {
+        if (IsFrozen(work.supplement, static_cast<std::size_t>(index)))
+            continue;
         Node& node = At(work.container.NodeLibrary, index);
         Remains remains{index, At(anchors.of, index), {}};
         MoveIf(node.SurfaceList, remains.node.SurfaceList,
@@ -73,13 +84,15 @@ std::vector<Remains> TakeOutRemains(const WorkScene& work, const NodeWalk& walk,
 }
 
 /// Returns for each anchor the surfaces that are going to end in it.
-std::vector<std::vector<std::int32_t>> CollapsingSurfaces(const SceneContainer& scene, const NodeWalk& walk,
+std::vector<std::vector<std::int32_t>> CollapsingSurfaces(const WorkScene& work, const NodeWalk& walk,
                                                           const Anchors& anchors)
 {
-    std::vector<std::vector<std::int32_t>> surfaces(scene.NodeLibrary.size());
+    std::vector<std::vector<std::int32_t>> surfaces(work.container.NodeLibrary.size());
     for (const int node : walk.order)
     {
-        const std::vector<std::int32_t>& list = At(scene.NodeLibrary, node).SurfaceList;
+        if (IsFrozen(work.supplement, static_cast<std::size_t>(node)))
+            continue;
+        const std::vector<std::int32_t>& list = At(work.container.NodeLibrary, node).SurfaceList;
         std::vector<std::int32_t>& target = At(surfaces, At(anchors.of, node));
         target.insert(target.end(), list.begin(), list.end());
     }
@@ -88,15 +101,18 @@ std::vector<std::vector<std::int32_t>> CollapsingSurfaces(const SceneContainer& 
 }
 
 /// Gives meshes that are going to be merged the same attributes.
-void Equalize(const WorkScene& work, const NodeWalk& walk, const Anchors& anchors, const PrepareOptions& options,
+void Equalize(const WorkScene& work, const NodeWalk& walk, const Anchors& anchors, const Merging& merging,
               Changes& changes)
 {
     Equalized all;
-    for (const std::vector<std::int32_t>& surfaces : CollapsingSurfaces(work.container, walk, anchors))
+    for (const std::vector<std::int32_t>& surfaces : CollapsingSurfaces(work, walk, anchors))
     {
-        const Equalized equalized = EqualizeMeshes(work, surfaces, options);
-        all.flatNormals += equalized.flatNormals;
-        all.droppedTangents += equalized.droppedTangents;
+        for (const std::vector<std::int32_t>& part : SplitByCell(surfaces, merging.cellOf))
+        {
+            const Equalized equalized = EqualizeMeshes(work, part, merging.options);
+            all.flatNormals += equalized.flatNormals;
+            all.droppedTangents += equalized.droppedTangents;
+        }
     }
     if (all.flatNormals > 0)
         changes.push_back({"meshes without normals got flat ones for merging", all.flatNormals});
@@ -131,9 +147,23 @@ void FlipMirroredMeshes(SceneContainer& scene, const NodeWalk& walk, const Ancho
     FlipFacesOfNodes(scene, walk, flipped);
 }
 
+void MergeSurfacesOf(SceneContainer& scene, int node, const Merging& merging)
+{
+    const auto list = [&scene, node]() -> std::vector<std::int32_t>& {
+        return At(scene.NodeLibrary, node).SurfaceList;
+    };
+    std::vector<std::int32_t> merged;
+    for (std::vector<std::int32_t>& part : SplitByCell(list(), merging.cellOf))
+    {
+        list() = std::move(part);
+        scene.MergeSurfaces(node, merging.options.minSurfaces, merging.options.maxVertices);
+        merged.insert(merged.end(), list().begin(), list().end());
+    }
+    list() = std::move(merged);
+}
+
 /// Collapses the trees of all anchors but the root, and merges their surfaces.
-void CollapseIntoAnchors(SceneContainer& scene, const NodeWalk& walk, const Anchors& anchors,
-                         const PrepareOptions& options)
+void CollapseIntoAnchors(SceneContainer& scene, const NodeWalk& walk, const Anchors& anchors, const Merging& merging)
 {
     const int root = scene.GetRootNodeIndex();
     for (const int node : walk.order)
@@ -150,22 +180,26 @@ void CollapseIntoAnchors(SceneContainer& scene, const NodeWalk& walk, const Anch
     {
         if (anchor == root)
             continue;
-        scene.MergeSurfaces(anchor, options.minSurfaces, options.maxVertices);
+        MergeSurfacesOf(scene, anchor, merging);
         At(scene.NodeLibrary, anchor).ChildList.clear();
     }
 }
 
 /// One pass keeps every second level of a branch, since a node stays if a child of it has just collapsed.
-void CollapseIntoRoot(SceneContainer& scene, const PrepareOptions& options)
+void CollapseIntoRoot(SceneContainer& scene, const Merging& merging)
 {
+    constexpr int kNoMerging = std::numeric_limits<int>::max();  // no material has so many surfaces
+    const int minSurfaces = merging.cellOf.empty() ? merging.options.minSurfaces : kNoMerging;
     std::size_t nodesBefore = 0;
     do
     {
         nodesBefore = scene.NodeLibrary.size();
         const int root = scene.GetRootNodeIndex();  // moves when nodes are erased
-        scene.FlatHierarchy(root, Importing::Transform::Indentity, root, Importing::Transform::Indentity,
-                            options.minSurfaces, options.maxVertices, true);
+        scene.FlatHierarchy(root, Importing::Transform::Indentity, root, Importing::Transform::Indentity, minSurfaces,
+                            merging.options.maxVertices, true);
     } while (scene.NodeLibrary.size() != nodesBefore);
+    if (!merging.cellOf.empty())
+        MergeSurfacesOf(scene, scene.GetRootNodeIndex(), merging);
 }
 
 std::vector<std::size_t> VertexCounts(const SceneContainer& scene)
@@ -234,7 +268,8 @@ std::size_t CountSurfaces(const std::vector<Remains>& taken)
 Changes FlattenScene(const WorkScene& work, const PrepareOptions& options, const PartListener& /*listener*/)
 {
     SceneContainer& scene = work.container;
-    if (!Importing::IsValidIndex(scene.GetRootNodeIndex(), scene.NodeLibrary.size()))
+    if (!Importing::IsValidIndex(scene.GetRootNodeIndex(), scene.NodeLibrary.size()) ||
+        IsFrozen(work.supplement, static_cast<std::size_t>(scene.GetRootNodeIndex())))
         return {};
     Changes changes;
 
@@ -245,22 +280,24 @@ Changes FlattenScene(const WorkScene& work, const PrepareOptions& options, const
     // (2) Take out what must not collapse: surfaces of skinned and pinned meshes, and the nodes that stay.
     const NodeWalk walk = WalkFromRoot(scene);
     const Anchors anchors = FindAnchors(work, walk, options.ignoreAnimation);
+    const Merging merging{options,
+                          options.cellSize > 0 ? FindCells(scene, walk, options.cellSize) : std::vector<int>()};
     std::vector<Remains> taken = TakeOutRemains(work, walk, anchors);
     changes.push_back({"skinned or pinned surfaces kept apart", CountSurfaces(taken)});
 
     // (3) Prepare meshes for merging, and for the matrices that are going to be baked into them. Flat normals are those
     //     of the winding that viewers flip where a matrix mirrors, so they come before the winding is flipped here.
-    Equalize(work, walk, anchors, options, changes);
+    Equalize(work, walk, anchors, merging, changes);
     BakeAttributes(work, walk, anchors);
     FlipMirroredMeshes(scene, walk, anchors);
 
     // (4) Collapse, and find out where the nodes went.
     const std::vector<std::size_t> verticesBefore = VertexCounts(scene);
-    CollapseIntoAnchors(scene, walk, anchors, options);
+    CollapseIntoAnchors(scene, walk, anchors, merging);
     std::vector<int> origins;
     {
         NodeTags tags(scene);
-        CollapseIntoRoot(scene, options);
+        CollapseIntoRoot(scene, merging);
         origins = tags.Origins();
     }
     ForgetMergedMeshes(work, verticesBefore);

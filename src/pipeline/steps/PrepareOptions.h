@@ -2,6 +2,7 @@
 
 #include <pipeline/steps/UVMapping.h>
 
+#include <string>
 #include <vector>
 
 namespace Pipeline
@@ -21,9 +22,11 @@ struct PrepareOptions
     std::vector<UVMapping> uvs = {};
     bool uniqueNames = false;
     bool flatten = false;
-    int minSurfaces = 2;           ///< for flatten; as in SceneContainer::MergeSurfaces()
-    int maxVertices = -1;          ///< for flatten; the largest mesh that merging makes; negative: no limit
-    bool ignoreAnimation = false;  ///< for flatten; animated nodes collapse, too
+    int minSurfaces = 2;                 ///< for flatten; as in SceneContainer::MergeSurfaces()
+    int maxVertices = -1;                ///< for flatten; the largest mesh that merging makes; negative: no limit
+    bool ignoreAnimation = false;        ///< for flatten; animated nodes collapse, too
+    std::vector<std::string> keep = {};  ///< for flatten; patterns of names of nodes that are frozen, see FreezeNodes()
+    double cellSize = 0;  ///< for flatten; only surfaces of one cell are merged, see FindCells(); 0: no cells
     bool surfaceNames = false;
     bool collisionOffsets = false;
 };

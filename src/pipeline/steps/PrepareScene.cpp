@@ -1,6 +1,7 @@
 #include <pipeline/steps/PrepareScene.h>
 
 #include <pipeline/scene/CheckScene.h>
+#include <pipeline/steps/FreezeNodes.h>
 #include <pipeline/steps/Steps.h>
 
 #include <string>
@@ -48,6 +49,7 @@ PrepareResult PrepareScene(Importing::SceneContainer& scene, const PrepareOption
     const WorkScene work{scene, supplement};
     const PartListener parts = [&listener](double part) { listener.Update(part); };
     PrepareResult result;
+    result.unusedKeeps = FreezeNodes(work, options.keep);
     for (const Step& step : Steps())
     {
         if (!step.isChosen(options))

@@ -6,6 +6,7 @@
 #include <pipeline/steps/RunStep.h>
 #include <pipeline/steps/StepListener.h>
 
+#include <string>
 #include <vector>
 
 namespace Pipeline
@@ -14,14 +15,16 @@ namespace Pipeline
 /// The result of PrepareScene().
 struct PrepareResult
 {
-    std::vector<StepResult> steps;  ///< in the order in which they ran
+    std::vector<StepResult> steps;              ///< in the order in which they ran
+    std::vector<std::string> unusedKeeps = {};  ///< those of PrepareOptions::keep that match no node
 };
 
 /// Returns the recommended steps: they reduce nodes, draw calls and vertices, and keep the appearance of the scene and
 /// the normals and texture coordinates of the file.
 PrepareOptions RecommendedSteps();
 
-/// Runs the chosen steps in the order of Steps().
+/// Runs the chosen steps in the order of Steps(). Nodes that PrepareOptions::keep names are frozen first, by the names
+/// that they have before any step.
 ///
 /// This is the safe sequence. Called directly, one after the other, the container's own operations move nested mirrored
 /// nodes, show back faces where a mirroring matrix is baked, and merge skinned meshes with others.

@@ -83,12 +83,33 @@ constexpr std::array kSteps = {
                                ComputeCollisionOffsets, kRecommended)};
 
 constexpr std::array kSettings = {
-    StepSetting{"--min-surfaces", "N",
-                "Merge surfaces where at least N of them have the same material; 0 merges regardless of material",
-                "--flatten", nullptr, &O::minSurfaces},
-    StepSetting{"--max-vertices", "N", "Limit merged meshes to N vertices; -1 sets no limit", "--flatten", nullptr,
-                &O::maxVertices},
-    StepSetting{"--ignore-animation", "", "Collapse animated nodes, too", "--flatten", &O::ignoreAnimation, nullptr}};
+    StepSetting{
+        .option = "--min-surfaces",
+        .value = "N",
+        .help = "Merge surfaces where at least N of them have the same material; 0 merges regardless of material",
+        .step = "--flatten",
+        .number = &O::minSurfaces},
+    StepSetting{.option = "--max-vertices",
+                .value = "N",
+                .help = "Limit merged meshes to N vertices; -1 sets no limit",
+                .step = "--flatten",
+                .number = &O::maxVertices},
+    StepSetting{.option = "--ignore-animation",
+                .help = "Collapse animated nodes, too",
+                .step = "--flatten",
+                .flag = &O::ignoreAnimation},
+    StepSetting{.option = "--keep",
+                .value = "NAME",
+                .help =
+                    "Leave nodes of this name, and all nodes below them, as they are; * stands for any characters, ? "
+                    "for one",
+                .step = "--flatten",
+                .names = &O::keep},
+    StepSetting{.option = "--cell",
+                .value = "SIZE",
+                .help = "Merge only surfaces whose centres are in the same cube of a grid of this size, for culling",
+                .step = "--flatten",
+                .size = &O::cellSize}};
 
 }  // namespace
 

@@ -7,6 +7,7 @@
 
 #include <span>
 #include <string>
+#include <vector>
 
 namespace Pipeline
 {
@@ -28,15 +29,17 @@ struct Step
     Changes (*run)(const WorkScene& scene, const PrepareOptions& options, const PartListener& listener) = nullptr;
 };
 
-/// An option that adjusts a step. Either flag or number is set.
+/// An option that adjusts a step. One of the pointers to members is set.
 struct StepSetting
 {
     const char* option = "";
-    const char* value = "";  ///< placeholder of a number; empty for a flag
+    const char* value = "";  ///< placeholder of the value; empty for a flag
     const char* help = "";   ///< one sentence without its full stop
     const char* step = "";   ///< the option of the step that it adjusts
     bool PrepareOptions::*flag = nullptr;
     int PrepareOptions::*number = nullptr;
+    double PrepareOptions::*size = nullptr;                     ///< above 0
+    std::vector<std::string> PrepareOptions::*names = nullptr;  ///< the option may be given several times
 };
 
 /// Returns all steps in the order in which PrepareScene() runs them. Option names are unique.

@@ -1,6 +1,7 @@
 #include <sceneprep/report/PrepareReport.h>
 
 #include <sceneprep/report/JsonFigures.h>
+#include <sceneprep/report/ReasonsReport.h>
 #include <sceneprep/report/Report.h>
 
 namespace Sceneprep
@@ -17,6 +18,7 @@ namespace
 {
 
 constexpr int kSchema = 1;
+constexpr std::size_t kFindingsInText = 5;
 
 std::vector<std::string> TextsOf(const std::vector<std::filesystem::path>& paths)
 {
@@ -94,7 +96,8 @@ std::string ReportText(const PrepareReport& report)
 {
     return ComparisonTable(report.before.counts, report.after.counts) +
            WorldTable({report.before.world, report.after.world}) + Verdict(report.differences) +
-           LossesText(report.notes) + '\n' + TimesTable(report.steps);
+           LossesText(report.notes) + ReasonsText(report.reasons) + FindingsText(report.findings, kFindingsInText) +
+           '\n' + TimesTable(report.steps);
 }
 
 std::string ReportJson(const PrepareReport& report)
@@ -108,6 +111,8 @@ std::string ReportJson(const PrepareReport& report)
                  {"steps", Json::array()},
                  {"notes", TextsOf(report.notes)},
                  {"losses", LossesAsJson(report.notes)},
+                 {"reasons", ReasonsAsJson(report.reasons)},
+                 {"findings", FindingsAsJson(report.findings)},
                  {"differences", report.differences},
                  {"refusal", report.refusal}};
     for (const StepResult& step : report.steps)

@@ -2,7 +2,9 @@
 
 #include <pipeline/scene/SceneStats.h>
 #include <pipeline/scene/WorldMeasure.h>
+#include <pipeline/steps/MergeReasons.h>
 #include <pipeline/steps/RunStep.h>
+#include <sceneprep/report/Findings.h>
 #include <sceneprep/run/Notes.h>
 
 #include <filesystem>
@@ -31,6 +33,8 @@ struct PrepareReport
     SceneFigures after;
     std::vector<Pipeline::StepResult> steps;
     Notes notes;
+    std::vector<Finding> findings;         ///< about the inputs
+    Pipeline::MergeReasons reasons;        ///< why the result has more draw calls than materials
     std::vector<std::string> differences;  ///< between the scene before and after; empty if the result matches
     std::string refusal = {};              ///< why the output was not written; empty if it was
 };
@@ -39,7 +43,7 @@ struct PrepareReport
 std::string ReportText(const PrepareReport& report);
 
 /// Returns the report as JSON: an object with the keys "schema", "inputs", "leftOut", "output", "before", "after",
-/// "steps", "notes", "losses", "differences" and "refusal".
+/// "steps", "notes", "losses", "reasons", "findings", "differences" and "refusal".
 std::string ReportJson(const PrepareReport& report);
 
 }  // namespace Sceneprep

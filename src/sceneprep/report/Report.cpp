@@ -104,12 +104,13 @@ std::string TimesTable(const std::vector<StepResult>& steps)
 }
 
 std::string InspectionJson(const std::filesystem::path& file, Importing::SceneContainer& scene,
-                           const WorldMeasure& world, bool withTree)
+                           const WorldMeasure& world, bool withTree, const std::vector<Finding>& findings)
 {
     Json inspection = {{"file", file.string()},
                        {"counts", CountsAsJson(CountScene(scene))},
                        {"world", WorldAsJson(world)},
-                       {"surfaces", SurfacesAsJson(scene)}};
+                       {"surfaces", SurfacesAsJson(scene)},
+                       {"findings", FindingsAsJson(findings)}};
     if (withTree)
     {
         inspection["root"] = scene.GetRootNodeIndex();

@@ -223,6 +223,35 @@ TEST(FlattenScene, NotesOfNodesAreRestored)
         EXPECT_EQ(node.GetNote(), "note of " + node.GetName());
 }
 
+TEST(FlattenScene, FrozenNodesStayAsTheyAre)
+{
+    TestScene scene("Root[r=m:c]( P@1,0,0( F@0,2,0[b=n:c a=o:c]( G@0,1,0{eye} H[h=p:c] ) ) Q@0,0,3( X*[x=q:c] ) )");
+    const auto before = Measure(scene.container);
+    scene.supplement.frozenNodes = {false, false, true, true, true};
+    scene.supplement.pinnedMeshes = {false, true};
+    FlattenScene(scene, {.ignoreAnimation = true});
+    EXPECT_EQ(ToText(scene.container), "Root[r]( P( F[b a]( G{eye} H[h] ) ) )");
+    EXPECT_EQ(scene.supplement.frozenNodes, (std::vector<bool>{false, true, true, true, false}));
+    ExpectSameWorld(Measure(scene.container), before);
+    scene.supplement.frozenNodes = std::vector<bool>(5, true);
+    FlattenScene(scene);
+    EXPECT_EQ(ToText(scene.container), "Root[r]( P( F[b a]( G{eye} H[h] ) ) )");
+}
+
+TEST(FlattenScene, OnlySurfacesOfOneCellAreMerged)
+{
+    const std::string text =
+        "Root( A@1,0,0[a=m:c] B@8,0,0[b=n:c] C@2,0,0[d=o:c] X*( D[e=p:c] E@8,0,0[f=q:c] F@7,0,0[g=s:c] ) )";
+    TestScene scene(text);
+    const auto before = Measure(scene.container);
+    FlattenScene(scene, {.cellSize = 5});
+    EXPECT_EQ(ToText(scene.container), "Root[a b]( X*[e f] )");
+    ExpectSameWorld(Measure(scene.container), before);
+    TestScene large(text);
+    FlattenScene(large, {.cellSize = 50});
+    EXPECT_EQ(ToText(large.container), "Root[a]( X*[e] )");
+}
+
 /// Largest angle between the normals of a box and the nearest of the directions that faces of the box may have, in
 /// radians.
 double LargestAngleToFaces(Importing::Geometry& mesh)

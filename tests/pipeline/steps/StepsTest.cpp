@@ -85,8 +85,10 @@ TEST(Steps, SettingsBelongToSteps)
     for (const StepSetting& setting : StepSettings())
     {
         EXPECT_NE(FindStep(setting.step), nullptr) << setting.option;
-        EXPECT_NE(setting.flag == nullptr, setting.number == nullptr) << setting.option;
-        EXPECT_EQ(std::string(setting.value).empty(), setting.number == nullptr) << setting.option;
+        const int members = (setting.flag != nullptr) + (setting.number != nullptr) + (setting.size != nullptr) +
+                            (setting.names != nullptr);
+        EXPECT_EQ(members, 1) << setting.option;
+        EXPECT_EQ(std::string(setting.value).empty(), setting.flag != nullptr) << setting.option;
     }
 }
 

@@ -13,6 +13,11 @@ using namespace Pipeline;
 using namespace Sceneprep;
 using testing::HasSubstr;
 
+/// What the text of MakeReport() has between verdict and steps.
+constexpr const char* kReasons =
+    "3 draw calls; 2 more than materials need: 2 skinned\nFindings:\n  no texture uses UV set 0 of 1 mesh: "
+    "'a'\n\nWeld ";
+
 PrepareReport MakeReport()
 {
     Importing::SceneContainer scene = Support::Scene("Root( A[a] )");
@@ -23,6 +28,9 @@ PrepareReport MakeReport()
     report.before = report.after = FiguresOf(scene);
     report.steps = {{"Weld", 1.5, {{"said", 2, 9}}, {{"vertices removed", 7}}}};
     report.notes.Add("a note");
+    report.reasons = {
+        .drawCalls = 3, .needed = 1, .groups = {{"c", Pipeline::MergeReason::Skinned, "", 2, {{"A", "a", 0}}}}};
+    report.findings = {{"unused-uvs", "no texture uses UV set 0 of 1 mesh: 'a'", {"a"}, 1}};
     return report;
 }
 
@@ -36,18 +44,19 @@ TEST(PrepareReport, FiguresAreCountsAndWorld)
 TEST(PrepareReport, TextEndsTheTablesWithAVerdict)
 {
     PrepareReport report = MakeReport();
-    EXPECT_THAT(ReportText(report), HasSubstr("volume                 1           1\n"
-                                              "The result matches the input.\n\nWeld "));
+    EXPECT_THAT(
+        ReportText(report),
+        HasSubstr(std::string("volume                 1           1\nThe result matches the input.\n") + kReasons));
     report.differences = {"one thing", "another"};
-    EXPECT_THAT(ReportText(report), HasSubstr("The result differs from the input:\n  one thing\n  another\n\nWeld "));
+    EXPECT_THAT(ReportText(report),
+                HasSubstr(std::string("The result differs from the input:\n  one thing\n  another\n") + kReasons));
 }
 
 TEST(PrepareReport, TextListsLossesByName)
 {
     PrepareReport report = MakeReport();
     report.notes.AddLoss("cameras", "cameras are dropped", 2);
-    EXPECT_THAT(ReportText(report),
-                HasSubstr("The result matches the input.\nLost:\n  cameras: cameras are dropped (2)\n\nWeld "));
+    EXPECT_THAT(ReportText(report), HasSubstr(std::string("Lost:\n  cameras: cameras are dropped (2)\n") + kReasons));
 }
 
 TEST(PrepareReport, JsonFollowsItsSchema)
@@ -72,6 +81,8 @@ TEST(PrepareReport, JsonFollowsItsSchema)
     EXPECT_EQ(json["losses"][0]["name"], "cameras");
     EXPECT_EQ(json["losses"][0]["text"], "cameras are dropped (2)");
     EXPECT_TRUE(json["differences"].is_array());
+    EXPECT_EQ(json["reasons"]["groups"][0]["text"], "2 skinned");
+    EXPECT_EQ(json["findings"][0]["kind"], "unused-uvs");
 }
 
 /// Appends the keys below a value, except those of the changes of steps, which are not fixed.

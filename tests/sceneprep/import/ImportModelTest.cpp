@@ -83,17 +83,36 @@ protected:
     SceneContainer scene_;
 };
 
-/// One triangle whose mesh three nodes reference: one without a transform, one with a matrix, and its translated child.
-std::string SharedMeshGltf()
+/// Returns a COLLADA file of a triangle "Tri" with positions and texture coordinates.
+/// @param nodes     the nodes of the scene
+/// @param more      further libraries
+std::string TriangleCollada(const std::string& nodes, const std::string& more = "")
 {
-    return R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],
-"nodes":[{"name":"Top","children":[1,2]},{"name":"Left","mesh":0},
-{"name":"Right","mesh":0,"children":[3],"matrix":[0,1,0,0,-1,0,0,0,0,0,1,0,10,20,30,1]},
-{"name":"Child","mesh":0,"translation":[1,0,0]}],
-"meshes":[{"name":"Tri","primitives":[{"attributes":{"POSITION":0}}]}],
-"accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3","min":[0,0,0],"max":[1,1,0]}],
-"bufferViews":[{"buffer":0,"byteLength":36}],
-"buffers":[{"byteLength":36,"uri":"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}]})";
+    return R"(<?xml version="1.0"?>
+<COLLADA xmlns="http://www.collada.org/2005/11/COLLADASchema" version="1.4.1"><asset><up_axis>Y_UP</up_axis></asset>)" +
+           more + R"(<library_geometries><geometry id="Tri" name="Tri"><mesh>
+<source id="points"><float_array id="points-array" count="9">0 0 0 1 0 0 0 1 0</float_array><technique_common>
+<accessor source="#points-array" count="3" stride="3"><param name="X" type="float"/><param name="Y" type="float"/>
+<param name="Z" type="float"/></accessor></technique_common></source>
+<source id="uvs"><float_array id="uvs-array" count="6">0 0 1 0 0 1</float_array><technique_common>
+<accessor source="#uvs-array" count="3" stride="2"><param name="S" type="float"/><param name="T" type="float"/>
+</accessor></technique_common></source>
+<vertices id="vertices"><input semantic="POSITION" source="#points"/></vertices>
+<triangles material="M" count="1"><input semantic="VERTEX" source="#vertices" offset="0"/>
+<input semantic="TEXCOORD" source="#uvs" offset="0" set="0"/><p>0 1 2</p></triangles></mesh></geometry>
+</library_geometries>
+<library_visual_scenes><visual_scene id="scene">)" +
+           nodes + R"(</visual_scene></library_visual_scenes><scene><instance_visual_scene url="#scene"/></scene>
+</COLLADA>)";
+}
+
+/// One triangle whose mesh three nodes reference: one without a transform, one with a matrix, and its translated child.
+std::string SharedMeshCollada()
+{
+    return TriangleCollada(R"(<node id="Top" name="Top">
+<node id="Left" name="Left"><instance_geometry url="#Tri"/></node>
+<node id="Right" name="Right"><matrix>0 -1 0 10 1 0 0 20 0 0 1 30 0 0 0 1</matrix><instance_geometry url="#Tri"/>
+<node id="Child" name="Child"><translate>1 0 0</translate><instance_geometry url="#Tri"/></node></node></node>)");
 }
 
 TEST_F(ImportModelTest, ReadsTrianglesAndUVsAndComputesNoNormals)
@@ -142,7 +161,7 @@ TEST_F(ImportModelTest, SurfacesGetTheirMaterialsAndMaps)
 
 TEST_F(ImportModelTest, SharedMeshesStayShared)
 {
-    Import(folder_.Write("shared.gltf", SharedMeshGltf()));
+    Import(folder_.Write("shared.dae", SharedMeshCollada()));
     EXPECT_EQ(scene_.SurfaceLibrary.size(), 3U);
     EXPECT_EQ(scene_.GeometryLibrary.size(), 1U);
     EXPECT_EQ(scene_.GetGeometryInstanceCount(0), 3);
@@ -150,7 +169,7 @@ TEST_F(ImportModelTest, SharedMeshesStayShared)
 
 TEST_F(ImportModelTest, TransposesMatricesForRowVectors)
 {
-    Import(folder_.Write("shared.gltf", SharedMeshGltf()));
+    Import(folder_.Write("shared.dae", SharedMeshCollada()));
     EXPECT_EQ(Support::ToText(scene_), "Top( Left[Tri] Right[Tri]( Child[Tri] ) )");
     const D3DXMATRIX right = Support::NodeNamed(scene_, "Right").GetLocalTransform().GetMatrix();
     EXPECT_EQ(right._41, 10);
@@ -189,7 +208,7 @@ void ExpectHipAndLeg(SceneContainer& scene)
 
 TEST_F(ImportModelTest, ReadsSkinsOfGltf)
 {
-    EXPECT_THAT(TextsOf(Import(WriteSkinnedGltf(folder_)).notes), testing::IsEmpty());
+    EXPECT_THAT(TextsOf(Open(WriteSkinnedGltf(folder_)).notes), testing::IsEmpty());
     ExpectHipAndLeg(scene_);
 }
 
@@ -202,9 +221,9 @@ TEST_F(ImportModelTest, ReadsSkinsOfCollada)
 
 TEST_F(ImportModelTest, SkinsRoundTripThroughGltf)
 {
-    Import(WriteSkinnedGltf(folder_));
+    Open(WriteSkinnedGltf(folder_));
     EXPECT_THAT(Export("out.glb"), testing::IsEmpty());
-    Import(folder_ / "out.glb");
+    Open(folder_ / "out.glb");
     ExpectHipAndLeg(scene_);
     EXPECT_EQ(Support::ToText(scene_), "Top( Hip( Leg ) Body[Skin] )");
 }
@@ -280,27 +299,29 @@ TEST_F(ImportModelTest, CamerasAndLightsRoundTripThroughGltfRepeatedly)
 
 TEST_F(ImportModelTest, ReportsDroppedContent)
 {
-    const Model model = Import(folder_.Write("rich.gltf", R"({"asset":{"version":"2.0"},"scene":0,
-"scenes":[{"nodes":[0]}],"nodes":[{"name":"Top","mesh":0}],
-"extensionsUsed":["KHR_materials_clearcoat","KHR_materials_unlit"],
-"meshes":[{"name":"Tri","primitives":[{"attributes":{"POSITION":0,"TEXCOORD_0":1},"targets":[{"POSITION":0}],"material":0}]}],
-"images":[{"uri":"a.png"}],"samplers":[{"wrapS":33071}],"textures":[{"source":0,"sampler":0}],
-"materials":[{"name":"M","alphaMode":"BLEND","doubleSided":true,"pbrMetallicRoughness":{"baseColorTexture":{"index":0}},
-"extensions":{"KHR_materials_clearcoat":{"clearcoatFactor":1},"KHR_materials_unlit":{}}}],
-"animations":[{"channels":[{"sampler":0,"target":{"node":0,"path":"weights"}},
-{"sampler":1,"target":{"node":0,"path":"translation"}}],
-"samplers":[{"input":2,"output":3},{"input":2,"output":0}]}],
-"accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3","min":[0,0,0],"max":[1,1,0]},
-{"bufferView":0,"componentType":5126,"count":3,"type":"VEC2"},
-{"bufferView":1,"componentType":5126,"count":3,"type":"SCALAR","min":[-1],"max":[1]},
-{"bufferView":0,"componentType":5126,"count":3,"type":"SCALAR"}],
-"bufferViews":[{"buffer":0,"byteLength":36},{"buffer":0,"byteOffset":36,"byteLength":12}],
-"buffers":[{"byteLength":48,"uri":"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAAAACAvwAAAAAAAIA/"}]})"));
+    const std::string nodes = R"(<node id="Top" name="Top"><translate sid="move">0 0 0</translate>
+<instance_geometry url="#Tri"><bind_material><technique_common><instance_material symbol="M" target="#M">
+<bind_vertex_input semantic="UVMap" input_semantic="TEXCOORD" input_set="0"/></instance_material></technique_common>
+</bind_material></instance_geometry></node>)";
+    const std::string more = R"(<library_images><image id="wood" name="wood"><init_from>a.png</init_from></image>
+</library_images><library_effects><effect id="E"><profile_COMMON>
+<newparam sid="surface"><surface type="2D"><init_from>wood</init_from></surface></newparam>
+<newparam sid="sampler"><sampler2D><source>surface</source></sampler2D></newparam>
+<technique sid="common"><lambert><diffuse><texture texture="sampler" texcoord="UVMap"><extra><technique profile="MAYA">
+<wrapU>0</wrapU><wrapV>1</wrapV></technique></extra></texture></diffuse></lambert></technique></profile_COMMON></effect>
+</library_effects><library_materials><material id="M" name="M"><instance_effect url="#E"/></material></library_materials>
+<library_animations><animation id="A">
+<source id="times"><float_array id="times-array" count="3">-1 0 1</float_array><technique_common>
+<accessor source="#times-array" count="3"><param name="TIME" type="float"/></accessor></technique_common></source>
+<source id="values"><float_array id="values-array" count="9">0 0 0 1 0 0 0 1 0</float_array><technique_common>
+<accessor source="#values-array" count="3" stride="3"><param name="X" type="float"/><param name="Y" type="float"/>
+<param name="Z" type="float"/></accessor></technique_common></source>
+<sampler id="sampler"><input semantic="INPUT" source="#times"/><input semantic="OUTPUT" source="#values"/></sampler>
+<channel source="#sampler" target="Top/move"/></animation></library_animations>)";
+    const Model model = Import(folder_.Write("rich.dae", TriangleCollada(nodes, more)));
     EXPECT_THAT(TextsOf(model.notes), testing::ElementsAre("wrap modes of textures become repeat (layers: 1)",
-                                                           "animation keys before time 0 are dropped (nodes: 1)",
-                                                           "animation channels of morph targets are dropped (1)"));
-    EXPECT_THAT(model.notes.LossesExcept({}),
-                testing::ElementsAre("wrap-modes", "animation-keys", "animation-channels"));
+                                                           "animation keys before time 0 are dropped (nodes: 1)"));
+    EXPECT_THAT(model.notes.LossesExcept({}), testing::ElementsAre("wrap-modes", "animation-keys"));
     std::vector<Importing::Key>& keys = scene_.AnimationLibrary.at(0);
     ASSERT_EQ(keys.size(), 2U);
     EXPECT_EQ(keys[0].GetPosition(), D3DXVECTOR3(1, 0, 0)) << "the second of three keys";
@@ -329,15 +350,15 @@ TEST_F(ImportModelTest, ReportsUnreadableFilesInOneLine)
     EXPECT_EQ(
         ImportError(unknown),
         "cannot read " + unknown + ": unsupported file extension '.zzz'; 'sceneprep formats' lists the supported ones");
-    const std::string broken = ImportError(folder_.Write("broken.gltf", "{ this is\nnot glTF"));
-    EXPECT_THAT(broken, testing::StartsWith("cannot read " + (folder_ / "broken.gltf").string() + ": "));
+    const std::string broken = ImportError(folder_.Write("broken.dae", "{ this is\nnot COLLADA"));
+    EXPECT_THAT(broken, testing::StartsWith("cannot read " + (folder_ / "broken.dae").string() + ": "));
     EXPECT_THAT(broken, testing::EndsWith("; repair the file or convert it to another format"));
     EXPECT_THAT(broken, Not(HasSubstr("\n")));
 }
 
 TEST_F(ImportModelTest, ReadsTheBundledScene)
 {
-    Import(std::filesystem::path(SCENEPREP_EXAMPLES) / "workshop.gltf");
+    Open(std::filesystem::path(SCENEPREP_EXAMPLES) / "workshop.gltf");
     const SceneStats stats = CountScene(scene_);
     EXPECT_GT(stats.nodes, 1500U);
     EXPECT_GT(stats.surfaces, stats.geometries);

@@ -60,6 +60,21 @@ void PrintProblems(const std::vector<SkippedInput>& skipped, Progress& progress,
         errors << ErrorLine(input.problem);
 }
 
+/// Returns the losses among the changes of steps.
+Notes LossesOf(const std::vector<StepResult>& steps)
+{
+    Notes losses;
+    for (const StepResult& step : steps)
+    {
+        for (const Pipeline::Change& change : step.changes)
+        {
+            if (!change.loss.empty())
+                losses.AddLoss(change.loss, change.what, change.count);
+        }
+    }
+    return losses;
+}
+
 SceneFigures MeasureInStep(const char* name, Importing::SceneContainer& scene, Progress& progress,
                            PrepareReport& report)
 {
@@ -137,6 +152,7 @@ void Process(const PrepareCommand& options, Model& model, WorkState& state, Prog
     if (!options.reportFile.empty())
         views.before = ViewOf("View the input", model, FolderOf(model.file), options.output, state, progress);
     Pipeline::PrepareResult result = Pipeline::PrepareScene(scene, options.steps, model.supplement, progress);
+    Show(LossesOf(result.steps), progress, report);
     report.steps.insert(report.steps.end(), std::make_move_iterator(result.steps.begin()),
                         std::make_move_iterator(result.steps.end()));
     Notes unused;

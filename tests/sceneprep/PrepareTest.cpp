@@ -256,6 +256,47 @@ TEST_F(PrepareTest, StrictWritesNothingIfSomethingIsLost)
     EXPECT_TRUE(std::filesystem::exists(options_.output));
 }
 
+/// Two nodes whose meshes have one material; the first mesh has tangents, both nodes and meshes have extras.
+std::filesystem::path WriteFileWithExtras(const TemporaryFolder& folder)
+{
+    return folder.Write("extras.gltf", R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],
+        "extensionsUsed":["ACME_tag"],
+        "nodes":[{"children":[1,2]},{"mesh":0,"extras":1},{"mesh":1,"extensions":{"ACME_tag":{}}}],
+        "meshes":[{"extras":2,"primitives":[{"attributes":{"POSITION":0,"NORMAL":1,"TANGENT":2}}]},
+            {"primitives":[{"attributes":{"POSITION":0,"NORMAL":1}}]}],
+        "accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3","min":[0,0,0],"max":[1,1,0]},
+            {"bufferView":1,"componentType":5126,"count":3,"type":"VEC3"},
+            {"bufferView":2,"componentType":5126,"count":3,"type":"VEC4"}],
+        "bufferViews":[{"buffer":0,"byteLength":36},{"buffer":0,"byteOffset":36,"byteLength":36},
+            {"buffer":0,"byteOffset":72,"byteLength":48}],
+        "buffers":[{"byteLength":120,"uri":"data:application/octet-stream;base64,)"
+                                       "AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"
+                                       "AAAAAAAAAAAAAIA/AAAAAAAAAAAAAIA/AAAAAAAAAAAAAIA/"
+                                       "AACAPwAAAAAAAAAAAACAPwAAgD8AAAAAAAAAAAAAgD8AAIA/AAAAAAAAAAAAAIA/"
+                                       R"("}]})");
+}
+
+TEST_F(PrepareTest, WhatFlatteningDropsIsLost)
+{
+    options_.inputs = {WriteFileWithExtras(folder_)};
+    options_.steps.flatten = true;
+    options_.strict = true;
+    EXPECT_THAT(RunError(), HasSubstr("would be lost: tangents, node-extras, extension ACME_tag, mesh-extras; "));
+    EXPECT_FALSE(std::filesystem::exists(options_.output));
+    options_.allowedLosses = {"tangents", "node-extras", "extension ACME_tag", "mesh-extras"};
+    EXPECT_EQ(RunError(), "no error");
+    EXPECT_THAT(out_.str(), HasSubstr("  tangents: meshes lost their tangents for merging (1)\n"
+                                      "  node-extras: dropped the extras of nodes that were collapsed (1)\n"));
+}
+
+TEST_F(PrepareTest, WithoutStepsNothingIsLost)
+{
+    options_.inputs = {WriteFileWithExtras(folder_)};
+    options_.strict = true;
+    EXPECT_EQ(RunError(), "no error");
+    EXPECT_THAT(out_.str(), testing::Not(HasSubstr("Lost:")));
+}
+
 TEST_F(PrepareTest, NotesTrianglesWithoutArea)
 {
     options_.inputs = {folder_.Write("flat.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 2 0 0\nf 1 2 3\nf 1 2 4\n")};

@@ -56,6 +56,9 @@ struct SceneSupplement
 template <typename List, typename Default>
 auto EntryOr(const List& list, std::size_t index, Default whereMissing)
 {
+    /// The keys of the meshes that steps have merged into others, in no order. Several copies of a mesh have one key
+    /// each.
+    std::vector<int> mergedMeshKeys = {};
     return index < list.size() ? static_cast<Default>(list[index]) : whereMissing;
 }
 

@@ -218,8 +218,8 @@ void ForgetMergedMeshes(const WorkScene& work, const std::vector<std::size_t>& v
     {
         const Importing::Geometry& geometry = work.container.GeometryLibrary[mesh];
         const bool isMerged = geometry.VertexArray.size() != verticesBefore[mesh];
-        if (isMerged && mesh < work.supplement.meshKeys.size())
-            work.supplement.meshKeys[mesh] = -1;
+        if (isMerged && EntryOr(work.supplement.meshKeys, mesh, -1) >= 0)
+            work.supplement.mergedMeshKeys.push_back(std::exchange(work.supplement.meshKeys[mesh], -1));
         if (isMerged && IsEmptied(geometry) && mesh < work.supplement.layouts.size())
             work.supplement.layouts[mesh] = {};
     }

@@ -204,12 +204,13 @@ TEST(FlattenScene, PinnedMeshesStayOnANodeWithTheirWorldMatrix)
     EXPECT_EQ(scene.supplement.meshKeys, (std::vector<int>{5, 6, 7}));
 }
 
-TEST(FlattenScene, MergedMeshesLoseTheirKeys)
+TEST(FlattenScene, MergedMeshesLoseTheirKeysWhichAreRecorded)
 {
     TestScene scene("Root( A[a=m:c] B[b=n:c] C[d=o:e] )");
     scene.supplement.meshKeys = {5, 6, 7};
     FlattenScene(scene);
     EXPECT_EQ(scene.supplement.meshKeys, (std::vector<int>{-1, -1, 7}));
+    EXPECT_EQ(scene.supplement.mergedMeshKeys, (std::vector<int>{5, 6}));
 }
 
 TEST(FlattenScene, NotesOfNodesAreRestored)

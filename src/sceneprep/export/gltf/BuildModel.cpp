@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/export/gltf/Clips.h>
+#include <sceneprep/export/gltf/DroppedObjects.h>
 #include <sceneprep/model/ExtensionReferences.h>
 
 #include <utility>
@@ -124,6 +125,7 @@ BuiltFiles BuildModel(const Model& model, const WriteOptions& options, Buffers& 
     meshes.Mended().AddNotes(built.notes);
     AddUnplaced(nodes.unplaced + objects.Unplaced(), built.notes);
     objects.AddNotes(built.notes);
+    AddDroppedObjects(model, nodes, nodeMeshes, built.notes);
     materials.AddNotes(built.notes);
     images.AddNotes(built.notes);
     built.companions = images.Companions();

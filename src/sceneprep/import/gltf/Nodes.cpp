@@ -41,12 +41,22 @@ void Strip(Json& node)
         Take(node, "extensions");
 }
 
+/// Gives an added node a key, and the morph target weights of the node of another key.
+void CarryWeights(int key, int node, Model& model)
+{
+    CarriedNode carried{.local = At(model.scene->NodeLibrary, node).GetLocalTransform().GetMatrix()};
+    carried.object["weights"] = At(model.carried.nodes, key).object["weights"];
+    At(model.supplement.nodeKeys, node) = static_cast<int>(model.carried.nodes.size());
+    model.carried.nodes.push_back(std::move(carried));
+}
+
 }  // namespace
 
 Nodes::Nodes(const Field& document, Accessors& accessors, Meshes& meshes, Model& model)
     : document_(document), list_(document.Find("nodes")), meshCount_(document.SizeOf("meshes")),
       skinCount_(document.SizeOf("skins")), cameraCount_(document.SizeOf("cameras")), accessors_(accessors),
-      meshes_(meshes), model_(model), local_(document.SizeOf("nodes"), Identity()), skin_(document.SizeOf("nodes"), -1)
+      meshes_(meshes), model_(model), local_(document.SizeOf("nodes"), Identity()), skin_(document.SizeOf("nodes"), -1),
+      isRead_(document.SizeOf("nodes"), false)
 {}
 
 SceneNodes Nodes::Read(const NodeTree& tree, const ChosenScene& scene)
@@ -85,6 +95,7 @@ SceneNodes Nodes::Read(const NodeTree& tree, const ChosenScene& scene)
 
 int Nodes::AddNode(const Field& field, int key, int parent)
 {
+    isRead_[static_cast<std::size_t>(key)] = true;
     D3DXMATRIX& local = local_[static_cast<std::size_t>(key)];
     local = LocalMatrix(field);
     return AddBareNode(field.TextOr("name", ""), local, key, parent);
@@ -122,7 +133,12 @@ void Nodes::AddSurfaces(const Field& field, int node, SceneNodes& nodes)
     const Instances instances = ReadInstances(*instancing, accessors_);
     instanceAttributes_ += instances.attributesWithoutUse;
     for (const D3DXMATRIX& local : instances.local)
-        AddMesh(field, mesh, -1, AddBareNode(field.TextOr("name", ""), local, -1, node), nodes);
+    {
+        const int instance = AddBareNode(field.TextOr("name", ""), local, -1, node);
+        AddMesh(field, mesh, -1, instance, nodes);
+        if (field.Has("weights"))
+            weightedInstances_.emplace_back(instance, At(model_.supplement.nodeKeys, node));
+    }
 }
 
 void Nodes::AddMesh(const Field& field, int mesh, int skin, int node, SceneNodes& nodes)
@@ -196,8 +212,12 @@ void Nodes::CarryNodes(Json& nodes)
             TakeSurfaceValues(node, unused);
         }
         Strip(node);
+        if (!isRead_[i])
+            node = Json::object();
         model_.carried.nodes.push_back({.object = std::move(node), .local = local_[i], .skin = skin_[i]});
     }
+    for (const auto& [instance, key] : weightedInstances_)
+        CarryWeights(key, instance, model_);
 }
 
 }  // namespace Sceneprep::GltfImport

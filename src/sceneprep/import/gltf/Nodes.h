@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace Sceneprep::GltfImport
@@ -42,7 +43,8 @@ public:
     /// Adds notes about what could not be kept.
     void AddNotes(Notes& notes) const;
 
-    /// To be called last: moves the objects of the nodes into Carried::nodes, without what the container holds.
+    /// To be called last: moves the objects of the nodes into Carried::nodes, without what the container holds. Those
+    /// of nodes outside of the scene are empty.
     /// @param nodes  the list of the document
     void CarryNodes(Json& nodes);
 
@@ -63,8 +65,10 @@ private:
     Accessors& accessors_;
     Meshes& meshes_;
     Model& model_;
-    std::vector<D3DXMATRIX> local_;  ///< [nodes of the file]
-    std::vector<int> skin_;          ///< [nodes of the file]
+    std::vector<D3DXMATRIX> local_;                       ///< [nodes of the file]
+    std::vector<int> skin_;                               ///< [nodes of the file]
+    std::vector<bool> isRead_;                            ///< [nodes of the file] whether they are in the scene
+    std::vector<std::pair<int, int>> weightedInstances_;  ///< nodes of instances, and the node of the file
     std::size_t instanceAttributes_ = 0;
 };
 

@@ -37,6 +37,14 @@ TEST(Nodes, SeveralRootsGetAParent)
     EXPECT_THAT(model.supplement.nodeKeys, ElementsAre(-1, 1, 0));
 }
 
+TEST(Nodes, OutsideOfTheSceneAreNotCarried)
+{
+    const Model model = GltfDocument::Parse(R"({"scenes":[{"nodes":[0]}],"nodes":[{"extras":1},{"extras":2}]})").Read();
+    ASSERT_EQ(model.carried.nodes.size(), 2U);
+    EXPECT_EQ(model.carried.nodes[0].object.dump(), R"({"extras":1})");
+    EXPECT_TRUE(model.carried.nodes[1].object.empty());
+}
+
 TEST(Nodes, ShowCamerasAndLights)
 {
     GltfDocument document = GltfDocument::Parse(R"({"scenes":[{"nodes":[0]}],

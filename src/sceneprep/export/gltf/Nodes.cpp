@@ -78,14 +78,48 @@ std::optional<D3DXQUATERNION> SetTransform(const PlannedNode& planned, const Car
     return std::nullopt;
 }
 
-bool IsOmitted(const Model& model, const PlannedNode& root)
+/// Returns whether two nodes of a list are below different children of the root.
+bool DivergeAtRoot(const std::vector<int>& nodes, const std::vector<int>& branches)
 {
+    return std::any_of(nodes.begin(), nodes.end(),
+                       [&](int node) { return At(branches, node) != At(branches, nodes.front()); });
+}
+
+/// Returns whether the joints of a skin have only the root in common: the format demands a common node.
+bool JoinsJoints(const Model& model, const ExportPlan& plan)
+{
+    std::vector<int> branches;  // [planned nodes] the child of the root at or above each
+    std::unordered_map<int, int> plannedOfKey;
+    for (const PlannedNode& node : plan.nodes)
+    {
+        const int index = static_cast<int>(branches.size());
+        branches.push_back(node.parent <= 0 ? index : At(branches, node.parent));
+        plannedOfKey.emplace(KeyAt(model.supplement.nodeKeys, node.source), index);
+    }
+    for (const CarriedSkin& skin : model.carried.skins)
+    {
+        std::vector<int> joints;
+        for (const int joint : skin.joints)
+        {
+            if (const auto found = plannedOfKey.find(joint); joint >= 0 && found != plannedOfKey.end())
+                joints.push_back(found->second);
+        }
+        if (DivergeAtRoot(joints, branches))
+            return true;
+    }
+    return std::any_of(plan.skeletons.begin(), plan.skeletons.end(),
+                       [&](const std::vector<int>& joints) { return DivergeAtRoot(joints, branches); });
+}
+
+bool IsOmitted(const Model& model, const ExportPlan& plan)
+{
+    const PlannedNode& root = plan.nodes.front();
     if (!model.carried.hasMadeRoot || root.source < 0 || root.animation >= 0 || !root.surfaces.empty() ||
         KeyAt(model.supplement.nodeKeys, root.source) >= 0)
         return false;
     Importing::Node& node = At(model.scene->NodeLibrary, root.source);
     return node.CameraList.empty() && node.LightList.empty() && node.GetNote().empty() && !node.ChildList.empty() &&
-           Pipeline::IsIdentity(root.local);
+           Pipeline::IsIdentity(root.local) && !JoinsJoints(model, plan);
 }
 
 /// Adds the child that rotates first. The name stays with the node that is a joint.
@@ -143,7 +177,7 @@ WrittenNodes WriteNodes(const Model& model, const ExportPlan& plan, const Animat
     for (std::size_t i = 0; i < plan.nodes.size(); ++i)
     {
         const PlannedNode& planned = plan.nodes[i];
-        if (i == 0 && IsOmitted(model, planned))
+        if (i == 0 && IsOmitted(model, plan))
         {
             written.outer.push_back(-1);
             continue;

@@ -30,8 +30,8 @@ struct WrittenNodes
 /// Writes the planned nodes with their transforms and their children.
 ///
 /// A node that came from glTF keeps its name, extras and extensions, and its transform as it was written there while
-/// its local matrix is the same bit for bit. The root that reading had to add is omitted when it adds nothing. A note
-/// of a node becomes its extra `note`.
+/// its local matrix is the same bit for bit. The root that reading had to add is omitted when it adds nothing and the
+/// joints of no skin need it in common. A note of a node becomes its extra `note`.
 WrittenNodes WriteNodes(const Model& model, const ExportPlan& plan, const AnimatedKeys& animated,
                         AnimationWriter& animations, Document& document);
 

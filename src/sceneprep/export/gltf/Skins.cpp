@@ -1,6 +1,7 @@
 #include <sceneprep/export/gltf/Skins.h>
 
 #include <importing/base/CheckedAccess.h>
+#include <pipeline/scene/NodePath.h>
 #include <sceneprep/export/gltf/CarriedAccessors.h>
 #include <sceneprep/export/gltf/CarriedKeys.h>
 #include <sceneprep/export/gltf/Placement.h>
@@ -36,9 +37,10 @@ int KeptSkins::Find(int geometry, int node) const
     const CarriedNode* carried = CarriedNodeOf(model_, node);
     if (carried == nullptr || !Importing::IsValidIndex(carried->skin, isKept_.size()))
         return -1;
+    // Joints after those of the file are what formats need whose joints are no nodes; no weights belong to them.
     const std::size_t joints = At(model_.scene->GeometryLibrary, geometry).JointArray.size();
     const bool isKept = isKept_[static_cast<std::size_t>(carried->skin)] &&
-                        joints == At(model_.carried.skins, carried->skin).joints.size();
+                        joints >= At(model_.carried.skins, carried->skin).joints.size();
     return isKept ? carried->skin : -1;
 }
 
@@ -52,12 +54,29 @@ int SkinWriter::AddKept(int skin, const WrittenNodes& nodes)
     if (source.inverseBindMatrices)
         target["inverseBindMatrices"] =
             AddCarried(*source.inverseBindMatrices, Usage::Other, false, buffers_, document_);
-    if (const int root = nodes.InnerOf(source.skeleton); root >= 0)
+    if (const int root = FindSkeletonRoot(source, nodes); root >= 0)
         target["skeleton"] = root;
     target["joints"] = Json::array();
     for (const int joint : source.joints)
         target["joints"].push_back(nodes.InnerOf(joint));
     return Append(document_.skins, std::move(target));
+}
+
+/// Returns the node that the skin calls its skeleton or, where that node has collapsed, the lowest one above all
+/// joints; -1 for none.
+int SkinWriter::FindSkeletonRoot(const CarriedSkin& skin, const WrittenNodes& nodes) const
+{
+    const int root = nodes.InnerOf(skin.skeleton);
+    if (root >= 0 || skin.skeleton < 0 || skin.joints.empty())
+        return root;
+    std::vector<int> parents;
+    for (const PlannedNode& node : plan_.nodes)
+        parents.push_back(node.parent);
+    Pipeline::NodePath path(parents, nodes.plannedOfKey.at(skin.joints.front()));
+    std::size_t height = 0;
+    for (const int joint : skin.joints)
+        height = std::max(height, path.HeightOfMeeting(nodes.plannedOfKey.at(joint)));
+    return height < path.Nodes().size() ? At(nodes.inner, path.Nodes()[height]) : -1;
 }
 
 int SkinWriter::AddMade(int geometry, int skeleton, const WrittenNodes& nodes)

@@ -46,6 +46,7 @@ public:
 private:
     using Matrices = std::vector<std::array<float, 16>>;
 
+    int FindSkeletonRoot(const CarriedSkin& skin, const WrittenNodes& nodes) const;
     int AddInverseBinds(Importing::Geometry& geometry);
 
     const Model& model_;

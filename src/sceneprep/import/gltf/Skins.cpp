@@ -61,6 +61,25 @@ std::vector<Bone> BonesOf(const CarriedSkin& skin, const SceneNodes& nodes, Impo
     return bones;
 }
 
+/// Makes the channels that change the weights of a node change those of another node, which has its mesh now.
+void RedirectWeights(int from, int to, Carried& carried)
+{
+    const std::string pointer = fmt::format("/nodes/{}/weights", from);
+    for (CarriedClip& clip : carried.clips)
+    {
+        for (CarriedChannel& channel : clip.channels)
+        {
+            if (channel.path == "weights" && channel.node == from)
+                channel.node = to;
+            if (channel.path == "pointer" && channel.pointer.starts_with(pointer))
+            {
+                channel.pointer = fmt::format("/nodes/{}/weights{}", to, channel.pointer.substr(pointer.size()));
+                channel.node = to;
+            }
+        }
+    }
+}
+
 /// Extends the supplement by what the placement has added.
 void UpdateSupplement(const SkinPlacement& placement, Model& model)
 {
@@ -86,10 +105,15 @@ void UpdateSupplement(const SkinPlacement& placement, Model& model)
     {
         const int key = At(supplement.nodeKeys, original);
         Importing::Node& node = At(model.scene->NodeLibrary, still);
-        CarriedNode carried{.local = node.GetLocalTransform().GetMatrix(), .skin = At(model.carried.nodes, key).skin};
+        const CarriedNode& source = At(model.carried.nodes, key);
+        CarriedNode carried{.local = node.GetLocalTransform().GetMatrix(), .skin = source.skin};
         carried.object["name"] = node.GetName();
+        if (source.object.contains("weights"))
+            carried.object["weights"] = source.object["weights"];
+        const int stillKey = static_cast<int>(model.carried.nodes.size());
+        RedirectWeights(key, stillKey, model.carried);
         supplement.nodeKeys.resize(static_cast<std::size_t>(still) + 1, -1);
-        supplement.nodeKeys.back() = static_cast<int>(model.carried.nodes.size());
+        supplement.nodeKeys.back() = stillKey;
         model.carried.nodes.push_back(std::move(carried));
     }
 }

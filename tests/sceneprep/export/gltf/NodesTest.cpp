@@ -76,6 +76,18 @@ TEST_F(GltfNodes, AnAddedRootIsOmittedIfItIsNotNeeded)
     EXPECT_EQ(written_.document.scene["nodes"], Json::array({0, 1}));
 }
 
+TEST_F(GltfNodes, AnAddedRootIsWrittenIfItIsTheOnlyCommonParentOfJoints)
+{
+    model_.carried.hasMadeRoot = true;
+    AddCarried(R"({"name": "A"})", 0);
+    AddCarried(R"({"name": "B"})", 0);
+    model_.carried.skins.emplace_back().joints = {0};
+    EXPECT_EQ(Build().nodes.size(), 2U);
+    model_.carried.skins[0].joints = {0, 1};
+    written_.document = {};
+    EXPECT_EQ(Build().nodes.size(), 3U);
+}
+
 TEST_F(GltfNodes, AnAddedRootIsWrittenIfItHasContent)
 {
     model_.carried.hasMadeRoot = true;

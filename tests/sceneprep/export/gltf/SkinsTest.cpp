@@ -208,10 +208,31 @@ TEST_F(GltfKeptSkins, ASkinWithMissingJointsIsReplacedByThatOfTheGeometry)
     EXPECT_EQ(BuildFirst().skins.at(0)["name"], "Arm");
 }
 
-TEST_F(GltfKeptSkins, ASkinWithAnotherNumberOfJointsIsReplacedByThatOfTheGeometry)
+TEST_F(GltfKeptSkins, ASkinWithMoreJointsThanTheGeometryIsReplacedByThatOfTheGeometry)
 {
-    model_.carried.skins[0].joints.pop_back();
+    model_.carried.skins[0].joints.push_back(2);
     EXPECT_EQ(BuildFirst().skins.at(0)["name"], "Arm");
+}
+
+TEST_F(GltfKeptSkins, JointsThatTheGeometryHasInAdditionDoNotChangeTheSkin)
+{
+    scene_.GeometryLibrary[0].JointArray.emplace_back(std::string("Frame"));
+    const Document& document = BuildFirst();
+    EXPECT_EQ(document.nodes.size(), 3U);
+    EXPECT_EQ(document.skins.at(0)["name"], "Own");
+    EXPECT_EQ(document.skins[0]["joints"].size(), 3U);
+}
+
+TEST_F(GltfKeptSkins, IfTheSkeletonHasCollapsedTheLowestNodeAboveAllJointsIsTheSkeleton)
+{
+    model_.supplement.nodeKeys = {4, 0, 2};
+    model_.carried.nodes.resize(5);
+    model_.carried.nodes[0].skin = 0;
+    model_.carried.skins[0].skeleton = 1;  // not in the scene
+    EXPECT_EQ(BuildFirst().skins.at(0)["skeleton"], 0);
+    model_.carried.skins[0].joints = {2, 2, 2};
+    written_.document = {};
+    EXPECT_EQ(Build().skins.at(0)["skeleton"], 2);
 }
 
 }  // namespace

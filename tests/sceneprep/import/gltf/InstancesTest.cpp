@@ -38,6 +38,16 @@ TEST(Instances, AreChildNodesThatShareTheMesh)
     EXPECT_TRUE(model.notes.Empty());
 }
 
+TEST(Instances, HaveTheWeightsOfTheirNode)
+{
+    GltfDocument document = TwoInstances();
+    document.json["nodes"][0]["weights"] = {0.5};
+    const Model model = document.Read();
+    EXPECT_THAT(model.supplement.nodeKeys, testing::ElementsAre(0, 1, 2));
+    EXPECT_EQ(model.carried.nodes.at(2).object["weights"], Json::array({0.5}));
+    EXPECT_EQ(model.carried.nodes.at(2).local._43, 6);
+}
+
 TEST(Instances, FurtherAttributesAreALoss)
 {
     GltfDocument document = TwoInstances();

@@ -87,6 +87,26 @@ TEST(Skins, AtAnAnimatedNodeMoveToAnotherNodeThatIsCarried)
     EXPECT_EQ(model.notes.All().size(), 1U);
 }
 
+TEST(Skins, AtAnAnimatedNodeTakeTheWeightsOfMorphTargetsAlong)
+{
+    const TemporaryFolder folder;
+    Json document = SkinnedDocument(folder);
+    document["nodes"][2]["weights"] = {0.5};
+    document["accessors"].push_back({{"componentType", 5126}, {"count", 1}, {"type", "SCALAR"}});
+    document["accessors"].push_back({{"componentType", 5126}, {"count", 1}, {"type", "VEC3"}});
+    document["animations"] = Json::parse(R"([{"samplers":[{"input":4,"output":5},{"input":4,"output":4}],
+        "channels":[{"sampler":0,"target":{"node":2,"path":"translation"}},
+            {"sampler":1,"target":{"node":2,"path":"weights"}},
+            {"sampler":1,"target":{"path":"pointer",
+                "extensions":{"KHR_animation_pointer":{"pointer":"/nodes/2/weights/0"}}}}]}])");
+    const Model model = GltfDocument::ReadFile(folder.Write("changed.gltf", document.dump()));
+    EXPECT_EQ(model.carried.nodes.at(4).object["weights"], Json::array({0.5}));
+    const std::vector<CarriedChannel>& channels = model.carried.clips.at(0).channels;
+    EXPECT_EQ(channels.at(0).node, 2);
+    EXPECT_EQ(channels.at(1).node, 4);
+    EXPECT_EQ(channels.at(2).pointer, "/nodes/4/weights/0");
+}
+
 TEST(Skins, ThatAreNotValidAreRefused)
 {
     const TemporaryFolder folder;

@@ -33,13 +33,15 @@ int FindEntry(const EntryPointer& pointer, const ClipTargets& targets)
 
 void ClipWriter::Write(Notes& notes)
 {
+    std::vector<std::string> incomplete;
+    std::size_t dropped = 0;
     for (const CarriedClip& clip : carried_.clips)
     {
         Json animation = clip.object;
         Json channels = Json::array();
         Json samplers = Json::array();
         std::map<int, std::size_t> samplerOf;  // by index into the clip's samplers
-        std::size_t dropped = 0;
+        const std::size_t droppedBefore = dropped;
         for (const CarriedChannel& channel : clip.channels)
         {
             Json target = TargetOf(channel);
@@ -56,16 +58,18 @@ void ClipWriter::Write(Notes& notes)
                 object["extras"] = channel.extras;
             channels.push_back(std::move(object));
         }
-        notes.AddLoss("animation-channels",
-                      fmt::format("dropped channels of the clip '{}' whose targets are not in the result",
-                                  animation.value("name", std::string())),
-                      dropped);
+        if (dropped > droppedBefore)
+            incomplete.push_back(fmt::format("'{}'", animation.value("name", std::string())));
         if (channels.empty())
             continue;
         animation["channels"] = std::move(channels);
         animation["samplers"] = std::move(samplers);
         Append(document_.animations, std::move(animation));
     }
+    notes.AddLoss("animation-channels",
+                  fmt::format("dropped animation channels whose targets are not in the result, of the clips {}",
+                              fmt::join(incomplete, ", ")),
+                  dropped);
 }
 
 /// @return null when the target is not in the document.

@@ -63,8 +63,8 @@ TEST_F(GltfClips, ChannelsWithoutTheirTargetAreDroppedAndReported)
     const Document& document = Build();
     ASSERT_EQ(document.animations.size(), 1U);
     EXPECT_EQ(document.animations[0]["channels"].size(), 1U);
-    EXPECT_THAT(Notes(), ElementsAre("dropped channels of the clip 'A' whose targets are not in the result (2)",
-                                     "dropped channels of the clip 'B' whose targets are not in the result (1)"));
+    EXPECT_THAT(Notes(), ElementsAre("dropped animation channels whose targets are not in the result, of the clips "
+                                     "'A', 'B' (3)"));
     EXPECT_EQ(built_.notes.All()[0].loss, "animation-channels");
 }
 

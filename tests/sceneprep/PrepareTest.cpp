@@ -122,8 +122,8 @@ TEST_F(PrepareTest, JsonHasTheContentOfTheReport)
     EXPECT_THAT(steps, testing::ElementsAre("Read small.obj", "Import small.obj", "Measure",
                                             "Compute collision offsets", "Measure again", "Export"));
     EXPECT_EQ(json["before"]["counts"]["triangles"], 3);
-    EXPECT_EQ(json["notes"],
-              (std::vector<std::string>{"the image file 'Wood.PNG' is missing; the reference to it is kept"}));
+    EXPECT_EQ(json["notes"], (std::vector<std::string>{"the image file '" + (folder_ / "Wood.PNG").string() +
+                                                       "' is missing; the reference to it is kept"}));
     EXPECT_TRUE(json["differences"].empty());
     EXPECT_EQ(json["reasons"]["drawCalls"], 3);
     EXPECT_EQ(json["reasons"]["neededByMaterials"], 2);

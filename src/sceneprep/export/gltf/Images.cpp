@@ -91,14 +91,14 @@ WrittenImage ImageWriter::AddEmbedded(const EmbeddedTexture& image, Json object)
     return found->second;
 }
 
-WrittenImage ImageWriter::AddFile(const std::string& reference, Json object)
+WrittenImage ImageWriter::AddFile(const std::string& reference, Json object, const std::string& original)
 {
     if (options_.images == ImageUse::Omitted)
         return {};
     const std::string key = fmt::format("{}|{}", reference, TextOf(object));
     const auto [found, isNew] = written_.emplace(key, WrittenImage());
     if (isNew)
-        found->second = WriteFile(reference, std::move(object));
+        found->second = WriteFile(reference, std::move(object), original);
     return found->second;
 }
 
@@ -124,18 +124,19 @@ WrittenImage ImageWriter::WriteEmbedded(const EmbeddedTexture& image, Json objec
     return {Append(document_.images, std::move(object)), kind};
 }
 
-WrittenImage ImageWriter::WriteFile(const std::string& reference, Json object)
+WrittenImage ImageWriter::WriteFile(const std::string& reference, Json object, const std::string& original)
 {
-    const auto keepReference = [&](const ImageKind* kind) {
-        return WrittenImage{Append(document_.images, WithUri(std::move(object), reference)), kind};
+    const auto writeReference = [&](const std::string& path, const ImageKind* kind) {
+        return WrittenImage{Append(document_.images, WithUri(std::move(object), path)), kind};
     };
+    const auto keepReference = [&](const ImageKind* kind) { return writeReference(reference, kind); };
     if (IsOnTheNet(reference))
         return keepReference(nullptr);
     const std::optional<fs::path> file = FindFile(reference, options_.folder);
     if (!file)
     {
-        missing_.insert(reference);
-        return keepReference(nullptr);
+        missing_.insert((options_.folder / reference).lexically_normal().string());
+        return writeReference(original.empty() || options_.externalTextures ? reference : original, nullptr);
     }
     std::ifstream in(*file, std::ios::binary);
     const ImageKind* kind = ImageKindOf(FirstBytes(in));

@@ -49,7 +49,9 @@ public:
 
     /// Writes an image file, once.
     /// @param reference  the file relative to the folder of the output, or absolute
-    WrittenImage AddFile(const std::string& reference, Json object);
+    /// @param original   the reference as the input had it, which is kept if the file is missing and images are copied:
+    ///                   the file may be added to the output as it may be to the input. Empty: as `reference`
+    WrittenImage AddFile(const std::string& reference, Json object, const std::string& original = {});
 
     const WriteOptions& Options() const { return options_; }
     const std::vector<CompanionFile>& Companions() const { return companions_; }
@@ -59,7 +61,7 @@ public:
 
 private:
     WrittenImage WriteEmbedded(const EmbeddedTexture& image, Json object);
-    WrittenImage WriteFile(const std::string& reference, Json object);
+    WrittenImage WriteFile(const std::string& reference, Json object, const std::string& original);
     WrittenImage Embed(const std::filesystem::path& file, const ImageKind* kind, Json object);
     std::string CopyNameFor(const std::filesystem::path& file);
 

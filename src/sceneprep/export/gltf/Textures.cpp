@@ -106,9 +106,9 @@ WrittenImage TextureWriter::WriteImage(int image)
     Json object = source.object;
     if (source.embedded >= 0)
         return images_.AddEmbedded(At(model_.textures.embedded, source.embedded), std::move(object));
-    const std::string reference =
-        RebasedReference(source.file.generic_string(), model_.file, images_.Options().folder / "model");
-    return images_.AddFile(reference, std::move(object));
+    const std::string original = source.file.generic_string();
+    const std::string reference = RebasedReference(original, model_.file, images_.Options().folder / "model");
+    return images_.AddFile(reference, std::move(object), original);
 }
 
 int TextureWriter::WriteSampler(int sampler)

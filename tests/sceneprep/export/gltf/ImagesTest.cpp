@@ -144,8 +144,16 @@ TEST_F(GltfImages, AMissingFileStaysAReferenceAndIsReported)
     EXPECT_EQ(writer.AddFile("my textures\\Wood.PNG", Json::object()).index, 0);
     writer.AddFile("https://example.org/a.png", Json::object());
     EXPECT_EQ(document_.images[0]["uri"], "my%20textures/Wood.PNG");
-    EXPECT_THAT(NotesOf(writer), ElementsAre("the image file 'my textures\\Wood.PNG' is missing; the reference to it "
-                                             "is kept"));
+    const std::string path = (options_.folder / "my textures\\Wood.PNG").string();
+    EXPECT_THAT(NotesOf(writer), ElementsAre("the image file '" + path + "' is missing; the reference to it is kept"));
+}
+
+TEST_F(GltfImages, TheReferenceToAMissingFileStaysAsItWasUnlessTexturesAreExternal)
+{
+    Writer(true).AddFile("../in/wood.png", Json::object(), "wood.png");
+    Writer(true, true).AddFile("../in/wood.png", Json::object(), "wood.png");
+    EXPECT_EQ(document_.images.at(0)["uri"], "wood.png");
+    EXPECT_EQ(document_.images.at(1)["uri"], "../in/wood.png");
 }
 
 TEST_F(GltfImages, AFileThatIsNotAnImageIsNotCopied)

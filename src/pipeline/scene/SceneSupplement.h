@@ -15,6 +15,9 @@ struct VertexAttribute
     std::string name = {};  ///< as in glTF: "COLOR_0", "TANGENT", "_TEMPERATURE"
     int firstSet = 0;       ///< the first of the sets that hold it
     int components = 0;     ///< two per set; if the number is odd, the second half of the last set is 0
+    /// The type that the numbers had, in the host's code; 0 for floats, and where meshes of different types are merged.
+    int numberType = 0;
+    bool isNormalized = false;  ///< whether integers of that type stand for parts of the largest one
 
     friend bool operator==(const VertexAttribute&, const VertexAttribute&) = default;
 };

@@ -103,9 +103,10 @@ const VertexAttribute* FindAttribute(const VertexLayout& layout, const std::stri
     return found == layout.attributes.end() ? nullptr : &*found;
 }
 
-void AppendAttribute(VertexLayout& layout, const std::string& name, int components)
+void AppendAttribute(VertexLayout& layout, VertexAttribute attribute)
 {
-    layout.attributes.push_back({name, CountSets(layout), components});
+    attribute.firstSet = CountSets(layout);
+    layout.attributes.push_back(std::move(attribute));
 }
 
 void ChangeLayout(Geometry& mesh, const VertexLayout& from, const VertexLayout& to)

@@ -19,7 +19,8 @@ void SetLayout(SceneSupplement& supplement, std::size_t geometry, VertexLayout l
 const VertexAttribute* FindAttribute(const VertexLayout& layout, const std::string& name);
 
 /// Appends an attribute after the sets that are in use.
-void AppendAttribute(VertexLayout& layout, const std::string& name, int components);
+/// @param attribute  its first set is ignored
+void AppendAttribute(VertexLayout& layout, VertexAttribute attribute);
 
 /// Moves the sets of every vertex from one layout to another. Texture coordinate sets and attributes that only `to` has
 /// are filled: colours with (1, 1, 1, 1), everything else with 0. Those that only `from` has are dropped.

@@ -82,28 +82,42 @@ std::size_t EqualizeNormals(const WorkScene& scene, const Group& group, const Pr
     return without.size();
 }
 
+/// Makes an attribute hold what another one of its name holds.
+void Widen(VertexAttribute& attribute, const VertexAttribute& other)
+{
+    attribute.components = std::max(attribute.components, other.components);
+    if (attribute.numberType != other.numberType || attribute.isNormalized != other.isNormalized)
+    {
+        attribute.numberType = 0;
+        attribute.isNormalized = false;
+    }
+}
+
 /// Returns the layout that holds everything that one of the layouts holds; tangents only if all of them do.
 VertexLayout UnionOf(const std::vector<VertexLayout>& layouts)
 {
     VertexLayout all{.texCoordSets = 0};
     for (const VertexLayout& layout : layouts)
         all.texCoordSets = std::max(all.texCoordSets, layout.texCoordSets);
-    std::vector<std::string> names;  // in the order in which they are met
-    std::map<std::string, int> components;
+    std::vector<VertexAttribute> attributes;  // in the order in which they are met
+    std::map<std::string, std::size_t> positions;
     std::map<std::string, std::size_t> uses;
     for (const VertexLayout& layout : layouts)
     {
         for (const VertexAttribute& attribute : layout.attributes)
         {
-            if (++uses[attribute.name] == 1)
-                names.push_back(attribute.name);
-            components[attribute.name] = std::max(components[attribute.name], attribute.components);
+            ++uses[attribute.name];
+            const auto [found, isNew] = positions.emplace(attribute.name, attributes.size());
+            if (isNew)
+                attributes.push_back(attribute);
+            else
+                Widen(attributes[found->second], attribute);
         }
     }
-    for (const std::string& name : names)
+    for (VertexAttribute& attribute : attributes)
     {
-        if (name != "TANGENT" || uses[name] == layouts.size())
-            AppendAttribute(all, name, components[name]);
+        if (attribute.name != "TANGENT" || uses[attribute.name] == layouts.size())
+            AppendAttribute(all, std::move(attribute));
     }
     return all;
 }

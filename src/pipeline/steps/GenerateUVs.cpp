@@ -26,7 +26,7 @@ void MakeRoom(SceneSupplement& supplement, std::size_t index, Importing::Geometr
     if (wider.texCoordSets == layout.texCoordSets)
         return;
     for (const VertexAttribute& attribute : layout.attributes)
-        AppendAttribute(wider, attribute.name, attribute.components);
+        AppendAttribute(wider, attribute);
     ChangeLayout(geometry, layout, wider);
     SetLayout(supplement, index, wider);
 }

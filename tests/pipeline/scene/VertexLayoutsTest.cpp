@@ -50,9 +50,9 @@ TEST(VertexLayouts, AMissingCountIsTheLargestOfAnyVertex)
 TEST(VertexLayouts, AttributesAreAppendedAfterTheSetsInUse)
 {
     VertexLayout layout{.texCoordSets = 2};
-    AppendAttribute(layout, "COLOR_0", 4);
-    AppendAttribute(layout, "_A", 3);
-    AppendAttribute(layout, "_B", 1);
+    AppendAttribute(layout, {.name = "COLOR_0", .components = 4});
+    AppendAttribute(layout, {.name = "_A", .components = 3});
+    AppendAttribute(layout, {.name = "_B", .components = 1});
     EXPECT_EQ(layout.attributes, (std::vector<VertexAttribute>{{"COLOR_0", 2, 4}, {"_A", 4, 3}, {"_B", 6, 1}}));
     EXPECT_EQ(FindAttribute(layout, "_A"), &layout.attributes[1]);
     EXPECT_EQ(FindAttribute(layout, "_C"), nullptr);

@@ -1,11 +1,13 @@
 #include <sceneprep/export/gltf/Attributes.h>
 
 #include <fmt/format.h>
+#include <sceneprep/export/gltf/CarriedAccessors.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 
 namespace Sceneprep::Gltf
@@ -71,23 +73,26 @@ std::vector<float> Collect(Geometry& geometry, const VertexAttribute& attribute,
     return values;
 }
 
-/// Returns the values as whole parts of the type's largest number; empty where that would change one of them.
+/// Returns the values as integers, multiplied by the type's largest number if they are parts of it; empty where that
+/// would change one of them.
 template <typename T>
-std::vector<T> Normalized(const std::vector<float>& values)
+std::vector<T> ToIntegers(const std::vector<float>& values, bool isNormalized)
 {
-    constexpr auto kLargest = static_cast<float>(std::numeric_limits<T>::max());
-    std::vector<T> parts;
-    parts.reserve(values.size());
+    const auto one = isNormalized ? static_cast<double>(std::numeric_limits<T>::max()) : 1.0;
+    std::vector<T> integers;
+    integers.reserve(values.size());
     for (const float value : values)
     {
-        if (!(value >= 0 && value <= 1))
+        const double number = std::round(static_cast<double>(value) * one);
+        if (!(number >= static_cast<double>(std::numeric_limits<T>::lowest()) &&
+              number <= static_cast<double>(std::numeric_limits<T>::max())))
             return {};
-        const auto part = static_cast<T>(std::lround(value * kLargest));
-        if (static_cast<float>(part) / kLargest != value)
+        const auto integer = static_cast<T>(number);
+        if (static_cast<float>(integer) / static_cast<float>(one) != value)
             return {};
-        parts.push_back(part);
+        integers.push_back(integer);
     }
-    return parts;
+    return integers;
 }
 
 template <typename T>
@@ -99,11 +104,54 @@ int AddPacked(const std::vector<T>& values, std::size_t count, const Layout& lay
 
 int WriteColors(const std::vector<float>& values, std::size_t count, Buffers& buffers)
 {
-    if (const auto bytes = Normalized<std::uint8_t>(values); !bytes.empty())
+    if (const auto bytes = ToIntegers<std::uint8_t>(values, true); !bytes.empty())
         return AddPacked(bytes, count, {"VEC4", kUnsignedByte, true}, buffers);
-    if (const auto shorts = Normalized<std::uint16_t>(values); !shorts.empty())
+    if (const auto shorts = ToIntegers<std::uint16_t>(values, true); !shorts.empty())
         return AddPacked(shorts, count, {"VEC4", kUnsignedShort, true}, buffers);
     return AddPacked(values, count, {"VEC4"}, buffers);
+}
+
+template <typename T>
+std::vector<std::uint8_t> IntegerBytes(const std::vector<float>& values, bool isNormalized)
+{
+    const std::vector<T> integers = ToIntegers<T>(values, isNormalized);
+    std::vector<std::uint8_t> bytes(integers.size() * sizeof(T));
+    if (!bytes.empty())
+        std::memcpy(bytes.data(), integers.data(), bytes.size());
+    return bytes;
+}
+
+/// Returns the values as integers of the type that they had in the input; empty where that would change one of them.
+std::vector<std::uint8_t> BytesOf(const std::vector<float>& values, const VertexAttribute& attribute)
+{
+    switch (attribute.numberType)
+    {
+        case kByte:
+            return IntegerBytes<std::int8_t>(values, attribute.isNormalized);
+        case kUnsignedByte:
+            return IntegerBytes<std::uint8_t>(values, attribute.isNormalized);
+        case kShort:
+            return IntegerBytes<std::int16_t>(values, attribute.isNormalized);
+        case kUnsignedShort:
+            return IntegerBytes<std::uint16_t>(values, attribute.isNormalized);
+        case kUnsignedInt:
+            return IntegerBytes<std::uint32_t>(values, attribute.isNormalized);
+        default:
+            return {};
+    }
+}
+
+/// Writes numbers as the integers that they were; matrices, whose columns would need padding, as floats.
+int WriteNumbers(const std::vector<float>& values, std::size_t count, const char* type,
+                 const VertexAttribute& attribute, Buffers& buffers, Document& document)
+{
+    CarriedAccessor integers = {
+        .componentType = attribute.numberType, .type = type, .isNormalized = attribute.isNormalized, .count = count};
+    if (attribute.components <= 4)
+        integers.bytes = BytesOf(values, attribute);
+    if (integers.bytes.empty())
+        return AddPacked(values, count, {type}, buffers);
+    return AddCarried(integers, Usage::Vertices, false, buffers, document);
 }
 
 /// Gives tangents unit length, and 1 or -1 as their fourth component.
@@ -136,26 +184,25 @@ const char* TypeOf(int components)
     return components >= 1 && components <= 4 ? kTypes[static_cast<std::size_t>(components)] : nullptr;
 }
 
-void WriteAttribute(Geometry& geometry, const VertexAttribute& attribute, Buffers& buffers, MeshArrays& arrays,
-                    MendedValues& mended)
+void WriteAttribute(Geometry& geometry, const VertexAttribute& attribute, Buffers& buffers, Document& document,
+                    MeshArrays& arrays, MendedValues& mended)
 {
     const std::size_t count = geometry.VertexArray.size();
     const char* type = TypeOf(attribute.components);
-    const bool isTangent = attribute.name == "TANGENT";
-    if (type == nullptr || (isTangent && !arrays.attributes.contains("NORMAL")))
+    if (type == nullptr)
         return;
     std::vector<float> values = Collect(geometry, attribute, mended);
-    if (isTangent)
+    if (attribute.name == "TANGENT")
         MendTangents(values, mended);
     arrays.attributes[attribute.name] = attribute.name.starts_with("COLOR_") && attribute.components == 4
                                             ? WriteColors(values, count, buffers)
-                                            : AddPacked(values, count, {type}, buffers);
+                                            : WriteNumbers(values, count, type, attribute, buffers, document);
 }
 
 }  // namespace
 
-void WriteAttributes(Geometry& geometry, const VertexLayout& layout, Buffers& buffers, MeshArrays& arrays,
-                     MendedValues& mended)
+void WriteAttributes(Geometry& geometry, const VertexLayout& layout, Buffers& buffers, Document& document,
+                     MeshArrays& arrays, MendedValues& mended)
 {
     const std::uint64_t sets = CountSets(geometry);
     const std::uint64_t texCoordSets =
@@ -163,7 +210,7 @@ void WriteAttributes(Geometry& geometry, const VertexLayout& layout, Buffers& bu
     for (std::uint64_t set = 0; set < texCoordSets; ++set)
         WriteTexCoords(geometry, set, fmt::format("TEXCOORD_{}", set), buffers, arrays, mended);
     for (const VertexAttribute& attribute : layout.attributes)
-        WriteAttribute(geometry, attribute, buffers, arrays, mended);
+        WriteAttribute(geometry, attribute, buffers, document, arrays, mended);
 }
 
 }  // namespace Sceneprep::Gltf

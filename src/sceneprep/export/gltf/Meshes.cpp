@@ -108,7 +108,7 @@ std::optional<MeshArrays> MeshWriter::WriteTriangles(Geometry& geometry, const P
     WritePositions(geometry, triangles, arrays);
     if (HasNormals(geometry))
         WriteNormals(geometry, triangles, arrays);
-    WriteAttributes(geometry, layout, buffers_, arrays, mended_);
+    WriteAttributes(geometry, layout, buffers_, document_, arrays, mended_);
     WriteWeights(geometry, arrays);
     WriteIndices(triangles, geometry.VertexArray.size(), arrays);
     return arrays;

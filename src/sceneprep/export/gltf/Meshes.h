@@ -15,7 +15,7 @@ namespace Sceneprep::Gltf
 
 /// Writes the arrays of geometries, each once, however many surfaces show it.
 ///
-/// A mesh whose normals are all (0, 0, 0) is written without normals and tangents. Pinned meshes that carry a primitive
+/// A mesh whose normals are all (0, 0, 0) is written without normals. Pinned meshes that carry a primitive
 /// of the input are written as they came.
 class MeshWriter
 {

@@ -132,7 +132,13 @@ VertexLayout GeometryFiller::Fill(const Primitive& primitive, std::size_t jointC
     for (const Attribute* attribute : further)
     {
         const int components = ComponentsOf(*attribute);
-        layout.attributes.push_back({std::string(attribute->name), static_cast<int>(sets), components});
+        const Elements& elements = attribute->values.elements;
+        const bool isInteger = !IsColor(*attribute) && elements.component != Component::Float;
+        layout.attributes.push_back({.name = std::string(attribute->name),
+                                     .firstSet = static_cast<int>(sets),
+                                     .components = components,
+                                     .numberType = isInteger ? static_cast<int>(elements.component) : 0,
+                                     .isNormalized = isInteger && elements.isNormalized});
         sets += (static_cast<std::size_t>(components) + 1) / 2;
     }
     if (!further.empty())

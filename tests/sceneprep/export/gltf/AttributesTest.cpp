@@ -26,7 +26,10 @@ protected:
         }
     }
 
-    void Write(const VertexLayout& layout) { WriteAttributes(mesh_, layout, written_.buffers, arrays_, mended_); }
+    void Write(const VertexLayout& layout)
+    {
+        WriteAttributes(mesh_, layout, written_.buffers, written_.document, arrays_, mended_);
+    }
 
     const Sceneprep::Json& Accessor(const char* name) { return written_.Accessor(arrays_.attributes.at(name)); }
 
@@ -72,7 +75,6 @@ TEST_F(GltfAttributes, OtherColoursAreShortsOrFloats)
 
 TEST_F(GltfAttributes, TangentsHaveUnitLengthAndASign)
 {
-    arrays_.attributes["NORMAL"] = 0;
     SetComponents({0, 3, 4, -0.5F}, 1);
     Write({1, {{"TANGENT", 1, 4}}});
     EXPECT_EQ(First<float>("TANGENT"), (std::array<float, 4>{0, 0.6F, 0.8F, -1}));
@@ -80,11 +82,42 @@ TEST_F(GltfAttributes, TangentsHaveUnitLengthAndASign)
     EXPECT_EQ(arrays_.CountTexCoords(), 1U);
 }
 
-TEST_F(GltfAttributes, TangentsNeedNormals)
+TEST_F(GltfAttributes, TangentsAreKeptWithoutNormals)
 {
     SetComponents({1, 0, 0, 1}, 0);
     Write({0, {{"TANGENT", 0, 4}}});
-    EXPECT_FALSE(arrays_.attributes.contains("TANGENT"));
+    EXPECT_EQ(First<float>("TANGENT"), (std::array<float, 4>{1, 0, 0, 1}));
+}
+
+TEST_F(GltfAttributes, CustomAttributesAreTheIntegersThatTheyWere)
+{
+    SetComponents({-3, 7, 255, 0}, 0);
+    Write({0, {{.name = "_A", .components = 4, .numberType = kShort}}});
+    EXPECT_EQ(Accessor("_A")["componentType"], kShort);
+    EXPECT_EQ(First<std::int16_t>("_A"), (std::array<std::int16_t, 4>{-3, 7, 255, 0}));
+    SetComponents({1, 0, 51.0F / 255.0F, 0}, 0);
+    Write({0, {{.name = "_B", .components = 4, .numberType = kUnsignedByte, .isNormalized = true}}});
+    EXPECT_EQ(Accessor("_B")["normalized"], true);
+    EXPECT_EQ(First<std::uint8_t>("_B"), (std::array<std::uint8_t, 4>{255, 0, 51, 0}));
+}
+
+TEST_F(GltfAttributes, ElementsOfSmallIntegersStartAtMultiplesOfFourBytes)
+{
+    SetComponents({9, 0, 0, 0}, 0);
+    Write({0, {{.name = "_ID", .components = 1, .numberType = kUnsignedByte}}});
+    EXPECT_EQ(Accessor("_ID")["type"], "SCALAR");
+    const int view = Accessor("_ID")["bufferView"];
+    EXPECT_EQ(EntryAt(written_.document.bufferViews, view)["byteStride"], 4);
+}
+
+TEST_F(GltfAttributes, NumbersThatTheirIntegerTypeDoesNotHoldAreFloats)
+{
+    SetComponents({0.5F, 300, -1, 0}, 0);
+    Write({0, {{.name = "_A", .components = 1, .numberType = kUnsignedByte}}});
+    EXPECT_EQ(Accessor("_A")["componentType"], kFloat);
+    SetComponents({300, 0, 0, 0}, 0);
+    Write({0, {{.name = "_B", .components = 1, .numberType = kUnsignedByte}}});
+    EXPECT_EQ(Accessor("_B")["componentType"], kFloat);
 }
 
 TEST_F(GltfAttributes, CustomAttributesHaveTheTypeOfTheirComponents)

@@ -200,6 +200,8 @@ void AddPrepare(CLI::App& app, Options& options)
     AddScene(*command, prepare.scene);
     command->add_flag("--external-textures", prepare.externalTextures,
                       "Refer to the original texture files instead of copying or embedding them");
+    command->add_flag("--gpu-instancing", prepare.gpuInstancing,
+                      "Write nodes that share a mesh as EXT_mesh_gpu_instancing; for glTF output");
     command->add_flag("--keep-going", prepare.keepGoing, "Skip inputs that cannot be read; the exit status is then 1");
     AddCommonOptions(*command, options);
     AddSteps(*command, prepare.steps);

@@ -17,6 +17,7 @@ struct PrepareCommand
     std::optional<std::string> scene = {};           ///< name or index of the scene to read from glTF files
     std::filesystem::path output = {};
     bool externalTextures = false;
+    bool gpuInstancing = false;
     Pipeline::PrepareOptions steps = {};
     bool strict = false;                          ///< fail if the result differs from the input or something is lost
     std::vector<std::string> allowedLosses = {};  ///< losses that `strict` accepts

@@ -1,6 +1,7 @@
 #include <sceneprep/ParseCommandLine.h>
 
 #include <fmt/format.h>
+#include <pipeline/steps/PrepareScene.h>
 #include <pipeline/steps/Steps.h>
 #include <sceneprep/CommandLine.h>
 #include <sceneprep/assimp/Formats.h>
@@ -63,9 +64,9 @@ std::string CheckSettings(const CLI::App& command, const Pipeline::PrepareOption
         for (const Pipeline::Step& step : Pipeline::Steps())
         {
             if (std::string_view(setting.step) == step.option && command.count(setting.option) > 0 &&
-                !(options.*step.flag))
+                !step.isChosen(options))
                 return fmt::format("{} requires {}{}", setting.option, step.option,
-                                   step.isRecommended ? " or --all" : "");
+                                   step.isChosen(Pipeline::RecommendedSteps()) ? " or --all" : "");
         }
     }
     return {};
@@ -97,6 +98,8 @@ std::string CheckPrepare(const CLI::App& command, const PrepareCommand& prepare)
         if (!problem.empty())
             return problem;
     }
+    if (prepare.gpuInstancing && !IsGltfFile(prepare.output))
+        return "--gpu-instancing requires the output to be a .gltf or .glb file";
     if (!prepare.allowedLosses.empty() && !prepare.strict)
         return "--allow-loss requires --strict";
     if (!prepare.jsonFile.empty() && !prepare.reportFile.empty() && NameOneFile(prepare.jsonFile, prepare.reportFile))

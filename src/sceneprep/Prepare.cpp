@@ -192,6 +192,7 @@ void Export(const PrepareCommand& options, Model& model, WorkState& state, Progr
         notes = ExportModel(model, options.output, progress, state,
                             {.others = {options.jsonFile, options.reportFile},
                              .externalTextures = options.externalTextures,
+                             .gpuInstancing = options.gpuInstancing,
                              .accept = [&](const Notes& made) { return RefusalOf(options, report, made).empty(); }});
     }));
     Show(std::move(notes), progress, report);

@@ -157,6 +157,21 @@ TEST(ParseCommandLine, ContradictionsAreUsageErrors)
                      "sceneprep: --allow-loss requires --strict; see 'sceneprep prepare --help'");
 }
 
+TEST(ParseCommandLine, InstancesAreKeptByStepsThatResolveThem)
+{
+    const ParsedCommandLine parsed =
+        ParseCommandLine({"prepare", "in.obj", "-o", "out.glb", "--all", "--keep-instances", "5", "--gpu-instancing"});
+    ASSERT_TRUE(parsed.options) << parsed.error;
+    EXPECT_EQ(parsed.options->prepare.steps.keepInstances, 5);
+    EXPECT_TRUE(parsed.options->prepare.gpuInstancing);
+    ExpectUsageError({"prepare", "in.obj", "-o", "out.glb", "--weld", "--keep-instances", "5"},
+                     "sceneprep: --keep-instances requires --resolve-instances or --all; see 'sceneprep prepare "
+                     "--help'");
+    ExpectUsageError({"prepare", "in.obj", "-o", "out.fbx", "--gpu-instancing"},
+                     "sceneprep: --gpu-instancing requires the output to be a .gltf or .glb file; see 'sceneprep "
+                     "prepare --help'");
+}
+
 TEST(ParseCommandLine, LossesAreAllowedByName)
 {
     const ParsedCommandLine parsed = ParseCommandLine({"prepare", "in.obj", "-o", "out.glb", "--strict", "--allow-loss",

@@ -42,6 +42,9 @@ struct SceneSupplement
     /// [geometries] Meshes that no step may weld, merge, bake or recompute: morph targets, points, lines. They stay on
     /// a node with their world matrix. Default: false.
     std::vector<bool> pinnedMeshes = {};
+    /// [geometries] Meshes that several surfaces go on sharing: no step may bake a matrix into them, flip or merge
+    /// them. Set by ResolveInstances(). Default: false.
+    std::vector<bool> sharedMeshes = {};
     /// [nodes] Nodes that stay in the hierarchy, as animated nodes do, and also where animation is ignored: joints,
     /// targets of animations that the container does not hold, hidden nodes. The root stays in any case. Default:
     /// false.
@@ -53,15 +56,15 @@ struct SceneSupplement
     std::vector<int> nodeKeys = {};
     /// [geometries] The key of each mesh in the host's own tables. A copy has the key of its original. Default: -1.
     std::vector<int> meshKeys = {};
+    /// The keys of the meshes that steps have merged into others, in no order. Several copies of a mesh have one key
+    /// each.
+    std::vector<int> mergedMeshKeys = {};
 };
 
 /// Returns the entry at an index; the default if the list is shorter.
 template <typename List, typename Default>
 auto EntryOr(const List& list, std::size_t index, Default whereMissing)
 {
-    /// The keys of the meshes that steps have merged into others, in no order. Several copies of a mesh have one key
-    /// each.
-    std::vector<int> mergedMeshKeys = {};
     return index < list.size() ? static_cast<Default>(list[index]) : whereMissing;
 }
 
@@ -75,6 +78,12 @@ inline bool IsPinned(const SceneSupplement& supplement, std::size_t geometry)
 inline bool IsFrozen(const SceneSupplement& supplement, std::size_t node)
 {
     return EntryOr(supplement.frozenNodes, node, false);
+}
+
+/// Returns whether several surfaces go on sharing the mesh.
+inline bool IsShared(const SceneSupplement& supplement, std::size_t geometry)
+{
+    return EntryOr(supplement.sharedMeshes, geometry, false);
 }
 
 /// Returns whether the node stays in the hierarchy.

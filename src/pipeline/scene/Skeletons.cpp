@@ -223,7 +223,8 @@ bool IsBakeable(const WorkScene& scene, int surface)
 {
     const int geometry = At(scene.container.SurfaceLibrary, surface).GetGeometryID();
     return geometry >= 0 && !IsSkinned(scene.container, surface) &&
-           !IsPinned(scene.supplement, static_cast<std::size_t>(geometry));
+           !IsPinned(scene.supplement, static_cast<std::size_t>(geometry)) &&
+           !IsShared(scene.supplement, static_cast<std::size_t>(geometry));
 }
 
 std::vector<SkinnedMesh> ListSkinnedMeshes(const SceneContainer& scene, const NodeWalk& walk)

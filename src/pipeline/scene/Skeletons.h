@@ -75,7 +75,8 @@ std::vector<int> JointParents(Importing::Geometry& geometry);
 /// Returns whether the surface's mesh has joints.
 bool IsSkinned(const Importing::SceneContainer& scene, int surface);
 
-/// Returns whether a matrix may be baked into the surface's mesh: it has one, without joints, and it is not pinned.
+/// Returns whether a matrix may be baked into the surface's mesh: it has one, without joints, neither pinned nor
+/// shared.
 bool IsBakeable(const WorkScene& scene, int surface);
 
 /// A mesh with joints, and a node that references it.

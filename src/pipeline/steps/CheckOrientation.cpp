@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <vector>
 
 namespace Pipeline
@@ -26,16 +27,22 @@ bool CanBeJudged(const WorkScene& work, std::int32_t surface)
            HasTriangles(At(work.container.GeometryLibrary, mesh));
 }
 
-/// Takes the surfaces that cannot be judged out of the nodes, and puts them back when it is destroyed.
+/// Takes the surfaces that cannot be judged out of the nodes, and puts them back when it is destroyed. One surface of a
+/// shared mesh is judged for all of them.
 class JudgedSurfaces
 {
 public:
     explicit JudgedSurfaces(const WorkScene& work) : nodes_(work.container.NodeLibrary)
     {
+        std::set<int> met;
         for (Importing::Node& node : nodes_)
         {
             lists_.push_back(node.SurfaceList);
-            std::erase_if(node.SurfaceList, [&work](std::int32_t surface) { return !CanBeJudged(work, surface); });
+            std::erase_if(node.SurfaceList, [&](std::int32_t surface) {
+                const int mesh = At(work.container.SurfaceLibrary, surface).GetGeometryID();
+                return !CanBeJudged(work, surface) ||
+                       (IsShared(work.supplement, static_cast<std::size_t>(mesh)) && !met.insert(mesh).second);
+            });
         }
     }
     ~JudgedSurfaces()

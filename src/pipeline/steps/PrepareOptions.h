@@ -13,6 +13,7 @@ namespace Pipeline
 struct PrepareOptions
 {
     bool resolveInstances = false;
+    int keepInstances = 0;  ///< for resolveInstances; meshes with at least so many uses stay shared; 0: none
     bool repairMirrors = false;
     bool checkOrientation = false;
     bool fixCulling = false;

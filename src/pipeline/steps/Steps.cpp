@@ -83,6 +83,11 @@ constexpr std::array kSteps = {
                                ComputeCollisionOffsets, kRecommended)};
 
 constexpr std::array kSettings = {
+    StepSetting{.option = "--keep-instances",
+                .value = "N",
+                .help = "Keep meshes with at least N uses shared instead of merging copies; 0 keeps none",
+                .step = "--resolve-instances",
+                .number = &O::keepInstances},
     StepSetting{
         .option = "--min-surfaces",
         .value = "N",

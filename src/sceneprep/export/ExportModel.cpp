@@ -54,8 +54,10 @@ Notes Write(Model& model, const WriteFormat& format, const fs::path& file, const
             const ExportOptions& options)
 {
     if (format.IsGltf())
-        return Gltf::WriteModel(model, file, folder,
-                                options.externalTextures ? Gltf::ImageUse::External : Gltf::ImageUse::Stored,
+        return Gltf::WriteModel(model, file,
+                                {.images = options.externalTextures ? Gltf::ImageUse::External : Gltf::ImageUse::Stored,
+                                 .gpuInstancing = options.gpuInstancing,
+                                 .folder = folder},
                                 [&progress](double part) { progress.Update(part); });
     if (format.EmbedsImages() || !format.Holds(Content::Textures))
     {
@@ -111,7 +113,9 @@ Notes ExportModel(Model& model, const fs::path& file, Progress& progress, WorkSt
 void WriteGlb(const Model& model, const fs::path& file, const fs::path& references, bool withImages,
               const Pipeline::PartListener& listener)
 {
-    Gltf::WriteModel(model, file, references, withImages ? Gltf::ImageUse::Stored : Gltf::ImageUse::Omitted, listener);
+    Gltf::WriteModel(model, file,
+                     {.images = withImages ? Gltf::ImageUse::Stored : Gltf::ImageUse::Omitted, .folder = references},
+                     listener);
 }
 
 }  // namespace Sceneprep

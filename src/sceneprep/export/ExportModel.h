@@ -23,6 +23,7 @@ struct ExportOptions
 {
     std::vector<std::filesystem::path> others = {};  ///< further files of this run, which no companion may replace
     bool externalTextures = false;  ///< refer to the original texture files instead of copies or embedded images
+    bool gpuInstancing = false;     ///< for glTF: write siblings that share a mesh as instances of one node
     /// Asked once the file is complete and before it is moved into place, with the notes of the export; false discards
     /// the file.
     std::function<bool(const Notes&)> accept = [](const Notes&) { return true; };

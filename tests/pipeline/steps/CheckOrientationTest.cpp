@@ -47,6 +47,17 @@ TEST(CheckOrientation, PinnedMeshesAreSkipped)
     EXPECT_EQ(scene.container.GeometryLibrary[0].IndexArray, before);
 }
 
+TEST(CheckOrientation, ASharedMeshIsFlippedOnceForAllItsSurfaces)
+{
+    TestScene scene("Root( A[a=m] B[b=m] C[c=m] )");
+    NodeNamed(scene.container, "B").SetLocalTransform(Scaling(-1, 1, 1));
+    scene.container.GeometryLibrary[0].FlipFaces();
+    scene.supplement.sharedMeshes = {true};
+    EXPECT_EQ(CheckOrientation(scene), (Changes{{"meshes flipped", 1}}));
+    EXPECT_NEAR(Measure(scene.container).volume, 3, 1e-5);
+    EXPECT_EQ(CheckOrientation(scene), (Changes{{"meshes flipped", 0}}));
+}
+
 TEST(CheckOrientation, SurfacesWithoutATriangleAreSkipped)
 {
     TestScene scene("Root( A[a b] )");

@@ -3,8 +3,12 @@
 #include <gtest/gtest.h>
 #include <pipeline/ExpectSameWorld.h>
 #include <pipeline/TestScene.h>
+#include <pipeline/scene/ShownSurfaces.h>
 #include <support/RandomScene.h>
 
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -89,6 +93,21 @@ TEST(PrepareScene, KeepsTheAppearanceOfNestedMirroredNodes)
     ExpectSameWorld(Measure(scene), before);
 }
 
+TEST(PrepareScene, SharedMeshesStayOnNodesBelowTheRoot)
+{
+    TestScene scene("Root( P@1,0,0( A@1,0,0[a=m:c] B@2,0,0[b=m:c x=n:c] ) C[c=m:c y=o:c] )");
+    scene.supplement.nodeKeys = {10, 11, 12, 13, 14};
+    const WorldMeasure before = Measure(scene.container);
+    RecordingListener listener;
+    PrepareScene(scene.container, {.keepInstances = 3, .weld = true, .flatten = true}, scene.supplement, listener);
+    EXPECT_EQ(ToText(scene.container), "Root[x]( A[a] B[b] C[c] )");
+    for (const char* surface : {"a", "b", "c"})
+        EXPECT_EQ(Support::SurfaceNamed(scene.container, surface).GetGeometryID(), 0);
+    EXPECT_EQ(NodeNamed(scene.container, "B").GetLocalTransform().GetMatrix()._41, 3);
+    EXPECT_EQ(scene.supplement.nodeKeys, (std::vector<int>{10, 12, 13, 14}));
+    ExpectSameWorld(Measure(scene.container), before);
+}
+
 TEST(PrepareScene, ReportsProgressAndChanges)
 {
     TestScene scene("Root( A( B[a] ) )");
@@ -169,6 +188,70 @@ TEST_P(PrepareRandomScenesTest, KeepAppearanceAndSupplement)
                      supplement, listener);
         ExpectSameWorld(Measure(scene), before);
         ExpectEntriesFollow(scene, supplement);
+    }
+}
+
+using WorldTriangle = std::array<WorldPoint, 3>;
+
+std::vector<WorldTriangle> WorldTrianglesOf(SceneContainer& scene)
+{
+    std::vector<WorldTriangle> triangles;
+    ForEachShownSurface(scene, [&](const ShownSurface& shown) {
+        const auto corner = [&](std::size_t index) {
+            return ToWorld(shown.geometry.VertexArray[shown.geometry.IndexArray[index]].GetPosition(), shown.world);
+        };
+        for (std::size_t i = 0; i + 2 < shown.geometry.IndexArray.size(); i += 3)
+            triangles.push_back({corner(i), corner(i + 1), corner(i + 2)});
+    });
+    return triangles;
+}
+
+/// Returns whether two triangles have the same corners, in any order, to `tolerance`.
+bool AreNear(const WorldTriangle& a, const WorldTriangle& b, double tolerance)
+{
+    std::array<std::size_t, 3> order = {0, 1, 2};
+    do
+    {
+        double distance = 0;
+        for (std::size_t corner = 0; corner < 3; ++corner)
+        {
+            for (std::size_t axis = 0; axis < 3; ++axis)
+                distance = std::max(distance, std::fabs(a[corner][axis] - b[order[corner]][axis]));
+        }
+        if (distance <= tolerance)
+            return true;
+    } while (std::next_permutation(order.begin(), order.end()));
+    return false;
+}
+
+void ExpectSameTriangles(std::vector<WorldTriangle> actual, const std::vector<WorldTriangle>& expected,
+                         double tolerance)
+{
+    ASSERT_EQ(actual.size(), expected.size());
+    for (const WorldTriangle& triangle : expected)
+    {
+        const auto found = std::find_if(actual.begin(), actual.end(), [&](const WorldTriangle& candidate) {
+            return AreNear(candidate, triangle, tolerance);
+        });
+        ASSERT_NE(found, actual.end());
+        actual.erase(found);
+    }
+}
+
+TEST_P(PrepareRandomScenesTest, ShowTheSameTrianglesWithSharedMeshes)
+{
+    for (const int keepInstances : {0, 1, 3})
+    {
+        SceneContainer scene = scene_;
+        SceneSupplement supplement = supplement_;
+        const WorldMeasure before = Measure(scene);
+        RecordingListener listener;
+        PrepareScene(scene,
+                     {.keepInstances = keepInstances, .repairMirrors = true, .flatten = true, .ignoreAnimation = true},
+                     supplement, listener);
+        ExpectSameWorld(Measure(scene), before);  // which also compares the side from which faces are seen
+        ExpectEntriesFollow(scene, supplement);
+        ExpectSameTriangles(WorldTrianglesOf(scene), WorldTrianglesOf(scene_), 1e-5 * before.Extent());
     }
 }
 

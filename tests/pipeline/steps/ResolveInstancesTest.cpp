@@ -30,6 +30,24 @@ TEST(ResolveInstances, CopiesHaveTheEntriesOfTheirOriginals)
     EXPECT_EQ(scene.supplement.layouts.at(2).texCoordSets, 1);
 }
 
+TEST(ResolveInstances, MeshesWithEnoughUsesStayShared)
+{
+    TestScene scene("Root( A[a=m] B[b=m] C[c=m] D[d=n] E[e=n] F[f=o] )");
+    EXPECT_EQ(ResolveInstances(scene, {.keepInstances = 3}),
+              (Changes{{"meshes copied", 1}, {"meshes kept shared", 1}}));
+    EXPECT_EQ(scene.supplement.sharedMeshes, (std::vector<bool>{true, false, false}));
+    EXPECT_EQ(scene.container.GetGeometryInstanceCount(0), 3);
+    EXPECT_EQ(scene.container.GetGeometryInstanceCount(1), 1);
+    EXPECT_EQ(scene.container.GetGeometryInstanceCount(3), 1);
+}
+
+TEST(ResolveInstances, AMeshWithOneUseIsNotShared)
+{
+    TestScene scene("Root( A[a=m] B[b=n] C[c=n] )");
+    ResolveInstances(scene, {.keepInstances = 1});
+    EXPECT_EQ(scene.supplement.sharedMeshes, (std::vector<bool>{false, true}));
+}
+
 TEST(ResolveInstances, ASurfaceOfSeveralNodesBecomesSeveral)
 {
     TestScene scene("Root( A[a] B C )");

@@ -4,6 +4,7 @@
 #include <importing/base/CheckedAccess.h>
 #include <sceneprep/export/gltf/Clips.h>
 #include <sceneprep/export/gltf/DroppedObjects.h>
+#include <sceneprep/export/gltf/GpuInstances.h>
 #include <sceneprep/model/ExtensionReferences.h>
 
 #include <utility>
@@ -93,7 +94,9 @@ BuiltFiles BuildModel(const Model& model, const WriteOptions& options, Buffers& 
     const AnimatedKeys animated = FindAnimatedKeys(model.carried);
     MeshWriter meshes(model, buffers, document);
     const KeptSkins kept(model, Pipeline::WalkFromRoot(*model.scene));
-    const ExportPlan plan = PlanFor(model, meshes, kept);
+    ExportPlan plan = PlanFor(model, meshes, kept);
+    const std::vector<InstanceGroup> instances =
+        options.gpuInstancing ? JoinInstances(model, meshes, animated, plan) : std::vector<InstanceGroup>();
 
     AnimationWriter animations(buffers, document);
     const WrittenNodes nodes = WriteNodes(model, plan, animated, animations, document);
@@ -114,6 +117,8 @@ BuiltFiles BuildModel(const Model& model, const WriteOptions& options, Buffers& 
         objects.Write(plan.nodes[i].source, nodes.inner[i]);
         counter.Add(plan.nodes[i].surfaces.size());
     }
+
+    WriteInstances(instances, nodes, buffers, document);
 
     BuiltFiles built;
     const ClipTargets targets = {nodes, materials, nodeMeshes, objects};

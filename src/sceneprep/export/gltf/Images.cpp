@@ -136,7 +136,8 @@ WrittenImage ImageWriter::WriteFile(const std::string& reference, Json object, c
     if (!file)
     {
         missing_.insert((options_.folder / reference).lexically_normal().string());
-        return writeReference(original.empty() || options_.externalTextures ? reference : original, nullptr);
+        return writeReference(original.empty() || options_.images == ImageUse::External ? reference : original,
+                              nullptr);
     }
     std::ifstream in(*file, std::ios::binary);
     const ImageKind* kind = ImageKindOf(FirstBytes(in));

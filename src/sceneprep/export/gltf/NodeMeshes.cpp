@@ -163,7 +163,7 @@ void NodeMeshWriter::SetSurfaceExtras(const PlannedSurface& planned, Json& objec
 {
     Surface& surface = At(model_.scene->SurfaceLibrary, planned.surface);
     const std::string name = surface.GetName();
-    if (!name.empty() && name != At(model_.scene->GeometryLibrary, planned.geometry).GetName())
+    if (planned.isNamed && !name.empty() && name != At(model_.scene->GeometryLibrary, planned.geometry).GetName())
         SetExtra(kSurfaceNameExtra, name, object);
     if (surface.GetCollisionOffset() != 0)
         SetExtra(kCollisionOffsetExtra, surface.GetCollisionOffset(), object);

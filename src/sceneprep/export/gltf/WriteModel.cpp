@@ -104,18 +104,16 @@ void CopyImages(const std::vector<ImageCopy>& copies, const fs::path& folder)
 
 }  // namespace
 
-Notes WriteModel(const Model& model, const fs::path& file, const fs::path& folder, ImageUse images,
-                 const PartListener& listener)
+Notes WriteModel(const Model& model, const fs::path& file, WriteOptions options, const PartListener& listener)
 {
-    const bool isBinary = file.extension() != ".gltf";
-    const std::string stem = PlainName(file.stem().string());
-    const fs::path bufferFile = file.parent_path() / (stem + ".bin");
-    const WriteOptions options = {isBinary, images, stem, folder};
+    options.isBinary = file.extension() != ".gltf";
+    options.stem = PlainName(file.stem().string());
+    const fs::path bufferFile = file.parent_path() / (options.stem + ".bin");
     const auto listenToBuilding = [&listener](double part) { listener(part * kBuilding); };
 
     Document document;
     BuiltFiles built;
-    if (isBinary)
+    if (options.isBinary)
     {
         Buffers buffers(document);
         built = BuildModel(model, options, buffers, document, listenToBuilding);

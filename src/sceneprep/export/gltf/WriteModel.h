@@ -11,10 +11,10 @@ namespace Sceneprep::Gltf
 {
 
 /// Writes a model as glTF 2.0: one .glb file, or a .gltf file and next to it the binary buffer and images.
-/// @param folder  where the file is going to be; references to images are relative to it
+/// @param options  isBinary and stem follow from the file
 /// @return what the format cannot hold or had to be mended.
 /// @throws ToolError when a file cannot be written.
-Notes WriteModel(const Model& model, const std::filesystem::path& file, const std::filesystem::path& folder,
-                 ImageUse images = ImageUse::Stored, const Pipeline::PartListener& listener = Pipeline::IgnorePart);
+Notes WriteModel(const Model& model, const std::filesystem::path& file, WriteOptions options,
+                 const Pipeline::PartListener& listener = Pipeline::IgnorePart);
 
 }  // namespace Sceneprep::Gltf

@@ -19,6 +19,7 @@ struct WriteOptions
 {
     bool isBinary = true;  ///< one .glb file, which holds its images
     ImageUse images = ImageUse::Stored;
+    bool gpuInstancing = false;  ///< write siblings that share a mesh as instances of one node
     std::string stem = "model";  ///< names of files next to a .gltf file begin with it; nothing that a URI encodes
     std::filesystem::path folder = {};  ///< where the file is going to be; references to images are relative to it
 };

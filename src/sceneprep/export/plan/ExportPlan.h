@@ -16,7 +16,8 @@ struct PlannedSurface
 {
     int surface = -1;
     int geometry = -1;
-    int skeleton = -1;  ///< index into ExportPlan::skeletons; -1 for a surface without bones
+    int skeleton = -1;    ///< index into ExportPlan::skeletons; -1 for a surface without bones
+    bool isNamed = true;  ///< false for a surface that stands for several with different names
 };
 
 /// A node of the file.

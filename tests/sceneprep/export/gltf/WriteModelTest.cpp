@@ -40,7 +40,7 @@ protected:
 
     Notes Write(const Model& model, const std::string& name)
     {
-        return Gltf::WriteModel(model, folder_ / name, folder_.Path());
+        return Gltf::WriteModel(model, folder_ / name, {.folder = folder_.Path()});
     }
 
     static std::uint32_t WordAt(const std::string& bytes, std::size_t place)
@@ -92,7 +92,7 @@ TEST_F(GltfWriteModel, ImageFilesFromElsewhereAreCopied)
     std::filesystem::create_directories(folder_ / "out");
     std::ofstream(folder_ / "in/wood.png", std::ios::binary) << "\x89PNG\x02";
     scene_.TextureLibrary[0] = "../in/wood.png";
-    Gltf::WriteModel(model_, folder_ / "out/a.gltf", folder_ / "out");
+    Gltf::WriteModel(model_, folder_ / "out/a.gltf", {.folder = folder_ / "out"});
     EXPECT_EQ(ReadText(folder_ / "out/wood.png"), "\x89PNG\x02");
 }
 

@@ -4,6 +4,7 @@
 #include <sceneprep/model/JsonReferences.h>
 #include <sceneprep/model/TextureReferences.h>
 
+#include <filesystem>
 #include <utility>
 
 namespace Sceneprep::Gltf
@@ -13,6 +14,13 @@ namespace
 {
 
 using Importing::At;
+
+/// Returns whether a relative path leads to a file in or below the folder that it is relative to.
+bool StaysInFolder(const std::filesystem::path& file)
+{
+    const std::filesystem::path normal = file.lexically_normal();
+    return !normal.empty() && !normal.is_absolute() && *normal.begin() != "..";
+}
 
 bool HasSource(const Json& object)
 {
@@ -108,7 +116,7 @@ WrittenImage TextureWriter::WriteImage(int image)
         return images_.AddEmbedded(At(model_.textures.embedded, source.embedded), std::move(object));
     const std::string original = source.file.generic_string();
     const std::string reference = RebasedReference(original, model_.file, images_.Options().folder / "model");
-    return images_.AddFile(reference, std::move(object), original);
+    return images_.AddFile(reference, std::move(object), StaysInFolder(source.file) ? original : std::string());
 }
 
 int TextureWriter::WriteSampler(int sampler)

@@ -32,7 +32,7 @@ protected:
 
     ImageWriter Writer(bool isBinary, ImageUse images = ImageUse::Stored)
     {
-        options_ = {isBinary, images, "house", folder_ / "out"};
+        options_ = {.isBinary = isBinary, .images = images, .stem = "house", .folder = folder_ / "out"};
         return {options_, buffers_, document_};
     }
 
@@ -151,7 +151,7 @@ TEST_F(GltfImages, AMissingFileStaysAReferenceAndIsReported)
 TEST_F(GltfImages, TheReferenceToAMissingFileStaysAsItWasUnlessTexturesAreExternal)
 {
     Writer(true).AddFile("../in/wood.png", Json::object(), "wood.png");
-    Writer(true, true).AddFile("../in/wood.png", Json::object(), "wood.png");
+    Writer(true, ImageUse::External).AddFile("../in/wood.png", Json::object(), "wood.png");
     EXPECT_EQ(document_.images.at(0)["uri"], "wood.png");
     EXPECT_EQ(document_.images.at(1)["uri"], "../in/wood.png");
 }

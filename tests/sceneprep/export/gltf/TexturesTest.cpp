@@ -99,10 +99,23 @@ TEST_F(GltfTextures, ImageFilesAreRelativeToTheFileOfTheModel)
 {
     model_.file = "/models/in/house.gltf";
     options_.folder = "/models/out";
+    options_.images = ImageUse::External;
     model_.carried.images = {{.object = Json::object(), .file = "wood.png"}};
     model_.carried.textures = {Json::parse(R"({"source": 0})")};
     Reindexed(R"({"aTexture": {"index": 0}})");
     EXPECT_EQ(document_.images[0]["uri"], "../in/wood.png");
+}
+
+TEST_F(GltfTextures, ReferencesToMissingFilesStayUnlessTheyLeadOutOfTheFolder)
+{
+    model_.file = "/models/in/house.gltf";
+    options_.folder = "/models/out";
+    model_.carried.images = {{.object = Json::object(), .file = "images/wood.png"},
+                             {.object = Json::object(), .file = "../out/oak.png"}};
+    model_.carried.textures = {Json::parse(R"({"source": 0})"), Json::parse(R"({"source": 1})")};
+    Reindexed(R"({"aTexture": {"index": 0}, "bTexture": {"index": 1}})");
+    EXPECT_EQ(document_.images.at(0)["uri"], "images/wood.png");
+    EXPECT_EQ(document_.images.at(1)["uri"], "oak.png");
 }
 
 }  // namespace

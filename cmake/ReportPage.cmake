@@ -48,7 +48,8 @@ function(add_report_page viewer)
     endif()
 
     set(files batches.mjs bundle.mjs colorings.mjs data.mjs dom.mjs findSurfaces.mjs format.mjs framing.mjs headline.mjs
-        legend.mjs loadModel.mjs page.html paints.mjs Player.mjs reasons.mjs Stage.mjs style.css tables.mjs View.mjs viewer.mjs views.mjs)
+        legend.mjs listPoints.mjs loadModel.mjs page.html paints.mjs Player.mjs reasons.mjs Stage.mjs style.css
+        tables.mjs View.mjs viewer.mjs views.mjs)
     list(TRANSFORM files PREPEND ${viewer}/)
     set(page_text ${workshop}/PageText.inc)
     add_custom_command(

@@ -12,6 +12,7 @@ const longestFrame = 0.1;
 export class Stage {
   #views;
   #box;
+  #points;
   #camera = new PerspectiveCamera(30);
   #controls;
   #timer = new Timer();
@@ -21,6 +22,7 @@ export class Stage {
   // One canvas for each model.
   constructor(element, canvases, models) {
     this.#box = joinBoxes(models);
+    this.#points = models.map(({ points }) => points);
     this.#views = models.map((model, i) => new View(canvases[i], model, this.#box.centre));
     this.player = new Player(models);
     this.#controls = new OrbitControls(this.#camera, element);
@@ -64,7 +66,7 @@ export class Stage {
 
   reset() {
     this.#controls.target.set(0, 0, 0);
-    frame(this.#camera, this.#box);
+    frame(this.#camera, this.#box, this.#points);
     this.#controls.update();
     this.#requestFrame();
   }

@@ -2,6 +2,7 @@
 import { Box3, Vector3 } from 'three';
 
 const firstSide = new Vector3(0.62, 0.42, 0.66).normalize();
+const place = new Vector3();
 
 // Returns the bounds of all models, as centre and half the size.
 export function joinBoxes(models) {
@@ -13,23 +14,21 @@ export function joinBoxes(models) {
 
 export const radiusOf = (box) => box.half.length() || 1;
 
-function cornersOf({ half: { x, y, z } }) {
-  const signs = [-1, 1];
-  return signs.flatMap((a) => signs.flatMap((b) => signs.map((c) => new Vector3(a * x, b * y, c * z))));
-}
-
-// Points the camera at the centre of the box, which is the origin, from the smallest distance that shows the whole box.
-export function frame(camera, box) {
+// Points the camera at the centre of the box, which is moved to the origin, from the smallest distance that shows all
+// points of some lists.
+export function frame(camera, box, lists) {
   camera.position.copy(firstSide);
   camera.lookAt(0, 0, 0);
   const steepest = Math.tan((camera.fov * Math.PI) / 360);
   const inverse = camera.quaternion.clone().invert();
   let distance = radiusOf(box) / 100;
-  for (const corner of cornersOf(box)) {
-    const { x, y, z } = corner.applyQuaternion(inverse);
-    distance = Math.max(distance, z + Math.abs(y) / steepest, z + Math.abs(x) / (steepest * camera.aspect));
+  for (const points of lists) {
+    for (let i = 0; i < points.length; i += 3) {
+      const { x, y, z } = place.fromArray(points, i).sub(box.centre).applyQuaternion(inverse);
+      distance = Math.max(distance, z + Math.abs(y) / steepest, z + Math.abs(x) / (steepest * camera.aspect));
+    }
   }
-  camera.position.multiplyScalar(distance * 1.03);
+  camera.position.multiplyScalar(distance * 1.04);
 }
 
 // Clip planes close to the scene give the depth buffer its best precision.

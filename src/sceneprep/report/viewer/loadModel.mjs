@@ -1,6 +1,7 @@
 // Reads a .glb file and lists the surfaces that it draws.
 import { Box3, DataTexture, Group, SRGBColorSpace } from 'three';
 import { GLTFLoader } from 'three/addons/loaders/GLTFLoader.js';
+import { listPoints } from './listPoints.mjs';
 
 function whiteTexture() {
   const texture = new DataTexture(new Uint8Array([255, 255, 255, 255]), 1, 1);
@@ -88,7 +89,8 @@ export async function loadModel(bytes) {
   return {
     scene, animations, surfaces,
     bytes: bytes.length,
-    box: new Box3().setFromObject(scene),
+    box: new Box3().setFromObject(scene, surfaces.some(({ object }) => object.isSkinnedMesh)),
+    points: listPoints(surfaces),
     images: parser.json.images?.length ?? 0,
     replacedImages: replacement.replaced.size,
     triangles: surfaces.reduce((sum, { triangles }) => sum + triangles, 0),

@@ -107,7 +107,6 @@ private:
                 const int mesh = record.GetGeometryID();
                 if (mesh < 0 || IsEmptied(At(scene_.GeometryLibrary, mesh)))
                     continue;
-                ++usesOf_[mesh];
                 calls_.push_back(MakeCall(node, surface, record, frozenTop[position]));
             }
         }
@@ -129,6 +128,8 @@ private:
             std::tie(call.bar, call.subject, call.rank) = std::tuple(MergeReason::FrozenNode, frozenTop, kFrozen);
         else if (!options_.flatten)
             call.bar = MergeReason::NotFlattened;
+        else if (IsShared(work_.supplement, static_cast<std::size_t>(mesh)))
+            std::tie(call.bar, call.rank) = std::pair(MergeReason::SharedMesh, kFixed);
         else if (anchor != scene_.GetRootNodeIndex())
             std::tie(call.bar, call.subject, call.rank) = std::tuple(ReasonOfAnchor(anchor), anchor, kAtAnchor);
         return call;
@@ -176,8 +177,6 @@ private:
         Surface& b = At(scene_.SurfaceLibrary, call.surface);
         const bool canExceed =
             options_.maxVertices >= 0 && place.vertices > static_cast<std::size_t>(options_.maxVertices);
-        if (usesOf_[b.GetGeometryID()] > 1)
-            return MergeReason::SharedMesh;
         if (MaterialKey(a) != MaterialKey(b))
             return MergeReason::TextureLayers;
         if (!cellOf_.empty() && At(cellOf_, first.surface) != At(cellOf_, call.surface))
@@ -219,7 +218,6 @@ private:
     Anchors anchors_;
     std::vector<int> cellOf_;
     std::vector<DrawCall> calls_;
-    std::map<int, std::size_t> usesOf_;            // draw calls by mesh
     std::map<int, std::size_t> mains_;             // the draw call that represents a material, by material
     std::map<std::pair<int, int>, Place> places_;  // by material and anchor
     std::map<std::tuple<int, MergeReason, int>, std::size_t> groups_;  // by material, reason and subject

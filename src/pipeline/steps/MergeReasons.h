@@ -19,7 +19,7 @@ enum class MergeReason
     Skinned,        ///< its mesh has joints
     MorphTargets,   ///< its mesh is pinned
     PointsOrLines,  ///< its mesh has no triangles
-    SharedMesh,     ///< other surfaces use its mesh
+    SharedMesh,     ///< PrepareOptions::keepInstances keeps its mesh shared
     TextureLayers,  ///< its texture layers differ
     OtherCell,      ///< it is in another cell
     MinimumCount,   ///< there are fewer surfaces than PrepareOptions::minSurfaces

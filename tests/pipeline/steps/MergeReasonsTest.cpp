@@ -68,6 +68,7 @@ TEST(MergeReasons, NameWhatForbidsMerging)
     Support::MeshOf(scene.container, "b").JointArray.resize(1);
     Support::MeshOf(scene.container, "d").SetPolySize(2);
     scene.supplement.pinnedMeshes = {false, false, true};
+    scene.supplement.sharedMeshes = {false, false, false, true};
     EXPECT_THAT(Groups(scene, {.flatten = true}),
                 ElementsAre("2 shared-mesh c : Root/p Root/p", "1 skinned c : Root/n", "1 points-or-lines c : Root/o"));
     Support::MeshOf(scene.container, "d").SetPolySize(3);

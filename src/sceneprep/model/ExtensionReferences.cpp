@@ -34,7 +34,7 @@ void VisitAll(Json& root, const IsReference& isReference, const ReferenceVisitor
         {
             if (value.is_structured())
                 pending.push_back({&value, parent.value->is_array() ? parent.key : key});
-            else if (value.is_number_unsigned() && isReference(parent.key, key))
+            else if (value.is_number_integer() && isReference(parent.key, key))
                 visit(value);
         }
     }

@@ -34,6 +34,15 @@ TEST(ExtensionReferences, OfMeshesLeadToAccessors)
                 testing::IsEmpty());
 }
 
+TEST(ExtensionReferences, ReferencesThatWereReplacedAreVisitedAgain)
+{
+    Json extensions = Json::parse(R"({"A":{"bufferView":1}})");
+    VisitBufferViewReferences(extensions, [](Json& index) { index = 5; });
+    std::vector<int> visited;
+    VisitBufferViewReferences(extensions, [&](Json& index) { visited.push_back(index.get<int>()); });
+    EXPECT_THAT(visited, testing::ElementsAre(5));
+}
+
 TEST(ExtensionReferences, OfDocumentsLeadToBufferViews)
 {
     EXPECT_THAT(Visited(VisitBufferViewReferences, R"({"A":{"list":[{"bufferView":1},{"bufferView":2}],"values":555},

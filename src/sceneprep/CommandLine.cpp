@@ -44,6 +44,16 @@ std::string CheckSize(const std::string& text)
                : fmt::format("'{}' is not a positive number", text);
 }
 
+std::string CheckGrowth(const std::string& text)
+{
+    double factor = 0;
+    const char* end = text.data() + text.size();
+    const auto [read, error] = std::from_chars(text.data(), end, factor);
+    if (error == std::errc() && read == end && factor > 0 && factor < 1e9)
+        return {};
+    return fmt::format("'{}' is not a positive number", text);
+}
+
 void AddCommonOptions(CLI::App& command, Options& options)
 {
     command.add_flag("--quiet", options.quiet, "Suppress progress and notes");
@@ -175,6 +185,17 @@ void AddVerification(CLI::App& command, PrepareCommand& prepare)
         ->type_name("NAME")
         ->allow_extra_args(false)
         ->group(kVerificationGroup);
+    command
+        .add_flag_callback(
+            "--no-verify", [&prepare] { prepare.verify = false; },
+            "Do not read the written file back to compare it with the input")
+        ->group(kVerificationGroup);
+    command
+        .add_option("--max-growth", prepare.maxGrowth,
+                    "Write nothing if the file, or its vertices and indices, are more than X times as large as before")
+        ->type_name("X")
+        ->check(CLI::Validator(CheckGrowth, ""))
+        ->group(kVerificationGroup);
     command.add_option("--json", prepare.jsonFile, "Write the report as JSON to FILE")
         ->type_name("FILE")
         ->group(kVerificationGroup);
@@ -220,6 +241,21 @@ void AddInspect(CLI::App& app, Options& options)
     AddCommonOptions(*command, options);
 }
 
+void AddCompare(CLI::App& app, Options& options)
+{
+    CompareCommand& compare = options.compare;
+    CLI::App* command =
+        app.add_subcommand("compare", "Compare what two models show; the exit status is 1 if they differ");
+    command->callback([&options] { options.command = Command::Compare; });
+    command->add_option("FILE", compare.files, "The expected model, and the model to check")
+        ->required()
+        ->expected(2)
+        ->type_name("");
+    command->add_option("--json", compare.jsonFile, "Write the result as JSON to FILE; - is stdout, without the text")
+        ->type_name("FILE");
+    AddCommonOptions(*command, options);
+}
+
 void AddPrintDocs(CLI::App& app, Options& options)
 {
     CLI::App* command = app.add_subcommand("print-docs", "Print a text that is generated from the tables");
@@ -239,6 +275,7 @@ std::unique_ptr<CLI::App> DescribeCommandLine(Options& options)
     app->require_subcommand(1);
     AddPrepare(*app, options);
     AddInspect(*app, options);
+    AddCompare(*app, options);
     app->add_subcommand("formats", "List the formats that can be read and written")->callback([&options] {
         options.command = Command::Formats;
     });

@@ -1,5 +1,6 @@
 #include <sceneprep/Commands.h>
 
+#include <sceneprep/CompareModels.h>
 #include <sceneprep/Inspect.h>
 #include <sceneprep/Manual.h>
 #include <sceneprep/Prepare.h>
@@ -30,6 +31,8 @@ int Dispatch(const Options& options, const RunContext& context, Progress& progre
         case Command::Inspect:
             Inspect(options.inspect, LoadPlugin(options), context, progress);
             break;
+        case Command::Compare:
+            return CompareModels(options.compare, LoadPlugin(options), context, progress);
         case Command::Formats:
             context.out << FormatsText();
             break;
@@ -71,6 +74,8 @@ std::string SubjectOf(const Options& options)
             return options.prepare.inputs.empty() ? "" : options.prepare.inputs.front().string();
         case Command::Inspect:
             return options.inspect.input.string();
+        case Command::Compare:
+            return options.compare.files.empty() ? "" : options.compare.files.front().string();
         case Command::Formats:
         case Command::PrintDocs:
             break;

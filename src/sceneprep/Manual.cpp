@@ -119,12 +119,17 @@ sceneprep \- prepare 3D scenes for real time
 .B sceneprep inspect
 .RI [ OPTIONS ] " INPUT"
 .br
+.B sceneprep compare
+.RI [ OPTIONS ] " FILE FILE"
+.br
 .B sceneprep formats
 .SH DESCRIPTION
 .B prepare
 reads model files, runs the chosen steps on them and writes the result.
 .B inspect
 prints the contents of a model.
+.B compare
+prints whether two models show the same.
 .B formats
 lists the formats that can be read and written.
 Results are written to standard output; progress, notes and errors to standard error.
@@ -139,7 +144,11 @@ success
 .B 1
 an input could not be read, the output could not be written, or
 .B \-\-strict
-found a difference or a loss
+found a difference or a loss,
+.B \-\-max\-growth
+was exceeded, or
+.B compare
+found a difference
 .TP
 .B 2
 usage error

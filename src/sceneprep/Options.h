@@ -21,6 +21,8 @@ struct PrepareCommand
     Pipeline::PrepareOptions steps = {};
     bool strict = false;                          ///< fail if the result differs from the input or something is lost
     std::vector<std::string> allowedLosses = {};  ///< losses that `strict` accepts
+    bool verify = true;                           ///< compare the written file with the input
+    double maxGrowth = 0;                         ///< how many times as large the output may be; 0: no limit
     std::filesystem::path jsonFile = {};          ///< empty: none
     std::filesystem::path reportFile = {};        ///< the HTML report; empty: none
     bool keepGoing = false;                       ///< skip inputs that cannot be read
@@ -35,10 +37,18 @@ struct InspectOptions
     bool tree = false;
 };
 
+/// The arguments of `compare`.
+struct CompareCommand
+{
+    std::vector<std::filesystem::path> files = {};  ///< the one that is expected, and the one that is checked
+    std::filesystem::path jsonFile = {};            ///< empty: none; "-": stdout instead of the text
+};
+
 enum class Command
 {
     Prepare,
     Inspect,
+    Compare,
     Formats,
     PrintDocs
 };
@@ -53,6 +63,7 @@ struct Options
     double memoryLimit = 0;  ///< in GiB; 0: three quarters of the machine's memory
     PrepareCommand prepare;
     InspectOptions inspect;
+    CompareCommand compare;
     std::string docs;  ///< the text that `print-docs` prints
 };
 

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <pipeline/steps/PrepareScene.h>
 #include <sceneprep/ReportViews.h>
+#include <sceneprep/Verification.h>
 #include <sceneprep/export/ExportModel.h>
 #include <sceneprep/import/LoadInputs.h>
 #include <sceneprep/import/ModelSource.h>
@@ -15,7 +16,10 @@
 #include <sceneprep/run/FreedMemory.h>
 #include <sceneprep/run/PlaceFiles.h>
 
+#include <cstdint>
 #include <iterator>
+#include <optional>
+#include <utility>
 
 namespace Sceneprep
 {
@@ -108,13 +112,12 @@ Report::PageView ViewOf(const char* step, const Model& model, const fs::path& re
 }
 
 /// Shows the output itself if it is a file that a browser can display alone.
-Report::PageView ViewAfter(const PrepareCommand& options, const Model& model, bool isExported, bool isWritten,
-                           WorkState& state, Progress& progress)
+Report::PageView ViewAfter(const PrepareCommand& options, const Model& model, bool isWritten, WorkState& state,
+                           Progress& progress)
 {
     if (isWritten && !options.externalTextures && CanOpenView(model, options.output))
         return OpenView(options.output);
-    return ViewOf("View the result", model, FolderOf(isExported ? options.output : model.file), options.output, state,
-                  progress);
+    return ViewOf("View the result", model, FolderOf(options.output), options.output, state, progress);
 }
 
 void WriteReports(const PrepareCommand& options, const PrepareReport& report, Views& views, WorkState& state)
@@ -138,11 +141,22 @@ PrepareReport BeginReport(const PrepareCommand& options, const RunContext& conte
     return report;
 }
 
-void Process(const PrepareCommand& options, Model& model, WorkState& state, Progress& progress, PrepareReport& report,
-             Views& views)
+/// Compares the scene before and after the steps, where the output is not read back.
+void CompareMeasures(const PrepareReport& report, bool facesMayTurn, Verdict& verdict)
 {
+    verdict.compared = {"the scene before the export: number of triangles, bounds, area, volume"};
+    for (std::string& text : FindDifferences(report.before.world, report.after.world, facesMayTurn))
+        verdict.differences.push_back({"measure", "", std::move(text)});
+}
+
+void Process(const PrepareCommand& options, Inputs& inputs, WorkState& state, Progress& progress, PrepareReport& report,
+             Verification& verification, Views& views)
+{
+    Model& model = inputs.model;
     Importing::SceneContainer& scene = *model.scene;
     report.before = MeasureInStep("Measure", scene, progress, report);
+    report.steps.push_back(RunStep("Record the input", progress, [&] { verification.RecordInput(inputs); }));
+    report.before.SetViewer(verification.Before());
     for (const std::string& note : NotesOnTriangles(report.before.world))
         model.notes.Add(note);
     Show(std::move(model.notes), progress, report);
@@ -161,41 +175,112 @@ void Process(const PrepareCommand& options, Model& model, WorkState& state, Prog
     Show(std::move(unused), progress, report);
     report.reasons = Pipeline::FindMergeReasons({scene, model.supplement}, options.steps);
     report.after = MeasureInStep("Measure again", scene, progress, report);
-    report.differences = FindDifferences(report.before.world, report.after.world, FlipsFaces(options.steps));
+    if (!verification.ReadsOutput())
+        CompareMeasures(report, FlipsFaces(options.steps), verification.Result());
 }
 
-/// Returns why `strict` refuses to write the output; empty if it does not.
-std::string RefusalOf(const PrepareCommand& options, const PrepareReport& report, const Notes& exportNotes)
+/// Returns how many times as much the output is; 0 if the input is empty.
+double GrowthOf(std::uintmax_t before, std::uintmax_t after)
 {
+    return before == 0 ? 0 : static_cast<double>(after) / static_cast<double>(before);
+}
+
+std::string GrowthText(const char* what, std::uintmax_t before, std::uintmax_t after)
+{
+    return fmt::format("{} grow from {} to {} bytes, {:.3g} times as much", what, before, after,
+                       GrowthOf(before, after));
+}
+
+/// Returns what grows more than a limit, one line each.
+std::vector<std::string> FindGrowth(const PrepareReport& report, double limit, std::uintmax_t least)
+{
+    std::vector<std::string> found;
+    const auto check = [&](const char* what, std::uintmax_t before, std::uintmax_t after) {
+        if (after >= least && GrowthOf(before, after) > limit)
+            found.push_back(GrowthText(what, before, after));
+    };
+    check("the files", report.before.viewer.fileBytes, report.after.viewer.fileBytes);
+    check("vertices and indices", report.before.viewer.gpuBytes, report.after.viewer.gpuBytes);
+    return found;
+}
+
+void NoteGrowth(PrepareReport& report, Progress& progress)
+{
+    constexpr double kTwice = 2;
+    constexpr std::uintmax_t kSmall = 100'000;  // hardly worth a note
+    Notes notes;
+    for (std::string& text : FindGrowth(report, kTwice, kSmall))
+        notes.Add(std::move(text));
+    Show(std::move(notes), progress, report);
+}
+
+/// Joins the first texts of a list, and says how many more there are.
+std::string FirstOf(std::vector<std::string> texts)
+{
+    constexpr std::size_t kMost = 3;
+    const std::size_t more = texts.size() > kMost ? texts.size() - kMost : 0;
+    texts.resize(texts.size() - more);
+    return fmt::format("{}{}", fmt::join(texts, "; "), more > 0 ? fmt::format("; and {} more", more) : "");
+}
+
+/// Returns why the output is not written; empty if it is.
+std::string RefusalOf(const PrepareCommand& options, const PrepareReport& report)
+{
+    if (options.maxGrowth > 0)
+    {
+        const std::vector<std::string> growth = FindGrowth(report, options.maxGrowth, 0);
+        if (!growth.empty())
+            return fmt::format("{}; choose other steps, or raise --max-growth", fmt::join(growth, ", "));
+    }
     if (!options.strict)
         return {};
-    if (!report.differences.empty())
+    if (!report.verdict.differences.empty())
         return fmt::format("the result differs from the input ({}); choose other steps, or omit --strict",
-                           fmt::join(report.differences, ", "));
-    Notes notes = report.notes;
-    notes.Append(Notes(exportNotes));
-    const std::vector<std::string> losses = notes.LossesExcept(options.allowedLosses);
+                           FirstOf(TextsOf(report.verdict.differences)));
+    const std::vector<std::string> losses = report.notes.LossesExcept(options.allowedLosses);
     if (losses.empty())
         return {};
     return fmt::format("this would be lost: {}; allow it by --allow-loss NAME, or omit --strict",
                        fmt::join(losses, ", "));
 }
 
-/// Writes the output unless it is refused, which is not known before the notes of the export.
-void Export(const PrepareCommand& options, Model& model, WorkState& state, Progress& progress, PrepareReport& report)
+/// Frees the model; once it has been written, only the HTML report shows it.
+void Free(Model& model)
+{
+    model = Model();
+    ReturnFreedMemory();
+}
+
+/// Writes the output into a temporary folder, checks it there, and moves it into place unless it is refused.
+/// @return why it is refused; empty if it is not.
+std::string Export(const PrepareCommand& options, Model& model, WorkState& state, Progress& progress,
+                   PrepareReport& report, Verification& verification)
 {
     state.Enter(WorkState::Phase::Writing, options.output);
     RebaseReferences(*model.scene, model.file, options.output, model.textures);
-    Notes notes;
+    std::optional<WrittenModel> written;
     report.steps.push_back(RunStep("Export", progress, [&] {
         ReturnFreedMemory();
-        notes = ExportModel(model, options.output, progress, state,
-                            {.others = {options.jsonFile, options.reportFile},
-                             .externalTextures = options.externalTextures,
-                             .gpuInstancing = options.gpuInstancing,
-                             .accept = [&](const Notes& made) { return RefusalOf(options, report, made).empty(); }});
+        written.emplace(model, options.output, progress, state,
+                        ExportOptions{.others = {options.jsonFile, options.reportFile},
+                                      .externalTextures = options.externalTextures,
+                                      .gpuInstancing = options.gpuInstancing});
     }));
-    Show(std::move(notes), progress, report);
+    Show(Notes(written->GetNotes()), progress, report);
+    verification.AddFileSize(written->File());
+    if (!verification.ReadsOutput())
+        verification.MeasureOutput(model);
+    if (options.reportFile.empty())
+        Free(model);
+    if (verification.ReadsOutput())
+        report.steps.push_back(RunStep("Verify", progress, [&] { verification.CheckFile(written->File(), progress); }));
+    report.after.SetViewer(verification.After());
+    report.verdict = verification.Result();
+    NoteGrowth(report, progress);
+    std::string refusal = RefusalOf(options, report);
+    if (refusal.empty())
+        written->MoveIntoPlace();
+    return refusal;
 }
 
 }  // namespace
@@ -213,14 +298,12 @@ int Prepare(const PrepareCommand& options, const PluginLibrary& plugin, const Ru
 
     PrepareReport report = BeginReport(options, context, inputs);
     Views views;
-    Process(options, inputs.model, context.state, progress, report, views);
-    const bool isExported = !options.strict || report.differences.empty();
-    if (isExported)
-        Export(options, inputs.model, context.state, progress, report);
-    report.refusal = RefusalOf(options, report, {});
+    Verification verification(options);
+    Process(options, inputs, context.state, progress, report, verification, views);
+    report.refusal = Export(options, inputs.model, context.state, progress, report, verification);
 
     if (!options.reportFile.empty())
-        views.after = ViewAfter(options, inputs.model, isExported, report.refusal.empty(), context.state, progress);
+        views.after = ViewAfter(options, inputs.model, report.refusal.empty(), context.state, progress);
     WriteReports(options, report, views, context.state);
     progress.Clear();
     context.out << ReportText(report);

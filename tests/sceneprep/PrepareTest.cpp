@@ -119,12 +119,17 @@ TEST_F(PrepareTest, JsonHasTheContentOfTheReport)
     std::vector<std::string> steps;
     for (const auto& step : json["steps"])
         steps.push_back(step["name"]);
-    EXPECT_THAT(steps, testing::ElementsAre("Read small.obj", "Import small.obj", "Measure",
-                                            "Compute collision offsets", "Measure again", "Export"));
+    EXPECT_THAT(steps, testing::ElementsAre("Read small.obj", "Import small.obj", "Measure", "Record the input",
+                                            "Compute collision offsets", "Measure again", "Export", "Verify"));
     EXPECT_EQ(json["before"]["counts"]["triangles"], 3);
     EXPECT_EQ(json["notes"], (std::vector<std::string>{"the image file '" + (folder_ / "Wood.PNG").string() +
                                                        "' is missing; the reference to it is kept"}));
     EXPECT_TRUE(json["differences"].empty());
+    EXPECT_EQ(json["verdict"]["verified"], true);
+    EXPECT_EQ(json["before"]["drawCalls"], 3);
+    EXPECT_EQ(json["after"]["drawCalls"], 3);
+    EXPECT_EQ(json["before"]["fileBytes"], std::filesystem::file_size(folder_ / "small.obj"));
+    EXPECT_EQ(json["after"]["fileBytes"], std::filesystem::file_size(folder_ / "out.glb"));
     EXPECT_EQ(json["reasons"]["drawCalls"], 3);
     EXPECT_EQ(json["reasons"]["neededByMaterials"], 2);
     EXPECT_EQ(json["reasons"]["groups"][0]["reason"], "points-or-lines");
@@ -231,13 +236,43 @@ TEST_F(PrepareTest, StrictWritesNothingThatDiffers)
     options_.steps.weld = true;
     options_.strict = true;
     options_.jsonFile = folder_ / "report.json";
-    EXPECT_THAT(RunError(), HasSubstr("the result differs from the input (bounds moved by 0.0"));
+    EXPECT_THAT(RunError(), HasSubstr("the result differs from the input (material 'DefaultMaterial': 1 triangle "
+                                      "missing, at (10000, 0, 0.00333"));
     EXPECT_FALSE(std::filesystem::exists(options_.output));
-    EXPECT_THAT(out_.str(), HasSubstr("The result differs from the input:\n  bounds moved by"));
-    EXPECT_EQ(nlohmann::json::parse(ReadText(options_.jsonFile))["differences"].size(), 2U);
+    EXPECT_THAT(out_.str(), HasSubstr("The result differs from the input:\n  material 'DefaultMaterial': 1 triangle"));
+    EXPECT_EQ(nlohmann::json::parse(ReadText(options_.jsonFile))["differences"].size(), 1U);
     options_.strict = false;
     EXPECT_EQ(Run(), kDone);
-    EXPECT_THAT(out_.str(), HasSubstr("The result differs from the input:\n  bounds moved by"));
+    EXPECT_THAT(out_.str(), HasSubstr("The result differs from the input:\n  material 'DefaultMaterial': 1 triangle"));
+}
+
+TEST_F(PrepareTest, WhatIsNotReadBackIsComparedBeforeTheExport)
+{
+    options_.inputs = {WriteNearlyEqual(folder_)};
+    options_.steps.weld = true;
+    options_.verify = false;
+    EXPECT_EQ(Run(), kDone);
+    EXPECT_THAT(out_.str(), HasSubstr("The result differs from the input:\n  bounds moved by 0.0"));
+    EXPECT_THAT(out_.str(), HasSubstr("The written file was not compared: --no-verify skips it.\n"));
+}
+
+TEST_F(PrepareTest, MergingRegardlessOfMaterialDiffers)
+{
+    options_.steps.flatten = true;
+    options_.steps.minSurfaces = 0;
+    options_.strict = true;
+    EXPECT_THAT(RunError(), HasSubstr("replaced by '"));
+    EXPECT_FALSE(std::filesystem::exists(options_.output));
+}
+
+TEST_F(PrepareTest, MaxGrowthWritesNothingThatIsTooLarge)
+{
+    options_.maxGrowth = 1.5;
+    EXPECT_THAT(RunError(), HasSubstr("the files grow from"));
+    EXPECT_FALSE(std::filesystem::exists(options_.output));
+    options_.maxGrowth = 100;
+    EXPECT_EQ(Run(), kDone);
+    EXPECT_TRUE(std::filesystem::exists(options_.output));
 }
 
 TEST_F(PrepareTest, StrictWritesNothingIfSomethingIsLost)

@@ -91,7 +91,9 @@ constexpr std::array kSettings = {
     StepSetting{
         .option = "--min-surfaces",
         .value = "N",
-        .help = "Merge surfaces where at least N of them have the same material; 0 merges regardless of material",
+        .help =
+            "Merge surfaces where at least N of them have the same material; 0 merges regardless of material, which "
+            "changes what is shown",
         .step = "--flatten",
         .number = &O::minSurfaces},
     StepSetting{.option = "--max-vertices",

@@ -96,18 +96,56 @@ void CheckFolderOf(const fs::path& file)
         throw ToolError(fmt::format("cannot write {}: {}; choose another name", file.string(), error.message()));
 }
 
+namespace
+{
+
+fs::path CheckedTarget(const fs::path& file)
+{
+    CheckWritable(file);
+    return fs::absolute(file);
+}
+
+}  // namespace
+
+struct WrittenModel::Parts
+{
+    Parts(const fs::path& output, WorkState& workState, const ExportOptions& options)
+        : target(CheckedTarget(output)), state(workState), others(options.others), folder(target.parent_path(), state),
+          file(folder.Path() / target.filename())
+    {}
+
+    fs::path target;
+    WorkState& state;
+    std::vector<fs::path> others;
+    TemporaryFolder folder;
+    fs::path file;  ///< in the folder
+    Notes notes = {};
+};
+
+WrittenModel::WrittenModel(Model& model, const fs::path& file, Progress& progress, WorkState& state,
+                           const ExportOptions& options)
+    : parts_(std::make_unique<Parts>(file, state, options))
+{
+    parts_->notes = Write(model, FormatOf(file), parts_->file, parts_->target.parent_path(), progress, options);
+}
+
+WrittenModel::~WrittenModel() = default;
+
+const fs::path& WrittenModel::File() const { return parts_->file; }
+
+const Notes& WrittenModel::GetNotes() const { return parts_->notes; }
+
+void WrittenModel::MoveIntoPlace()
+{
+    Sceneprep::MoveIntoPlace(parts_->folder.Path(), parts_->target, parts_->state, parts_->others);
+}
+
 Notes ExportModel(Model& model, const fs::path& file, Progress& progress, WorkState& state,
                   const ExportOptions& options)
 {
-    CheckWritable(file);
-    const WriteFormat format = FormatOf(file);
-    const fs::path absolute = fs::absolute(file);
-    const TemporaryFolder temporary(absolute.parent_path(), state);
-    Notes notes =
-        Write(model, format, temporary.Path() / absolute.filename(), absolute.parent_path(), progress, options);
-    if (options.accept(notes))
-        MoveIntoPlace(temporary.Path(), absolute, state, options.others);
-    return notes;
+    WrittenModel written(model, file, progress, state, options);
+    written.MoveIntoPlace();
+    return written.GetNotes();
 }
 
 void WriteGlb(const Model& model, const fs::path& file, const fs::path& references, bool withImages,

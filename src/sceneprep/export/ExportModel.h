@@ -6,7 +6,7 @@
 #include <sceneprep/run/WorkState.h>
 
 #include <filesystem>
-#include <functional>
+#include <memory>
 #include <vector>
 
 namespace Sceneprep
@@ -24,9 +24,33 @@ struct ExportOptions
     std::vector<std::filesystem::path> others = {};  ///< further files of this run, which no companion may replace
     bool externalTextures = false;  ///< refer to the original texture files instead of copies or embedded images
     bool gpuInstancing = false;     ///< for glTF: write siblings that share a mesh as instances of one node
-    /// Asked once the file is complete and before it is moved into place, with the notes of the export; false discards
-    /// the file.
-    std::function<bool(const Notes&)> accept = [](const Notes&) { return true; };
+};
+
+/// A file that is complete, and in a temporary folder next to its place. It is discarded unless it is moved into place.
+class WrittenModel
+{
+public:
+    /// Writes the model, and the companions that some formats need; the extension of the file selects the format.
+    /// @throws ToolError as ExportModel(). Nothing has changed then.
+    WrittenModel(Model& model, const std::filesystem::path& file, Progress& progress, WorkState& state,
+                 const ExportOptions& options = {});
+    ~WrittenModel();
+    WrittenModel(const WrittenModel&) = delete;
+    WrittenModel& operator=(const WrittenModel&) = delete;
+
+    /// Returns the file in the temporary folder, which has its companions and nothing else.
+    const std::filesystem::path& File() const;
+
+    /// Returns what the format cannot hold.
+    const Notes& GetNotes() const;
+
+    /// Moves the file and its companions into place, the file itself last.
+    /// @throws ToolError if a file cannot be moved.
+    void MoveIntoPlace();
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
 };
 
 /// Writes a model to a file; the extension selects the format.

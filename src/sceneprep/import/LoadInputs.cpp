@@ -3,6 +3,8 @@
 #include <pipeline/steps/DropUnreachableNodes.h>
 #include <sceneprep/import/AppendModel.h>
 #include <sceneprep/import/OpenModel.h>
+#include <sceneprep/import/gltf/DataUri.h>
+#include <sceneprep/model/Uri.h>
 #include <sceneprep/run/Error.h>
 #include <sceneprep/run/FreedMemory.h>
 
@@ -29,7 +31,24 @@ struct Input
 {
     Model model;
     std::vector<StepResult> steps;
+    std::vector<fs::path> bufferFiles;
 };
+
+/// Returns the files of buffers of a glTF file, which may not be valid.
+std::vector<fs::path> BufferFilesOf(const OpenedModel& opened)
+{
+    std::vector<fs::path> files;
+    const auto* gltf = std::get_if<GltfFile>(&opened);
+    if (gltf == nullptr || !gltf->document.is_object() || !gltf->document.contains("buffers"))
+        return files;
+    for (const Json& buffer : gltf->document["buffers"])
+    {
+        const bool hasUri = buffer.is_object() && buffer.contains("uri") && buffer["uri"].is_string();
+        if (hasUri && !GltfImport::IsDataUri(buffer["uri"].get_ref<const std::string&>()))
+            files.push_back(gltf->path.parent_path() / DecodeUri(buffer["uri"].get<std::string>()));
+    }
+    return files;
+}
 
 /// Reads a file.
 /// @throws std::bad_alloc if Assimp failed since it ran out of memory, whatever reason it gives.
@@ -56,6 +75,7 @@ Input Read(const fs::path& file, const LoadOptions& options, const PluginLibrary
     std::optional<OpenedModel> opened;
     input.steps.push_back(
         RunStep("Read " + file.filename().string(), progress, [&] { opened = Open(file, progress, state); }));
+    input.bufferFiles = BufferFilesOf(*opened);
     input.steps.push_back(RunStep("Import " + file.filename().string(), progress, [&] {
         ConvertModel(std::move(*opened), input.model, {.scene = options.scene},
                      [&](double part) { progress.Update(part); });
@@ -69,6 +89,7 @@ Input Read(const fs::path& file, const LoadOptions& options, const PluginLibrary
 void Add(const fs::path& file, Input input, Progress& progress, Inputs& inputs)
 {
     std::move(input.steps.begin(), input.steps.end(), std::back_inserter(inputs.steps));
+    std::move(input.bufferFiles.begin(), input.bufferFiles.end(), std::back_inserter(inputs.bufferFiles));
     if (inputs.read.empty())
         inputs.model = std::move(input.model);
     else

@@ -27,6 +27,7 @@ struct Inputs
     Model model;  ///< empty if no input could be read
     std::vector<Pipeline::StepResult> steps;
     std::vector<std::filesystem::path> read;
+    std::vector<std::filesystem::path> bufferFiles;  ///< files with buffers that the inputs refer to
     std::vector<SkippedInput> skipped;
 };
 

@@ -1,8 +1,11 @@
 #include <sceneprep/report/PrepareReport.h>
 
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <sceneprep/report/JsonFigures.h>
 #include <sceneprep/report/ReasonsReport.h>
 #include <sceneprep/report/Report.h>
+#include <sceneprep/run/Error.h>
 
 namespace Sceneprep
 {
@@ -31,7 +34,9 @@ std::vector<std::string> TextsOf(const std::vector<std::filesystem::path>& paths
 
 Json FiguresAsJson(const SceneFigures& figures)
 {
-    return {{"counts", CountsAsJson(figures.counts)}, {"world", WorldAsJson(figures.world)}};
+    return {{"counts", CountsAsJson(figures.counts)}, {"world", WorldAsJson(figures.world)},
+            {"fileBytes", figures.viewer.fileBytes},  {"gpuBytes", figures.viewer.gpuBytes},
+            {"drawCalls", figures.viewer.drawCalls},  {"viewerMaterials", figures.viewer.materials}};
 }
 
 Json StepAsJson(const StepResult& step)
@@ -64,16 +69,6 @@ Json LossesAsJson(const Notes& notes)
     return losses;
 }
 
-std::string Verdict(const std::vector<std::string>& differences)
-{
-    if (differences.empty())
-        return "The result matches the input.\n";
-    std::string text = "The result differs from the input:\n";
-    for (const std::string& difference : differences)
-        text += "  " + difference + '\n';
-    return text;
-}
-
 std::string LossesText(const Notes& notes)
 {
     std::string text;
@@ -87,15 +82,55 @@ std::string LossesText(const Notes& notes)
 
 }  // namespace
 
+void SceneFigures::SetViewer(const ViewerCounts& file)
+{
+    viewer = file;
+    counts.nodes = file.nodes;
+    counts.materials = file.materials;
+}
+
+Json VerdictAsJson(const Verdict& verdict)
+{
+    Json differences = Json::array();
+    for (const Difference& difference : verdict.differences)
+        differences.push_back({{"kind", difference.kind}, {"name", difference.name}, {"text", difference.text}});
+    return {{"verified", verdict.isVerified},
+            {"reason", verdict.reason},
+            {"compared", verdict.compared},
+            {"differences", differences}};
+}
+
+std::string VerdictText(const Verdict& verdict, const std::string& subject, const std::string& object)
+{
+    std::string text = fmt::format("{} {} {}{}\n", subject, verdict.differences.empty() ? "matches" : "differs from",
+                                   object, verdict.differences.empty() ? "." : ":");
+    for (const Difference& difference : verdict.differences)
+        text += "  " + OneLine(difference.text) + '\n';
+    if (!verdict.reason.empty())
+        text += fmt::format("The written file was not compared: {}.\n", verdict.reason);
+    if (!verdict.compared.empty())
+        text += fmt::format("Compared: {}.\n", fmt::join(verdict.compared, "; "));
+    return text;
+}
+
+std::vector<std::string> TextsOf(const std::vector<Difference>& differences)
+{
+    std::vector<std::string> texts;
+    for (const Difference& difference : differences)
+        texts.push_back(difference.text);
+    return texts;
+}
+
 SceneFigures FiguresOf(Importing::SceneContainer& scene, const PartListener& listener)
 {
-    return {CountScene(scene), Measure(scene, listener)};
+    return {CountScene(scene), Measure(scene, listener), {}};
 }
 
 std::string ReportText(const PrepareReport& report)
 {
     return ComparisonTable(report.before.counts, report.after.counts) +
-           WorldTable({report.before.world, report.after.world}) + Verdict(report.differences) +
+           CostTable(report.before.viewer, report.after.viewer) +
+           WorldTable({report.before.world, report.after.world}) + VerdictText(report.verdict) +
            LossesText(report.notes) + ReasonsText(report.reasons) + FindingsText(report.findings, kFindingsInText) +
            '\n' + TimesTable(report.steps);
 }
@@ -113,7 +148,8 @@ std::string ReportJson(const PrepareReport& report)
                  {"losses", LossesAsJson(report.notes)},
                  {"reasons", ReasonsAsJson(report.reasons)},
                  {"findings", FindingsAsJson(report.findings)},
-                 {"differences", report.differences},
+                 {"verdict", VerdictAsJson(report.verdict)},
+                 {"differences", TextsOf(report.verdict.differences)},
                  {"refusal", report.refusal}};
     for (const StepResult& step : report.steps)
         json["steps"].push_back(StepAsJson(step));

@@ -4,6 +4,9 @@
 #include <pipeline/scene/WorldMeasure.h>
 #include <pipeline/steps/MergeReasons.h>
 #include <pipeline/steps/RunStep.h>
+#include <sceneprep/compare/Verdict.h>
+#include <sceneprep/compare/ViewerCounts.h>
+#include <sceneprep/model/Json.h>
 #include <sceneprep/report/Findings.h>
 #include <sceneprep/run/Notes.h>
 
@@ -19,6 +22,10 @@ struct SceneFigures
 {
     Pipeline::SceneStats counts;
     Pipeline::WorldMeasure world;
+    ViewerCounts viewer;
+
+    /// Sets what a viewer counts in the file, also where `counts` has the same figure of the container.
+    void SetViewer(const ViewerCounts& file);
 };
 
 SceneFigures FiguresOf(Importing::SceneContainer& scene, const Pipeline::PartListener& listener = Pipeline::IgnorePart);
@@ -33,17 +40,30 @@ struct PrepareReport
     SceneFigures after;
     std::vector<Pipeline::StepResult> steps;
     Notes notes;
-    std::vector<Finding> findings;         ///< about the inputs
-    Pipeline::MergeReasons reasons;        ///< why the result has more draw calls than materials
-    std::vector<std::string> differences;  ///< between the scene before and after; empty if the result matches
-    std::string refusal = {};              ///< why the output was not written; empty if it was
+    std::vector<Finding> findings;   ///< about the inputs
+    Pipeline::MergeReasons reasons;  ///< why the result has more draw calls than materials
+    Verdict verdict;
+    std::string refusal = {};  ///< why the output was not written; empty if it was
 };
+
+/// Returns a verdict as JSON: an object with the keys "verified", "reason", "compared" and "differences".
+Json VerdictAsJson(const Verdict& verdict);
+
+/// Returns a verdict as text: whether the result matches the input, the differences, and what was compared.
+/// @param subject  "The result" of "The result matches the input."
+/// @param object   "the input"
+std::string VerdictText(const Verdict& verdict, const std::string& subject = "The result",
+                        const std::string& object = "the input");
+
+/// Returns the texts of the differences.
+std::vector<std::string> TextsOf(const std::vector<Difference>& differences);
 
 /// Returns the report as text. Losses are listed by name.
 std::string ReportText(const PrepareReport& report);
 
 /// Returns the report as JSON: an object with the keys "schema", "inputs", "leftOut", "output", "before", "after",
-/// "steps", "notes", "losses", "reasons", "findings", "differences" and "refusal".
+/// "steps", "notes", "losses", "reasons", "findings", "verdict", "differences", which has the texts of the verdict's
+/// differences, and "refusal".
 std::string ReportJson(const PrepareReport& report);
 
 }  // namespace Sceneprep

@@ -64,6 +64,15 @@ std::string ComparisonTable(const SceneStats& before, const SceneStats& after)
     return table;
 }
 
+std::string CostTable(const ViewerCounts& before, const ViewerCounts& after)
+{
+    const auto row = [](const char* name, std::uintmax_t first, std::uintmax_t second) {
+        return fmt::format("{:<12}{:>12}{:>12}\n", name, first, second);
+    };
+    return row("draw calls", before.drawCalls, after.drawCalls) + row("file bytes", before.fileBytes, after.fileBytes) +
+           row("GPU bytes", before.gpuBytes, after.gpuBytes);
+}
+
 std::string StatsTable(const SceneStats& stats)
 {
     std::string table;

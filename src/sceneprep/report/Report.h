@@ -4,6 +4,7 @@
 #include <pipeline/scene/SceneStats.h>
 #include <pipeline/scene/WorldMeasure.h>
 #include <pipeline/steps/RunStep.h>
+#include <sceneprep/compare/ViewerCounts.h>
 #include <sceneprep/report/Findings.h>
 
 #include <filesystem>
@@ -15,6 +16,9 @@ namespace Sceneprep
 
 /// Returns the counts before and after, one a line.
 std::string ComparisonTable(const Pipeline::SceneStats& before, const Pipeline::SceneStats& after);
+
+/// Returns the draw calls and sizes before and after, one a line.
+std::string CostTable(const ViewerCounts& before, const ViewerCounts& after);
 
 /// Returns the counts, one a line.
 std::string StatsTable(const Pipeline::SceneStats& stats);

@@ -47,9 +47,24 @@ TEST(PrepareReport, TextEndsTheTablesWithAVerdict)
     EXPECT_THAT(
         ReportText(report),
         HasSubstr(std::string("volume                 1           1\nThe result matches the input.\n") + kReasons));
-    report.differences = {"one thing", "another"};
-    EXPECT_THAT(ReportText(report),
-                HasSubstr(std::string("The result differs from the input:\n  one thing\n  another\n") + kReasons));
+    report.verdict.differences = {{"triangles", "Red", "one thing"}, {"clip", "Walk", "another\nline"}};
+    report.verdict.compared = {"positions", "clips"};
+    EXPECT_THAT(ReportText(report), HasSubstr(std::string("The result differs from the input:\n  one thing\n"
+                                                          "  another line\nCompared: positions; clips.\n") +
+                                              kReasons));
+    report.verdict.reason = "nothing was written";
+    EXPECT_THAT(ReportText(report), HasSubstr("The written file was not compared: nothing was written.\n"));
+}
+
+TEST(PrepareReport, TextHasDrawCallsAndSizes)
+{
+    PrepareReport report = MakeReport();
+    report.before.SetViewer({.nodes = 2192, .drawCalls = 1494, .materials = 13, .gpuBytes = 70, .fileBytes = 217000});
+    report.after.SetViewer({.nodes = 40, .drawCalls = 46, .materials = 13, .gpuBytes = 80, .fileBytes = 112000000});
+    EXPECT_THAT(ReportText(report), HasSubstr("nodes               2192          40\n"));
+    EXPECT_THAT(ReportText(report), HasSubstr("draw calls          1494          46\n"
+                                              "file bytes        217000   112000000\n"
+                                              "GPU bytes             70          80\n"));
 }
 
 TEST(PrepareReport, TextListsLossesByName)
@@ -63,6 +78,10 @@ TEST(PrepareReport, JsonFollowsItsSchema)
 {
     PrepareReport report = MakeReport();
     report.notes.AddLoss("cameras", "cameras are dropped", 2);
+    report.verdict = {
+        .isVerified = true, .compared = {"positions"}, .differences = {{"triangles", "Red", "one thing"}}};
+    report.before.SetViewer({.nodes = 2192, .drawCalls = 1494, .materials = 13});
+    report.after.SetViewer({.nodes = 40, .materials = 12, .gpuBytes = 2000000, .fileBytes = 2100000});
     const auto json = nlohmann::json::parse(ReportJson(report));
     EXPECT_EQ(json["schema"], 1);
     EXPECT_EQ(json["inputs"], (std::vector<std::string>{"a.obj", "b.obj"}));
@@ -80,7 +99,19 @@ TEST(PrepareReport, JsonFollowsItsSchema)
     EXPECT_EQ(json["losses"].size(), 1U);
     EXPECT_EQ(json["losses"][0]["name"], "cameras");
     EXPECT_EQ(json["losses"][0]["text"], "cameras are dropped (2)");
-    EXPECT_TRUE(json["differences"].is_array());
+    EXPECT_EQ(json["differences"], (std::vector<std::string>{"one thing"}));
+    EXPECT_EQ(json["verdict"]["verified"], true);
+    EXPECT_EQ(json["verdict"]["reason"], "");
+    EXPECT_EQ(json["verdict"]["compared"][0], "positions");
+    EXPECT_EQ(json["verdict"]["differences"][0]["kind"], "triangles");
+    EXPECT_EQ(json["verdict"]["differences"][0]["name"], "Red");
+    EXPECT_EQ(json["verdict"]["differences"][0]["text"], "one thing");
+    EXPECT_EQ(json["before"]["drawCalls"], 1494);
+    EXPECT_EQ(json["before"]["viewerMaterials"], 13);
+    EXPECT_EQ(json["after"]["fileBytes"], 2100000);
+    EXPECT_EQ(json["after"]["gpuBytes"], 2000000);
+    EXPECT_EQ(json["after"]["counts"]["nodes"], 40);
+    EXPECT_EQ(json["after"]["counts"]["materials"], 12);
     EXPECT_EQ(json["reasons"]["groups"][0]["text"], "2 skinned");
     EXPECT_EQ(json["findings"][0]["kind"], "unused-uvs");
 }
@@ -105,6 +136,7 @@ TEST(PrepareReport, ThePageExplainsEveryKey)
     std::vector<std::string> keys;
     PrepareReport report = MakeReport();
     report.notes.AddLoss("cameras", "cameras are dropped", 2);
+    report.verdict.differences = {{"triangles", "Red", "one thing"}};
     CollectKeys(nlohmann::json::parse(ReportJson(report)), keys);
     EXPECT_GT(keys.size(), 20U);
     for (const std::string& key : keys)

@@ -1,11 +1,16 @@
 #include <sceneprep/import/ModelSource.h>
 
+#include <assimp/DefaultIOSystem.h>
 #include <assimp/config.h>
 #include <assimp/postprocess.h>
 #include <fmt/format.h>
 #include <sceneprep/assimp/ModelProgress.h>
+#include <sceneprep/import/DeclaredSize.h>
 #include <sceneprep/run/Error.h>
 #include <assimp/Importer.hpp>
+
+#include <optional>
+#include <string>
 
 namespace Sceneprep
 {
@@ -13,18 +18,58 @@ namespace Sceneprep
 namespace
 {
 
-std::unique_ptr<aiScene> Read(const std::filesystem::path& file, Progress& progress)
+/// Returns why a file cannot be read, and what to try.
+/// @param assimpReason  what Assimp says
+std::string ReasonFor(const std::filesystem::path& file, const std::string& assimpReason)
+{
+    std::error_code error;
+    const std::uintmax_t found = std::filesystem::file_size(file, error);
+    if (!error && found == 0)
+        return "the file is empty; export it again";
+    const std::optional<std::uint64_t> expected = DeclaredSize(file);
+    if (!error && expected && found < *expected)
+        return fmt::format("the file is truncated ({} bytes expected, {} found); copy or export it again", *expected,
+                           found);
+    if (assimpReason.starts_with("No suitable reader found"))
+        return fmt::format(
+            "its contents are not those of a '{}' file; it is damaged or truncated, or has the wrong "
+            "extension",
+            file.extension().string());
+    return assimpReason + "; repair the file or convert it to another format";
+}
+
+/// The files that Assimp reads; records their names.
+class RecordedFiles : public Assimp::DefaultIOSystem
+{
+public:
+    explicit RecordedFiles(std::vector<std::filesystem::path>& opened) : opened_(opened) {}
+
+    Assimp::IOStream* Open(const char* file, const char* mode) override
+    {
+        Assimp::IOStream* stream = DefaultIOSystem::Open(file, mode);
+        if (stream != nullptr)
+            opened_.emplace_back(file);
+        return stream;
+    }
+
+private:
+    std::vector<std::filesystem::path>& opened_;
+};
+
+std::unique_ptr<aiScene> ReadScene(const std::filesystem::path& file, Progress& progress,
+                                   std::vector<std::filesystem::path>& openedFiles)
 {
     CheckReadable(file);
     Assimp::Importer importer;
+    importer.SetIOHandler(new RecordedFiles(openedFiles));  // the importer owns it
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
     importer.SetPropertyBool(AI_CONFIG_IMPORT_NO_SKELETON_MESHES, true);  // a file without meshes stays one
     importer.SetProgressHandler(new ModelProgress(progress));             // the importer owns it
     // Sorting splits meshes that mix triangles with points and lines.
     const aiScene* scene = importer.ReadFile(file.string(), aiProcess_Triangulate | aiProcess_SortByPType);
     if (scene == nullptr || scene->mRootNode == nullptr)
-        throw ToolError(fmt::format("cannot read {}: {}; repair the file or convert it to another format",
-                                    file.string(), OneLine(importer.GetErrorString())));
+        throw ToolError(
+            fmt::format("cannot read {}: {}", file.string(), ReasonFor(file, OneLine(importer.GetErrorString()))));
     return std::unique_ptr<aiScene>(importer.GetOrphanedScene());
 }
 
@@ -38,7 +83,7 @@ void Free(T*& array)
 }  // namespace
 
 ModelSource::ModelSource(const std::filesystem::path& file, Progress& progress)
-    : file_(file), scene_(Read(file, progress))
+    : file_(file), scene_(ReadScene(file, progress, openedFiles_))
 {}
 
 void ModelSource::Release(unsigned index)

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 namespace Sceneprep
 {
@@ -19,6 +20,8 @@ public:
 
     const std::filesystem::path& File() const { return file_; }
     const aiScene& Scene() const { return *scene_; }
+    /// Returns the files that were opened for reading, some of them several times.
+    const std::vector<std::filesystem::path>& OpenedFiles() const { return openedFiles_; }
 
     /// Frees the vertices and faces of a mesh that has been converted, so that the scene is not in memory twice. The
     /// numbers of vertices and faces remain.
@@ -26,6 +29,7 @@ public:
 
 private:
     std::filesystem::path file_;
+    std::vector<std::filesystem::path> openedFiles_;
     std::unique_ptr<aiScene> scene_;
 };
 

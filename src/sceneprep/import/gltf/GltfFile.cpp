@@ -22,7 +22,6 @@ using GltfImport::Field;
 using GltfImport::FormatError;
 using Bytes = std::vector<std::uint8_t>;
 
-constexpr std::uint32_t kMagic = 0x46546C67;        // "glTF"
 constexpr std::uint32_t kJsonChunk = 0x4E4F534A;    // "JSON"
 constexpr std::uint32_t kBinaryChunk = 0x004E4942;  // "BIN"
 constexpr std::size_t kHeader = 12;
@@ -104,11 +103,20 @@ bool CheckVersion(const Json& document)
     return true;
 }
 
+/// Returns whether the file begins as the binary form does. A file that ends before that can be decided is binary.
+bool BeginsBinaryForm(const Bytes& bytes)
+{
+    constexpr std::string_view kMagic = "glTF";
+    return kMagic.starts_with(TextOf(bytes, 0, std::min(bytes.size(), kMagic.size())));
+}
+
 std::optional<GltfFile> Open(const std::filesystem::path& path)
 {
     GltfFile file{.path = path, .document = {}};
     Bytes bytes = GltfImport::ReadFile(path);
-    if (bytes.size() >= 4 && WordAt(bytes, 0) == kMagic)
+    if (bytes.empty())
+        throw FormatError("the file is empty");
+    if (BeginsBinaryForm(bytes))
     {
         if (!ReadBinaryForm(std::move(bytes), file))
             return std::nullopt;

@@ -278,6 +278,7 @@ class ErrorFinder
 {
 public:
     std::string description = "it cannot be parsed";
+    std::size_t charactersRead = 0;  ///< up to the error; the end of the text counts as one
 
     // The names of the parser's interface.
     // NOLINTBEGIN(readability-identifier-naming)
@@ -295,8 +296,9 @@ public:
     bool end_array() { return true; }
 
     template <typename Exception>
-    bool parse_error(std::size_t /*position*/, const std::string& /*token*/, const Exception& error)
+    bool parse_error(std::size_t position, const std::string& /*token*/, const Exception& error)
     {
+        charactersRead = position;
         // "[json.exception.parse_error.101] parse error at line 1, column 2: ..."
         const std::string text = error.what();
         const std::size_t end = text.find("] ");
@@ -318,6 +320,8 @@ Json ParseJson(std::string_view text)
     {
         ErrorFinder finder;
         Json::sax_parse(text.begin(), text.end(), &finder);
+        if (finder.charactersRead > text.size())
+            throw FormatError("the file is truncated: its JSON text ends before it is complete");
         throw FormatError("the text is not JSON: " + finder.description);
     }
 }

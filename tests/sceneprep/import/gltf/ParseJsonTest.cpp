@@ -28,7 +28,16 @@ TEST(ParseJson, NamesLineAndColumnOfAProblem)
 {
     EXPECT_THAT([] { ParseJson("{\n\"a\": }"); },
                 ThrowsMessage<FormatError>(HasSubstr("the text is not JSON: parse error at line 2, column 6")));
-    EXPECT_THAT([] { ParseJson(""); }, ThrowsMessage<FormatError>(HasSubstr("unexpected end of input")));
+    EXPECT_THAT([] { ParseJson("{\"a\":1]"); }, ThrowsMessage<FormatError>(HasSubstr("line 1, column 7")));
+}
+
+TEST(ParseJson, ReportsTextsThatEndEarlyAsTruncated)
+{
+    const std::string text = R"({"a": [1, "two", true], "b": {"c": "x\ny"}})";
+    for (std::size_t length = 0; length < text.size(); ++length)
+        EXPECT_THAT([&] { ParseJson(text.substr(0, length)); },
+                    ThrowsMessage<FormatError>("the file is truncated: its JSON text ends before it is complete"))
+            << length;
 }
 
 TEST(ParseJson, RefusesAKeyThatOccursTwice)

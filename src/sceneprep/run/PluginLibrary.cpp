@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 #include <string>
 
 namespace Sceneprep
@@ -28,6 +29,15 @@ std::string LastLoaderError()
     return text == nullptr ? "unknown reason" : OneLine(text);
 }
 
+/// Returns whether there is less memory than any plug-in needs. The loader reports other reasons.
+bool LacksMemory()
+{
+    constexpr std::size_t kEnough = std::size_t{16} << 20U;
+    void* probe = ::operator new(kEnough, std::nothrow);  // not an expression, which compilers may leave out
+    ::operator delete(probe);
+    return probe == nullptr;
+}
+
 std::string TypeNameOf(const ChannelType& type)
 {
     return {type.name.begin(), std::find(type.name.begin(), type.name.end(), '\0')};
@@ -39,6 +49,8 @@ PluginLibrary::PluginLibrary(const std::filesystem::path& file)
     // An absolute path keeps the loader from searching its own folders for a bare name.
     : file_(std::filesystem::absolute(file)), handle_(dlopen(file_.c_str(), RTLD_NOW | RTLD_LOCAL), dlclose)
 {
+    if (handle_ == nullptr && LacksMemory())
+        throw std::bad_alloc();
     if (handle_ == nullptr)
         throw ToolError(fmt::format("cannot load the plug-in ({}); name another one with --plugin", LastLoaderError()));
     createChannel_ = reinterpret_cast<CreateChannel>(EntryPoint("InitDLL"));

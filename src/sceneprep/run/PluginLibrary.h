@@ -15,6 +15,7 @@ public:
     /// Loads the library and checks that it contributes the channel type SceneContainer: the name, and both
     /// identifiers.
     /// @throws ToolError if it cannot be loaded, lacks an entry point or contributes another type.
+    /// @throws std::bad_alloc if there is no memory for it.
     explicit PluginLibrary(const std::filesystem::path& file);
 
     /// Unloads the library. The scenes that it created must have been destroyed.

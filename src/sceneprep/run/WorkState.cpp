@@ -113,6 +113,8 @@ std::string WorkState::DescribeShortage() const
 {
     const auto limit = static_cast<double>(record_->memoryLimit) / kBytesPerGiB;
     const std::string amount = limit > 0 ? fmt::format("than {:.3g} GiB", limit) : "memory than there is";
+    if (CurrentPhase() == Phase::Starting)
+        return fmt::format("starting sceneprep needs more {}; raise --memory-limit", amount);
     return fmt::format("{} needs more {}; raise --memory-limit or use a smaller model", Describe(), amount);
 }
 

@@ -67,6 +67,9 @@ TEST(WorkState, RecordsFailedAllocations)
     EXPECT_EQ(state.DescribeShortage(),
               "reading a.obj needs more memory than there is; raise --memory-limit or use a smaller model");
     state.WatchMemory(std::uint64_t{3} << 29);
+    state.Enter(WorkState::Phase::Starting, "a.obj");
+    EXPECT_EQ(state.DescribeShortage(), "starting sceneprep needs more than 1.5 GiB; raise --memory-limit");
+    state.Enter(WorkState::Phase::Reading, "a.obj");
     EXPECT_EQ(state.DescribeShortage(),
               "reading a.obj needs more than 1.5 GiB; raise --memory-limit or use a smaller model");
     EXPECT_FALSE(state.RanOutOfMemory());

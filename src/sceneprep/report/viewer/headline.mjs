@@ -85,7 +85,7 @@ function showVerdict({ differences, verdict }) {
   const found = verdict?.differences?.length ? verdict.differences : differences;
   element('verdict').textContent = verdictText(found, verdict);
   const reason = verdict?.verified === false && verdict.reason ? `Reason: ${verdict.reason}. ` : '';
-  const compared = verdict?.compared?.length ? `Compared: ${verdict.compared.join(', ')}.` : '';
+  const compared = verdict?.compared?.length ? `Compared: ${verdict.compared.join('; ')}.` : '';
   element('compared').textContent = reason + compared;
   fillList(element('differences'), found.map(differenceItem), mostListed);
   const isUnknown = found.length === 0 && verdict?.verified === false;

@@ -36,9 +36,12 @@ export function showReasons({ reasons, after }, highlight) {
   fillList(element('reasons'), groups.map((group) => reasonItem(group, choose)), mostListed);
 }
 
-function findingItem({ text, names = [], count }) {
-  const shown = names.slice(0, 4).join(', ') + (names.length > 4 || count > names.length ? ', …' : '');
-  return make('li', {}, text, ...(shown ? [' ', make('span', { className: 'names' }, shown)] : []));
+// The names are those that the text does not have.
+function findingItem({ text, names = [] }) {
+  const others = names.filter((name) => !text.includes(name));
+  if (others.length === 0) return make('li', {}, text);
+  const list = make('p', { className: 'names' }, others.join(', '));
+  return make('li', {}, make('details', {}, make('summary', {}, text), list));
 }
 
 export function showFindings({ findings = [] }) {

@@ -116,7 +116,7 @@ test('the bundled scene', async (t) => {
     const { surfaces } = (await reportOf(page)).after.counts;
     assert.deepEqual((await cellsOf(page, 'surfaces')).slice(0, 2), ['1,494', String(surfaces)]);
     assert.deepEqual(await cellsOf(page, 'materials'), ['13', '13', 'same']);
-    assert.match(await page.locator('#steps tr').last().textContent(), /^Export/);
+    assert.match(await page.locator('#steps tr').last().textContent(), /^Verify/);
   });
 
   await t.test('draws the triangles of the report from both files', async () => {

@@ -10,5 +10,7 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
 # Dependencies are read from the programs; the libraries of the package itself are found in the build.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# sceneprep batch runs Ninja.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS ninja-build)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 include(CPack)

@@ -175,7 +175,26 @@ void AddSteps(CLI::App& command, Pipeline::PrepareOptions& options)
     AddOmissions(command, options);
 }
 
-void AddVerification(CLI::App& command, PrepareCommand& prepare)
+void AddBudget(CLI::App& command, std::vector<BudgetLimit>& budget)
+{
+    command
+        .add_option_function<std::vector<std::string>>(
+            "--budget",
+            [&budget](const std::vector<std::string>& texts) {
+                for (const std::string& text : texts)
+                {
+                    if (const std::string problem = AddLimits(text, budget); !problem.empty())
+                        throw CLI::ValidationError("--budget", problem);
+                }
+            },
+            "Limits for the result, as draws=50,vertices=200k,bytes=5M; the exit status is 3 if it exceeds one. Names: "
+            "draws, triangles, vertices, nodes, materials, textures, bytes")
+        ->type_name("NAME=N,...")
+        ->allow_extra_args(false)
+        ->group(kVerificationGroup);
+}
+
+void AddChecks(CLI::App& command, PrepareCommand& prepare)
 {
     command
         .add_flag("--strict", prepare.strict,
@@ -196,12 +215,23 @@ void AddVerification(CLI::App& command, PrepareCommand& prepare)
         ->type_name("X")
         ->check(CLI::Validator(CheckGrowth, ""))
         ->group(kVerificationGroup);
-    command.add_option("--json", prepare.jsonFile, "Write the report as JSON to FILE")
+    AddBudget(command, prepare.budget);
+}
+
+void AddReports(CLI::App& command, PrepareCommand& prepare)
+{
+    command
+        .add_option("--json", prepare.jsonFile, "Write the report as JSON to FILE; - is stdout, instead of the text")
         ->type_name("FILE")
         ->group(kVerificationGroup);
     command
         .add_option("--report", prepare.reportFile,
                     "Write an HTML report to FILE: numbers, and views of the scene before and after")
+        ->type_name("FILE")
+        ->group(kVerificationGroup);
+    command
+        .add_option("--depfile", prepare.depfile,
+                    "Write the names of the files that the inputs refer to into FILE, for Make or Ninja")
         ->type_name("FILE")
         ->group(kVerificationGroup);
 }
@@ -214,10 +244,13 @@ void AddPrepare(CLI::App& app, Options& options)
     command->add_option("INPUT", prepare.inputs, "Model file to read; further ones are appended to the first")
         ->required()
         ->type_name("");
-    command->add_option("-o,--output", prepare.output, "Output file; the extension selects the format")
-        ->required()
+    command
+        ->add_option("-o,--output", prepare.output,
+                     "Output file, required except for --dry-run; the extension selects the format")
         ->type_name("OUTPUT")
         ->check(CLI::Validator(CheckOutput, ""));
+    command->add_flag("--in-place", prepare.inPlace, "Allow the output to be an input, which it replaces");
+    command->add_flag("--dry-run", prepare.dryRun, "Do everything except for writing the output");
     AddScene(*command, prepare.scene);
     command->add_flag("--external-textures", prepare.externalTextures,
                       "Refer to the original texture files instead of copying or embedding them");
@@ -226,7 +259,8 @@ void AddPrepare(CLI::App& app, Options& options)
     command->add_flag("--keep-going", prepare.keepGoing, "Skip inputs that cannot be read; the exit status is then 1");
     AddCommonOptions(*command, options);
     AddSteps(*command, prepare.steps);
-    AddVerification(*command, prepare);
+    AddChecks(*command, prepare);
+    AddReports(*command, prepare);
 }
 
 void AddInspect(CLI::App& app, Options& options)
@@ -238,6 +272,7 @@ void AddInspect(CLI::App& app, Options& options)
     AddScene(*command, inspect.scene);
     command->add_flag("--json", inspect.json, "Print JSON instead of a table");
     command->add_flag("--tree", inspect.tree, "Print the node hierarchy, too");
+    AddBudget(*command, inspect.budget);
     AddCommonOptions(*command, options);
 }
 
@@ -251,9 +286,42 @@ void AddCompare(CLI::App& app, Options& options)
         ->required()
         ->expected(2)
         ->type_name("");
-    command->add_option("--json", compare.jsonFile, "Write the result as JSON to FILE; - is stdout, without the text")
+    command
+        ->add_option("--json", compare.jsonFile, "Write the result as JSON to FILE; - is stdout, instead of the text")
         ->type_name("FILE");
     AddCommonOptions(*command, options);
+}
+
+std::string CheckFormat(const std::string& format)
+{
+    return format == "glb" || format == "gltf" ? "" : fmt::format("'{}' is not a format; use glb or gltf", format);
+}
+
+/// The options of `prepare` go to `options.prepare`, to be checked; every model gets them as they are given.
+void AddBatch(CLI::App& app, Options& options)
+{
+    Batch::BatchCommand& batch = options.batch;
+    CLI::App* command = app.add_subcommand("batch", "Prepare all models of a folder with Ninja");
+    command->callback([&options] { options.command = Command::Batch; });
+    command->add_option("DIR", batch.folder, "Folder with model files, also in subfolders")->required()->type_name("");
+    command->add_option("-o,--output", batch.output, "Folder for the outputs, the reports and index.json")
+        ->required()
+        ->type_name("OUT");
+    command->add_option("--format", batch.format, "Format of the outputs: glb or gltf")
+        ->type_name("FORMAT")
+        ->capture_default_str()
+        ->check(CLI::Validator(CheckFormat, ""));
+    command->add_option("-j,--jobs", batch.jobs, "Prepare N models at a time (default: chosen by Ninja)")
+        ->type_name("N")
+        ->check(CLI::Range(1, 10000));
+    command->add_flag("--print", batch.print, "Print the Ninja file, and do nothing else");
+    command->add_flag("--collect", batch.collect,
+                      "Print the table and write index.json for the last run, without a run");
+    command->add_flag("--external-textures", options.prepare.externalTextures,
+                      "Refer to the original texture files instead of copying or embedding them");
+    AddCommonOptions(*command, options);
+    AddSteps(*command, options.prepare.steps);
+    AddChecks(*command, options.prepare);
 }
 
 void AddPrintDocs(CLI::App& app, Options& options)
@@ -276,6 +344,7 @@ std::unique_ptr<CLI::App> DescribeCommandLine(Options& options)
     AddPrepare(*app, options);
     AddInspect(*app, options);
     AddCompare(*app, options);
+    AddBatch(*app, options);
     app->add_subcommand("formats", "List the formats that can be read and written")->callback([&options] {
         options.command = Command::Formats;
     });

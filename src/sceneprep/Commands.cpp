@@ -17,9 +17,22 @@ namespace Sceneprep
 namespace
 {
 
-PluginLibrary LoadPlugin(const Options& options)
+std::filesystem::path PluginPath(const Options& options)
 {
-    return PluginLibrary(options.plugin.empty() ? PluginLibrary::FindDefault() : options.plugin);
+    return options.plugin.empty() ? PluginLibrary::FindDefault() : options.plugin;
+}
+
+PluginLibrary LoadPlugin(const Options& options) { return PluginLibrary(PluginPath(options)); }
+
+/// Returns the arguments of `batch` with the program and the plug-in, on which every output depends.
+Batch::BatchCommand CompletedBatch(const Options& options)
+{
+    Batch::BatchCommand batch = options.batch;
+    batch.program = std::filesystem::read_symlink("/proc/self/exe");
+    batch.plugin = std::filesystem::absolute(PluginPath(options));
+    if (!options.plugin.empty())
+        batch.arguments.push_back("--plugin=" + batch.plugin.string());
+    return batch;
 }
 
 int Dispatch(const Options& options, const RunContext& context, Progress& progress)
@@ -29,10 +42,11 @@ int Dispatch(const Options& options, const RunContext& context, Progress& progre
         case Command::Prepare:
             return Prepare(options.prepare, LoadPlugin(options), context, progress);
         case Command::Inspect:
-            Inspect(options.inspect, LoadPlugin(options), context, progress);
-            break;
+            return Inspect(options.inspect, LoadPlugin(options), context, progress);
         case Command::Compare:
             return CompareModels(options.compare, LoadPlugin(options), context, progress);
+        case Command::Batch:
+            return Batch::RunBatch(CompletedBatch(options), context);
         case Command::Formats:
             context.out << FormatsText();
             break;
@@ -76,6 +90,8 @@ std::string SubjectOf(const Options& options)
             return options.inspect.input.string();
         case Command::Compare:
             return options.compare.files.empty() ? "" : options.compare.files.front().string();
+        case Command::Batch:
+            return options.batch.folder.string();
         case Command::Formats:
         case Command::PrintDocs:
             break;

@@ -2,6 +2,7 @@
 
 #include <sceneprep/Verification.h>
 #include <sceneprep/export/ExportModel.h>
+#include <sceneprep/import/InputFiles.h>
 #include <sceneprep/import/LoadInputs.h>
 #include <sceneprep/import/ModelSource.h>
 #include <sceneprep/report/JsonFigures.h>
@@ -24,7 +25,7 @@ Appearance Load(const fs::path& file, const PluginLibrary& plugin, const RunCont
 {
     const Inputs inputs = LoadInputs({file}, {}, plugin, progress, context.state);
     Appearance appearance = TakeAppearance(inputs.model);
-    appearance.counts.fileBytes = FileBytes(inputs, appearance.imageFiles);
+    appearance.counts.fileBytes = BytesOf(inputs.files);
     return appearance;
 }
 

@@ -50,12 +50,14 @@ bool IsFlag(const CLI::Option& option) { return option.get_items_expected_max() 
 bool TakesFile(const CLI::Option& option)
 {
     const std::string type = option.get_type_name();
-    return type == "FILE" || type == "PATH" || type == "OUTPUT";
+    return type == "FILE" || type == "PATH" || type == "OUTPUT" || type == "OUT";
 }
 
 /// Returns the values that completions offer, with spaces between; empty if there are none.
 std::string ValuesOf(const CLI::Option& option)
 {
+    if (option.get_type_name() == "FORMAT")
+        return "glb gltf";
     if (!option.get_type_name().starts_with("MAPPING"))
         return {};
     std::string names = Pipeline::UVProjectionNames();
@@ -122,6 +124,11 @@ sceneprep \- prepare 3D scenes for real time
 .B sceneprep compare
 .RI [ OPTIONS ] " FILE FILE"
 .br
+.B sceneprep batch
+.RI [ OPTIONS ] " DIR"
+.B \-o
+.I OUT
+.br
 .B sceneprep formats
 .SH DESCRIPTION
 .B prepare
@@ -130,6 +137,9 @@ reads model files, runs the chosen steps on them and writes the result.
 prints the contents of a model.
 .B compare
 prints whether two models show the same.
+.B batch
+prepares all models of a folder with
+.BR ninja (1).
 .B formats
 lists the formats that can be read and written.
 Results are written to standard output; progress, notes and errors to standard error.
@@ -153,6 +163,11 @@ found a difference
 .B 2
 usage error
 .TP
+.B 3
+the model exceeds a limit of
+.BR \-\-budget ;
+the output is still written
+.TP
 .BR 129 ", " 130 ", " 143
 stopped by SIGHUP, SIGINT or SIGTERM
 .SH EXAMPLES
@@ -160,6 +175,7 @@ stopped by SIGHUP, SIGINT or SIGTERM
 sceneprep prepare house.gltf \-\-all \-o house\-ready.glb
 sceneprep prepare house.gltf trees.fbx \-\-weld \-\-normals \-\-uvs cubic:1 \-o garden.glb
 sceneprep inspect house\-ready.glb \-\-tree
+sceneprep batch models \-o prepared \-\-all
 .fi
 )";
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <pipeline/steps/PrepareOptions.h>
+#include <sceneprep/batch/RunBatch.h>
+#include <sceneprep/report/Budget.h>
 
 #include <filesystem>
 #include <optional>
@@ -16,6 +18,9 @@ struct PrepareCommand
     std::vector<std::filesystem::path> inputs = {};  ///< the others are appended to the first
     std::optional<std::string> scene = {};           ///< name or index of the scene to read from glTF files
     std::filesystem::path output = {};
+    bool inPlace = false;                ///< allow the output to be an input, which it replaces
+    bool dryRun = false;                 ///< do everything but write the output
+    std::filesystem::path depfile = {};  ///< lists the files that the inputs refer to; empty: none
     bool externalTextures = false;
     bool gpuInstancing = false;
     Pipeline::PrepareOptions steps = {};
@@ -23,7 +28,8 @@ struct PrepareCommand
     std::vector<std::string> allowedLosses = {};  ///< losses that `strict` accepts
     bool verify = true;                           ///< compare the written file with the input
     double maxGrowth = 0;                         ///< how many times as large the output may be; 0: no limit
-    std::filesystem::path jsonFile = {};          ///< empty: none
+    std::vector<BudgetLimit> budget = {};         ///< limits for the result
+    std::filesystem::path jsonFile = {};          ///< empty: none; "-": stdout, instead of the text
     std::filesystem::path reportFile = {};        ///< the HTML report; empty: none
     bool keepGoing = false;                       ///< skip inputs that cannot be read
 };
@@ -35,6 +41,7 @@ struct InspectOptions
     std::optional<std::string> scene = {};
     bool json = false;
     bool tree = false;
+    std::vector<BudgetLimit> budget = {};
 };
 
 /// The arguments of `compare`.
@@ -49,6 +56,7 @@ enum class Command
     Prepare,
     Inspect,
     Compare,
+    Batch,
     Formats,
     PrintDocs
 };
@@ -64,6 +72,7 @@ struct Options
     PrepareCommand prepare;
     InspectOptions inspect;
     CompareCommand compare;
+    Batch::BatchCommand batch;
     std::string docs;  ///< the text that `print-docs` prints
 };
 

@@ -4,6 +4,7 @@
 #include <pipeline/steps/PrepareScene.h>
 #include <pipeline/steps/Steps.h>
 #include <sceneprep/CommandLine.h>
+#include <sceneprep/NearestName.h>
 #include <sceneprep/assimp/Formats.h>
 #include <sceneprep/run/Error.h>
 #include <sceneprep/run/PlaceFiles.h>
@@ -28,13 +29,57 @@ ParsedCommandLine UsageError(const CLI::App& app, const std::string& problem)
     return {.options = {},
             .exitStatus = kUsageError,
             .output = {},
-            .error = fmt::format("sceneprep: {}; see '{}'", OneLine(problem), HelpCommand(app))};
+            .error = fmt::format("sceneprep: {} '{}'", OneLine(problem) + (problem.ends_with('?') ? " See" : "; see"),
+                                 HelpCommand(app))};
+}
+
+std::vector<std::string> OptionNames(const CLI::App& command)
+{
+    std::vector<std::string> names;
+    for (const CLI::Option* option : command.get_options())
+    {
+        for (const std::string& name : option->get_lnames())
+            names.push_back("--" + name);
+    }
+    return names;
+}
+
+std::vector<std::string> CommandNames(const CLI::App& app)
+{
+    std::vector<std::string> names;
+    for (const CLI::App* command :
+         app.get_subcommands([](const CLI::App* candidate) { return !candidate->get_group().empty(); }))
+        names.push_back(command->get_name());
+    return names;
+}
+
+std::string UnknownName(const char* kind, const std::string& given, const std::vector<std::string>& names)
+{
+    const std::string nearest = NearestName(given, names);
+    return fmt::format("unknown {} '{}'{}", kind, given,
+                       nearest.empty() ? "" : fmt::format("; did you mean '{}'?", nearest));
+}
+
+/// Returns what is wrong with the first argument that the program does not know; empty if it knows all of them.
+std::string CheckUnknown(const CLI::App& app)
+{
+    const std::vector<std::string> unknown = app.remaining(true);
+    if (unknown.empty())
+        return {};
+    const std::vector<CLI::App*> chosen = app.get_subcommands();
+    const bool isBeforeCommand = chosen.empty() || app.remaining_size() > 0;
+    const std::string given = unknown.front().substr(0, unknown.front().find('='));
+    if (given.starts_with('-'))
+        return UnknownName("option", given, OptionNames(isBeforeCommand ? app : *chosen.front()));
+    if (isBeforeCommand)
+        return UnknownName("command", given, CommandNames(app));
+    return fmt::format("unexpected argument '{}'", unknown.front());
 }
 
 /// Returns what is wrong with the name of a report, which must not replace another file of the run; empty if nothing.
 std::string CheckReportName(const char* option, const std::filesystem::path& file, const PrepareCommand& prepare)
 {
-    if (file.empty())
+    if (file.empty() || file == "-")
         return {};
     if (NameOneFile(file, prepare.output))
         return fmt::format("{} and --output name the same file; use different names", option);
@@ -42,6 +87,18 @@ std::string CheckReportName(const char* option, const std::filesystem::path& fil
     {
         if (NameOneFile(file, input))
             return fmt::format("{} names the input '{}'; use another name", option, input.string());
+    }
+    return {};
+}
+
+/// Returns what is wrong with an output that would replace an input; empty if nothing.
+std::string CheckReplacement(const PrepareCommand& prepare)
+{
+    for (const std::filesystem::path& input : prepare.inputs)
+    {
+        if (!prepare.inPlace && !prepare.dryRun && NameOneFile(prepare.output, input))
+            return fmt::format("--output names the input '{}'; use another name, or --in-place to replace the input",
+                               input.string());
     }
     return {};
 }
@@ -90,10 +147,13 @@ std::string CheckOmissions(const CLI::App& command)
 /// Checks the options of `prepare` against each other. Returns what is wrong; empty if nothing.
 std::string CheckPrepare(const CLI::App& command, const PrepareCommand& prepare)
 {
+    if (prepare.output.empty())
+        return "--output is required";
     for (const std::string& problem :
          {CheckScene(prepare.scene, prepare.inputs), CheckOmissions(command), CheckSettings(command, prepare.steps),
-          CheckReportName("--json", prepare.jsonFile, prepare),
-          CheckReportName("--report", prepare.reportFile, prepare)})
+          CheckReplacement(prepare), CheckReportName("--json", prepare.jsonFile, prepare),
+          CheckReportName("--report", prepare.reportFile, prepare),
+          CheckReportName("--depfile", prepare.depfile, prepare)})
     {
         if (!problem.empty())
             return problem;
@@ -107,8 +167,58 @@ std::string CheckPrepare(const CLI::App& command, const PrepareCommand& prepare)
     return {};
 }
 
+/// Checks the options of `batch` against each other. Returns what is wrong; empty if nothing.
+std::string CheckBatch(const CLI::App& command, const Options& options)
+{
+    for (const std::string& problem : {CheckOmissions(command), CheckSettings(command, options.prepare.steps)})
+    {
+        if (!problem.empty())
+            return problem;
+    }
+    if (!options.prepare.allowedLosses.empty() && !options.prepare.strict)
+        return "--allow-loss requires --strict";
+    if (NameOneFile(options.batch.folder, options.batch.output))
+        return "--output names the folder of the models; use another folder";
+    return {};
+}
+
+/// Returns the options of `prepare` that were given to `batch`, as arguments.
+std::vector<std::string> ForwardedArguments(const CLI::App& command)
+{
+    const std::vector<std::string> own = {"help", "output", "format", "jobs", "print", "collect", "quiet", "plugin"};
+    std::vector<std::string> arguments;
+    for (const CLI::Option* option :
+         command.get_options([](const CLI::Option* candidate) { return candidate->nonpositional(); }))
+    {
+        const std::string& name = option->get_lnames().front();
+        if (option->count() == 0 || std::find(own.begin(), own.end(), name) != own.end())
+            continue;
+        if (option->get_items_expected_max() == 0)
+            arguments.push_back("--" + name);
+        else
+            for (const std::string& value : option->results())
+                arguments.push_back(fmt::format("--{}={}", name, value));
+    }
+    return arguments;
+}
+
+/// Fills in what follows from other options.
+void Complete(const CLI::App& app, Options& options)
+{
+    PrepareCommand& prepare = options.prepare;
+    if (options.command == Command::Prepare && prepare.dryRun && prepare.output.empty())
+        prepare.output = std::filesystem::temp_directory_path() / (prepare.inputs.front().stem().string() + ".glb");
+    if (options.command != Command::Batch)
+        return;
+    options.isIsolated = false;  // each model is
+    options.batch.quiet = options.quiet;
+    options.batch.arguments = ForwardedArguments(*app.get_subcommand("batch"));
+}
+
 std::string CheckOptions(const CLI::App& app, const Options& options)
 {
+    if (options.command == Command::Batch)
+        return CheckBatch(*app.get_subcommand("batch"), options);
     if (options.command == Command::Prepare)
         return CheckPrepare(*app.get_subcommand("prepare"), options.prepare);
     if (options.command == Command::Inspect)
@@ -136,8 +246,10 @@ ParsedCommandLine ParseCommandLine(const std::vector<std::string>& arguments)
     }
     catch (const CLI::ParseError& error)
     {
-        return UsageError(*app, error.what());
+        const std::string unknown = CheckUnknown(*app);
+        return UsageError(*app, unknown.empty() ? error.what() : unknown);
     }
+    Complete(*app, options);
     if (const std::string problem = CheckOptions(*app, options); !problem.empty())
         return UsageError(*app, problem);
     return {.options = options, .exitStatus = kDone, .output = {}, .error = {}};

@@ -8,6 +8,7 @@
 #include <sceneprep/import/LoadInputs.h>
 #include <sceneprep/import/ModelSource.h>
 #include <sceneprep/model/TextureReferences.h>
+#include <sceneprep/report/Depfile.h>
 #include <sceneprep/report/PageText.h>
 #include <sceneprep/report/PrepareReport.h>
 #include <sceneprep/report/Proof.h>
@@ -33,6 +34,8 @@ namespace
 
 namespace fs = std::filesystem;
 
+bool IsStdout(const fs::path& file) { return file == "-"; }
+
 void CheckFiles(const PrepareCommand& options)
 {
     for (const fs::path& input : options.inputs)
@@ -41,8 +44,10 @@ void CheckFiles(const PrepareCommand& options)
             CheckReadable(input);
     }
     CheckWritable(options.output);
-    if (!options.jsonFile.empty())
+    if (!options.jsonFile.empty() && !IsStdout(options.jsonFile))
         CheckFolderOf(options.jsonFile);
+    if (!options.depfile.empty())
+        CheckFolderOf(options.depfile);
     if (options.reportFile.empty())
         return;
     CheckFolderOf(options.reportFile);
@@ -122,7 +127,7 @@ Report::PageView ViewAfter(const PrepareCommand& options, const Model& model, bo
 
 void WriteReports(const PrepareCommand& options, const PrepareReport& report, Views& views, WorkState& state)
 {
-    if (!options.jsonFile.empty())
+    if (!options.jsonFile.empty() && !IsStdout(options.jsonFile))
         WriteWhole(options.jsonFile, state, [&](std::ostream& file) { file << ReportJson(report); });
     if (!options.reportFile.empty())
         WriteWhole(options.reportFile, state,
@@ -136,7 +141,7 @@ PrepareReport BeginReport(const PrepareCommand& options, const RunContext& conte
     report.skipped = context.crashedInputs;
     for (const SkippedInput& input : inputs.skipped)
         report.skipped.push_back(input.file);
-    report.output = options.output;
+    report.output = options.dryRun ? fs::path() : options.output;
     report.steps = inputs.steps;
     return report;
 }
@@ -177,6 +182,16 @@ void Process(const PrepareCommand& options, Inputs& inputs, WorkState& state, Pr
     report.after = MeasureInStep("Measure again", scene, progress, report);
     if (!verification.ReadsOutput())
         CompareMeasures(report, FlipsFaces(options.steps), verification.Result());
+}
+
+/// Returns the files that the inputs refer to, without the inputs: build systems know those, and Ninja cannot read
+/// every name in a dependency file.
+std::vector<fs::path> ReferencedFiles(const PrepareCommand& options, const Inputs& inputs)
+{
+    std::vector<fs::path> files = inputs.files;
+    for (const fs::path& input : options.inputs)
+        std::erase(files, input.lexically_normal());
+    return files;
 }
 
 /// Returns how many times as much the output is; 0 if the input is empty.
@@ -251,7 +266,8 @@ void Free(Model& model)
     ReturnFreedMemory();
 }
 
-/// Writes the output into a temporary folder, checks it there, and moves it into place unless it is refused.
+/// Writes the output into a temporary folder, checks it there, and moves it into place unless it is refused or the run
+/// is a dry run.
 /// @return why it is refused; empty if it is not.
 std::string Export(const PrepareCommand& options, Model& model, WorkState& state, Progress& progress,
                    PrepareReport& report, Verification& verification)
@@ -262,7 +278,7 @@ std::string Export(const PrepareCommand& options, Model& model, WorkState& state
     report.steps.push_back(RunStep("Export", progress, [&] {
         ReturnFreedMemory();
         written.emplace(model, options.output, progress, state,
-                        ExportOptions{.others = {options.jsonFile, options.reportFile},
+                        ExportOptions{.others = {options.jsonFile, options.reportFile, options.depfile},
                                       .externalTextures = options.externalTextures,
                                       .gpuInstancing = options.gpuInstancing});
     }));
@@ -276,9 +292,10 @@ std::string Export(const PrepareCommand& options, Model& model, WorkState& state
         report.steps.push_back(RunStep("Verify", progress, [&] { verification.CheckFile(written->File(), progress); }));
     report.after.SetViewer(verification.After());
     report.verdict = verification.Result();
+    report.budget = CheckBudget(options.budget, SizeOf(report.after));
     NoteGrowth(report, progress);
     std::string refusal = RefusalOf(options, report);
-    if (refusal.empty())
+    if (refusal.empty() && !options.dryRun)
         written->MoveIntoPlace();
     return refusal;
 }
@@ -303,14 +320,20 @@ int Prepare(const PrepareCommand& options, const PluginLibrary& plugin, const Ru
     report.refusal = Export(options, inputs.model, context.state, progress, report, verification);
 
     if (!options.reportFile.empty())
-        views.after = ViewAfter(options, inputs.model, report.refusal.empty(), context.state, progress);
+        views.after =
+            ViewAfter(options, inputs.model, report.refusal.empty() && !options.dryRun, context.state, progress);
     WriteReports(options, report, views, context.state);
     progress.Clear();
-    context.out << ReportText(report);
+    context.out << (IsStdout(options.jsonFile) ? ReportJson(report) : ReportText(report));
     PrintProblems(inputs.skipped, progress, context.errors);
     if (!report.refusal.empty())
         throw ToolError(fmt::format("cannot write {}: {}", options.output.string(), report.refusal));
-    return report.skipped.empty() ? kDone : kUnusable;
+    if (!options.depfile.empty())
+        WriteWhole(options.depfile, context.state,
+                   [&](std::ostream& file) { file << DepfileText(options.output, ReferencedFiles(options, inputs)); });
+    if (!report.skipped.empty())
+        return kUnusable;
+    return IsExceeded(report.budget) ? kOverBudget : kDone;
 }
 
 }  // namespace Sceneprep

@@ -2,11 +2,11 @@
 
 #include <fmt/format.h>
 #include <sceneprep/assimp/Formats.h>
+#include <sceneprep/import/InputFiles.h>
 #include <sceneprep/import/OpenModel.h>
 #include <sceneprep/run/Error.h>
 
 #include <array>
-#include <set>
 #include <string>
 #include <utility>
 
@@ -61,25 +61,6 @@ std::string UnreadableText(std::string problem, const fs::path& file, const fs::
     return "the written file is not valid: " + problem;
 }
 
-std::uintmax_t SizeOf(const fs::path& file)
-{
-    std::error_code error;
-    const std::uintmax_t size = fs::file_size(file, error);
-    return error ? 0 : size;
-}
-
-/// Returns the size of the files, each once.
-std::uintmax_t SizeOf(const std::vector<fs::path>& files)
-{
-    std::set<fs::path> distinct;
-    for (const fs::path& file : files)
-        distinct.insert(fs::absolute(file).lexically_normal());
-    std::uintmax_t size = 0;
-    for (const fs::path& file : distinct)
-        size += SizeOf(file);
-    return size;
-}
-
 }  // namespace
 
 Model ReadBack(const fs::path& file, Progress& progress)
@@ -87,14 +68,6 @@ Model ReadBack(const fs::path& file, Progress& progress)
     Model model;
     ConvertModel(OpenModel(file, progress), model, {}, [&progress](double part) { progress.Update(part / 2); });
     return model;
-}
-
-std::uintmax_t FileBytes(const Inputs& inputs, const std::vector<fs::path>& images)
-{
-    std::vector<fs::path> files = inputs.read;
-    files.insert(files.end(), inputs.bufferFiles.begin(), inputs.bufferFiles.end());
-    files.insert(files.end(), images.begin(), images.end());
-    return SizeOf(files);
 }
 
 Verification::Verification(const PrepareCommand& command) : command_(command), options_(OptionsFor(command))
@@ -117,7 +90,7 @@ void Verification::RecordInput(const Inputs& inputs)
 {
     appearance_ = TakeAppearance(inputs.model, RecordingOptions());
     before_ = appearance_.counts;
-    before_.fileBytes = FileBytes(inputs, appearance_.imageFiles);
+    before_.fileBytes = BytesOf(inputs.files);
 }
 
 void Verification::MeasureOutput(const Model& model)
@@ -136,7 +109,7 @@ void Verification::SetCounts(const ViewerCounts& counts)
 void Verification::AddFileSize(const fs::path& file)
 {
     for (const fs::directory_entry& entry : fs::directory_iterator(file.parent_path()))
-        after_.fileBytes += SizeOf(entry.path());
+        after_.fileBytes += BytesOf({entry.path()});
 }
 
 void Verification::CheckFile(const fs::path& file, Progress& progress)
@@ -157,7 +130,7 @@ void Verification::CheckFile(const fs::path& file, Progress& progress)
     for (const fs::path& image : after.imageFiles)
     {
         if (image.parent_path() != file.parent_path())
-            after_.fileBytes += SizeOf(image);
+            after_.fileBytes += BytesOf({image});
     }
     progress.Update(0.7);
     verdict_.compared = DescribeComparison(appearance_, options_);

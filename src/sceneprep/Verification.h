@@ -7,9 +7,7 @@
 #include <sceneprep/import/LoadInputs.h>
 #include <sceneprep/run/Progress.h>
 
-#include <cstdint>
 #include <filesystem>
-#include <vector>
 
 namespace Sceneprep
 {
@@ -17,10 +15,6 @@ namespace Sceneprep
 /// Reads a file, as an input.
 /// @throws ToolError if the file cannot be read.
 Model ReadBack(const std::filesystem::path& file, Progress& progress);
-
-/// Returns the size of the files that a model was read from, each once.
-/// @param images  image files that the model refers to
-std::uintmax_t FileBytes(const Inputs& inputs, const std::vector<std::filesystem::path>& images);
 
 /// Compares the file that `prepare` writes with its input. Steps that change something on purpose make no difference:
 /// what they change is not compared.

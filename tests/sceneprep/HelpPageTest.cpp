@@ -21,6 +21,7 @@ TEST(HelpPage, ShowsEveryHelpText)
     ExpectHelpInPage("--help");
     ExpectHelpInPage("prepare --help");
     ExpectHelpInPage("inspect --help");
+    ExpectHelpInPage("batch --help");
     ExpectHelpInPage("formats --help");
 }
 

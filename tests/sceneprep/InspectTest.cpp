@@ -58,6 +58,16 @@ TEST_F(InspectTest, PrintsFindings)
     EXPECT_EQ(nlohmann::json::parse(out_.str())["findings"][0]["kind"], "unused-uvs");
 }
 
+TEST_F(InspectTest, PrintsFilesMeshesTexturesAndMaterials)
+{
+    folder_.Write("Wood.PNG", "image");
+    Run({.input = WriteSmallObj(folder_)});
+    EXPECT_THAT(out_.str(), HasSubstr("draw calls             3\nfiles                  3\n"));
+    EXPECT_THAT(out_.str(), HasSubstr("  TEXCOORD_0\n"));
+    EXPECT_THAT(out_.str(), HasSubstr("\nTextures:\n           5                            Wood.PNG\n"));
+    EXPECT_THAT(out_.str(), HasSubstr("           2  Blue\n"));
+}
+
 TEST_F(InspectTest, PrintsNotes)
 {
     const auto input = folder_.Write("flat.obj", "v 0 0 0\nv 1 0 0\nv 2 0 0\nf 1 2 3\nl 1 2\n");

@@ -43,9 +43,9 @@ TEST(Manual, CompletionsOfferMappings)
 TEST(Manual, CompletionsOfferFilesForFileOptions)
 {
     EXPECT_THAT(ManualText("fish"), HasSubstr(" -s o -l output -r -d "));
-    EXPECT_THAT(ManualText("zsh"),
-                HasSubstr("'(-o --output)'{-o,--output}'[Output file; the extension selects the format]"
-                          ":file:_files'"));
+    EXPECT_THAT(ManualText("zsh"), HasSubstr("'(-o --output)'{-o,--output}'[Output file, required except for "
+                                             "--dry-run; the extension selects the format]"
+                                             ":file:_files'"));
 }
 
 TEST(Manual, StepsAreATableInTheirOrder)

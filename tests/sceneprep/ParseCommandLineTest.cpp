@@ -263,6 +263,86 @@ TEST(ParseCommandLine, AUsageErrorIsOneLineThatNamesTheHelp)
                      "sceneprep: --min-surfaces requires --flatten or --all; see 'sceneprep prepare --help'");
 }
 
+TEST(ParseCommandLine, MisspelledNamesAreReportedWithTheNearestName)
+{
+    ExpectUsageError({"prepare", "in.obj", "--flattn", "-o", "out.glb"},
+                     "sceneprep: unknown option '--flattn'; did you mean '--flatten'? See 'sceneprep prepare --help'");
+    ExpectUsageError({"prepare", "in.obj", "--outptu=out.glb"},
+                     "sceneprep: unknown option '--outptu'; did you mean '--output'? See 'sceneprep prepare --help'");
+    ExpectUsageError({"preprae", "in.obj", "-o", "out.glb"},
+                     "sceneprep: unknown command 'preprae'; did you mean 'prepare'? See 'sceneprep --help'");
+    ExpectUsageError({"--verison"},
+                     "sceneprep: unknown option '--verison'; did you mean '--version'? See 'sceneprep --help'");
+}
+
+TEST(ParseCommandLine, UnknownArgumentsWithoutASimilarNameAreReportedAlone)
+{
+    ExpectUsageError({"prepare", "in.obj", "--sort", "-o", "out.glb"},
+                     "sceneprep: unknown option '--sort'; see 'sceneprep prepare --help'");
+    ExpectUsageError({"bogus"}, "sceneprep: unknown command 'bogus'; see 'sceneprep --help'");
+    ExpectUsageError({"print-doc", "man"}, "sceneprep: unknown command 'print-doc'; see 'sceneprep --help'");
+    ExpectUsageError({"inspect", "a.obj", "b.obj"},
+                     "sceneprep: unexpected argument 'b.obj'; see 'sceneprep inspect --help'");
+}
+
+TEST(ParseCommandLine, AnOutputReplacesAnInputOnRequestOnly)
+{
+    ExpectUsageError({"prepare", "a.glb", "b.glb", "-o", "./b.glb"},
+                     "sceneprep: --output names the input 'b.glb'; use another name, or --in-place to replace the "
+                     "input; see 'sceneprep prepare --help'");
+    const ParsedCommandLine parsed = ParseCommandLine({"prepare", "a.glb", "-o", "a.glb", "--in-place"});
+    ASSERT_TRUE(parsed.options) << parsed.error;
+    EXPECT_EQ(parsed.options->prepare.output, "a.glb");
+}
+
+TEST(ParseCommandLine, ReadsBudgets)
+{
+    const ParsedCommandLine parsed =
+        ParseCommandLine({"prepare", "a.glb", "-o", "b.glb", "--budget", "draws=5,bytes=2k", "--budget", "nodes=7"});
+    ASSERT_TRUE(parsed.options) << parsed.error;
+    EXPECT_EQ(parsed.options->prepare.budget, (std::vector<BudgetLimit>{{"draws", 5}, {"bytes", 2000}, {"nodes", 7}}));
+    EXPECT_EQ(ParseCommandLine({"inspect", "a.glb", "--budget=draws=5"}).options->inspect.budget.size(), 1U);
+    ExpectUsageError({"inspect", "a.glb", "--budget", "calls=5"},
+                     "sceneprep: --budget: 'calls' is not the name of a limit; allowed are draws, triangles, vertices, "
+                     "nodes, materials, textures, bytes; see 'sceneprep inspect --help'");
+}
+
+TEST(ParseCommandLine, ADryRunNeedsNoOutput)
+{
+    const ParsedCommandLine parsed = ParseCommandLine({"prepare", "a/b.obj", "--dry-run", "--json", "-"});
+    ASSERT_TRUE(parsed.options) << parsed.error;
+    EXPECT_TRUE(parsed.options->prepare.dryRun);
+    EXPECT_EQ(parsed.options->prepare.output.filename(), "b.glb");
+    EXPECT_TRUE(ParseCommandLine({"prepare", "a.glb", "--dry-run", "-o", "a.glb"}).options) << "nothing is replaced";
+}
+
+TEST(ParseCommandLine, BatchPassesTheOptionsOfPrepareOn)
+{
+    const ParsedCommandLine parsed =
+        ParseCommandLine({"batch", "models", "-o", "out", "-j", "3", "--quiet", "--flatten", "--max-vertices", "-1",
+                          "--uvs", "cubic", "--uvs", "planar-x:1", "--strict", "--allow-loss", "a b"});
+    ASSERT_TRUE(parsed.options) << parsed.error;
+    const Batch::BatchCommand& batch = parsed.options->batch;
+    EXPECT_EQ(batch.folder, "models");
+    EXPECT_EQ(batch.output, "out");
+    EXPECT_EQ(batch.jobs, 3);
+    EXPECT_TRUE(batch.quiet);
+    EXPECT_THAT(batch.arguments, testing::UnorderedElementsAre("--flatten", "--max-vertices=-1", "--uvs=cubic",
+                                                               "--uvs=planar-x:1", "--strict", "--allow-loss=a b"));
+    EXPECT_FALSE(parsed.options->isIsolated);
+}
+
+TEST(ParseCommandLine, BatchChecksTheOptionsOfPrepare)
+{
+    ExpectUsageError({"batch", "models", "-o", "out", "--max-vertices", "5"},
+                     "sceneprep: --max-vertices requires --flatten or --all; see 'sceneprep batch --help'");
+    ExpectUsageError({"batch", "models", "-o", "out", "--format", "obj"},
+                     "sceneprep: --format: 'obj' is not a format; use glb or gltf; see 'sceneprep batch --help'");
+    ExpectUsageError({"batch", "models", "-o", "./models"},
+                     "sceneprep: --output names the folder of the models; use another folder; see 'sceneprep batch "
+                     "--help'");
+}
+
 TEST(ParseCommandLine, AnUnsupportedExtensionIsAUsageError)
 {
     ExpectUsageError(

@@ -128,7 +128,8 @@ TEST_F(PrepareTest, JsonHasTheContentOfTheReport)
     EXPECT_EQ(json["verdict"]["verified"], true);
     EXPECT_EQ(json["before"]["drawCalls"], 3);
     EXPECT_EQ(json["after"]["drawCalls"], 3);
-    EXPECT_EQ(json["before"]["fileBytes"], std::filesystem::file_size(folder_ / "small.obj"));
+    EXPECT_EQ(json["before"]["fileBytes"],
+              std::filesystem::file_size(folder_ / "small.obj") + std::filesystem::file_size(folder_ / "small.mtl"));
     EXPECT_EQ(json["after"]["fileBytes"], std::filesystem::file_size(folder_ / "out.glb"));
     EXPECT_EQ(json["reasons"]["drawCalls"], 3);
     EXPECT_EQ(json["reasons"]["neededByMaterials"], 2);

@@ -85,10 +85,80 @@ TEST(Program, BadUsageExitsWithTwo)
     }
 }
 
+TEST(Program, ReplacesItsInputInPlace)
+{
+    const TemporaryFolder folder;
+    for (const char* name : {"workshop.gltf", "workshop.bin"})
+        std::filesystem::copy_file(std::filesystem::path(SCENEPREP_EXAMPLES) / name, folder / name);
+    const std::string file = (folder / "workshop.gltf").string();
+    const std::string before = ReadText(file);
+    const std::string arguments = "prepare " + file + " --flatten --quiet -o " + file;
+    EXPECT_EQ(RunProgram(arguments).status, 2);
+    EXPECT_EQ(ReadText(file), before);
+
+    const ProgramRun run = RunProgram(arguments + " --in-place");
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_NE(ReadText(file), before);
+    EXPECT_EQ(folder.CountEntries(), 2U);
+    const auto json = nlohmann::json::parse(RunProgram("inspect --json " + file).output);
+    EXPECT_EQ(json["world"]["triangles"], 49818);
+    EXPECT_LT(json["counts"]["nodes"], 100);
+}
+
+TEST(Program, ABudgetThatIsExceededExitsWithThreeAndStillWrites)
+{
+    const TemporaryFolder folder;
+    const std::string arguments = "prepare " + Workshop() + " --flatten --quiet --json - -o " +
+                                  (folder / "out.glb").string() + " --budget draws=1,materials=1k";
+    const ProgramRun run = RunProgram(arguments);
+    EXPECT_EQ(run.status, 3) << run.errors;
+    const auto report = nlohmann::json::parse(run.output);
+    EXPECT_EQ(report["budget"][0]["name"], "draws");
+    EXPECT_EQ(report["budget"][0]["value"], report["after"]["drawCalls"]);
+    EXPECT_EQ(report["budget"][0]["exceeded"], true);
+    EXPECT_EQ(report["budget"][1]["limit"], 1000);
+    EXPECT_EQ(report["budget"][1]["exceeded"], false);
+    const std::string bytes = std::to_string(std::filesystem::file_size(folder / "out.glb"));
+    const std::string output = (folder / "out.glb").string();
+    const std::string draws = report["after"]["drawCalls"].dump();
+    EXPECT_EQ(RunProgram("inspect --quiet " + output + " --budget bytes=" + bytes + ",draws=" + draws).status, 0);
+    const ProgramRun over = RunProgram("inspect --quiet " + output + " --budget bytes=1k,draws=" + draws);
+    EXPECT_EQ(over.status, 3);
+    EXPECT_THAT(over.output, HasSubstr("Over budget:         value         limit\n  bytes "));
+    EXPECT_THAT(over.output, testing::Not(HasSubstr("\n  draws ")));
+}
+
+TEST(Program, ADryRunReportsWithoutWriting)
+{
+    const TemporaryFolder folder;
+    const std::string small = WriteSmallObj(folder).string();
+    const std::size_t before = folder.CountEntries();
+    const ProgramRun named = RunProgram("prepare " + small + " --dry-run --all -o " + (folder / "out.gltf").string());
+    EXPECT_EQ(named.status, 0) << named.errors;
+    EXPECT_THAT(named.output, HasSubstr("\nExport "));
+    const ProgramRun unnamed = RunProgram("prepare " + small + " --dry-run --json - --budget bytes=10");
+    EXPECT_EQ(unnamed.status, 3) << unnamed.errors;
+    const auto report = nlohmann::json::parse(unnamed.output);
+    EXPECT_EQ(report["output"], "");
+    EXPECT_GT(report["budget"][0]["value"], 100);
+    EXPECT_EQ(folder.CountEntries(), before);
+}
+
+TEST(Program, ListsTheFilesThatInputsReferToForMakeAndNinja)
+{
+    const TemporaryFolder folder;
+    const std::string small = WriteSmallObj(folder).string();
+    const std::string output = (folder / "out.stl").string();
+    const ProgramRun run =
+        RunProgram("prepare " + small + " --quiet -o " + output + " --depfile " + (folder / "out.d").string());
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(ReadText(folder / "out.d"), output + ": \\\n  " + (folder / "small.mtl").string() + "\n");
+}
+
 TEST(Program, HelpAndVersionAndFormatsExitWithZero)
 {
     for (const char* arguments :
-         {"--help", "prepare --help", "inspect --help", "formats --help", "--version", "formats"})
+         {"--help", "prepare --help", "inspect --help", "batch --help", "formats --help", "--version", "formats"})
     {
         const ProgramRun run = RunProgram(arguments);
         EXPECT_EQ(run.status, 0) << arguments;

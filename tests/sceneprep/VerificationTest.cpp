@@ -120,20 +120,13 @@ TEST_F(VerificationTest, CanBeSkipped)
     EXPECT_EQ(verification.Before().drawCalls, 2U);
 }
 
-TEST_F(VerificationTest, FileBytesCountBuffersAndImages)
+TEST_F(VerificationTest, RecordsTheBytesOfTheInputFiles)
 {
-    GltfDocument document = TwoTriangles();
-    document.json["buffers"] = {{{"byteLength", document.Bytes().size()}, {"uri", "data.bin"}}};
-    document.json["images"] = {{{"uri", "wood.png"}}};
-    document.json["textures"] = {{{"source", 0}}};
-    document.json["materials"][0]["normalTexture"] = {{"index", 0}};
-    folder_.Write("data.bin", document.Bytes());
-    folder_.Write("wood.png", std::string("\x89PNG\r\n\x1A\n", 8));
-    const auto file = folder_.Write("test.gltf", document.Text());
+    const auto buffer = folder_.Write("data.bin", "12345");
+    const auto image = folder_.Write("wood.png", "123");
     Verification verification(command_);
-    verification.RecordInput(
-        {.model = GltfDocument::ReadFile(file), .read = {file}, .bufferFiles = {folder_ / "data.bin"}});
-    EXPECT_EQ(verification.Before().fileBytes, document.Text().size() + document.Bytes().size() + 8);
+    verification.RecordInput({.model = TwoTriangles().Read(), .files = {buffer, image, folder_ / "absent.png"}});
+    EXPECT_EQ(verification.Before().fileBytes, 8U);
 }
 
 }  // namespace

@@ -57,9 +57,9 @@ const char* StatusText(int status)
 }
 
 /// Returns the draw calls before or after; none if the report does not have them.
-std::optional<std::uint64_t> DrawsOf(const ModelResult& result, const char* when)
+std::optional<std::uint64_t> DrawCallsOf(const ModelResult& result, const char* when)
 {
-    const Json::json_pointer path = Json::json_pointer() / when / "draws";
+    const Json::json_pointer path = Json::json_pointer() / when / "drawCalls";
     if (!result.report.contains(path) || !result.report[path].is_number_unsigned())
         return std::nullopt;
     return result.report[path].get<std::uint64_t>();
@@ -78,11 +78,11 @@ double SecondsOf(const ModelResult& result)
 
 std::string Row(const ModelResult& result, std::size_t nameWidth)
 {
-    const auto draws = [&](const char* when) {
-        const std::optional<std::uint64_t> count = DrawsOf(result, when);
+    const auto drawCalls = [&](const char* when) {
+        const std::optional<std::uint64_t> count = DrawCallsOf(result, when);
         return count ? std::to_string(*count) : "";
     };
-    const std::string change = DrawsOf(result, "after") ? draws("before") + " -> " + draws("after") : "";
+    const std::string change = DrawCallsOf(result, "after") ? drawCalls("before") + " -> " + drawCalls("after") : "";
     return fmt::format("{:<{}}  {:<11}{:>18}{:>14}{:>10}\n", OneLine(result.model), nameWidth,
                        StatusText(result.exitStatus), change, result.bytes > 0 ? std::to_string(result.bytes) : "",
                        result.report.contains("steps") ? fmt::format("{:.2f}", SecondsOf(result)) : "");

@@ -141,11 +141,11 @@ private:
     {
         Geometry& geometry = At(scene_.GeometryLibrary, index);
         const Mesh& mesh = MeshOf(index, geometry);
-        const MaterialKey& material = materials_.Find(surface, mesh.texCoordSets);
-        usedMaterials_.insert(material.number);
+        usedMaterials_.insert(materials_.FindNumber(surface, mesh.texCoordSets));
         CountDrawCall(node, index);
         if (options_.countsOnly)
             return;
+        const MaterialKey& material = materials_.Find(surface, mesh.texCoordSets);
         const std::uint32_t look = LookFor(fmt::format("{}|{}", static_cast<const void*>(&material), mesh.key),
                                            KindOfMesh(geometry), material.name, material.text + mesh.key);
         BeginRun(node);

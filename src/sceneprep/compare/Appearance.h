@@ -58,7 +58,7 @@ struct Appearance
 struct AppearanceOptions
 {
     IgnoredAttributes ignored = {};
-    bool countsOnly = false;   ///< leave everything empty but the counts and image files
+    bool countsOnly = false;   ///< leave everything empty but the counts; read no image files
     bool isProcessed = false;  ///< steps have changed the model since it was read: every node counts
     std::vector<std::filesystem::path> imageFolders = {};  ///< further folders of image files
 };

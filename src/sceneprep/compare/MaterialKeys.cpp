@@ -57,6 +57,11 @@ public:
         return found->second;
     }
 
+    int FindNumber(Importing::Surface& surface, std::size_t texCoordSets)
+    {
+        return materials_.Find(surface, texCoordSets).material;
+    }
+
     const std::set<fs::path>& Files() const { return files_; }
 
 private:
@@ -190,6 +195,11 @@ MaterialKeys::~MaterialKeys() = default;
 const MaterialKey& MaterialKeys::Find(Importing::Surface& surface, std::size_t texCoordSets)
 {
     return converter_->Find(surface, texCoordSets);
+}
+
+int MaterialKeys::FindNumber(Importing::Surface& surface, std::size_t texCoordSets)
+{
+    return converter_->FindNumber(surface, texCoordSets);
 }
 
 std::vector<fs::path> MaterialKeys::ImageFiles() const

@@ -36,6 +36,10 @@ public:
     /// @param texCoordSets  how many sets the surface's mesh has
     const MaterialKey& Find(Importing::Surface& surface, std::size_t texCoordSets);
 
+    /// Returns the number of the surface's material without reading image files.
+    /// @param texCoordSets  as for Find()
+    int FindNumber(Importing::Surface& surface, std::size_t texCoordSets);
+
     /// Returns the image files that the materials found so far refer to, and that exist.
     std::vector<std::filesystem::path> ImageFiles() const;
 

@@ -2,16 +2,15 @@
 
 #include <pipeline/steps/DropUnreachableNodes.h>
 #include <sceneprep/import/AppendModel.h>
+#include <sceneprep/import/InputFiles.h>
 #include <sceneprep/import/OpenModel.h>
-#include <sceneprep/import/gltf/DataUri.h>
-#include <sceneprep/model/Uri.h>
-#include <sceneprep/run/Error.h>
 #include <sceneprep/run/FreedMemory.h>
+#include <sceneprep/run/NameShortage.h>
 
 #include <algorithm>
 #include <iterator>
-#include <new>
 #include <optional>
+#include <set>
 #include <utility>
 
 namespace Sceneprep
@@ -31,51 +30,19 @@ struct Input
 {
     Model model;
     std::vector<StepResult> steps;
-    std::vector<fs::path> bufferFiles;
-};
-
-/// Returns the files of buffers of a glTF file, which may not be valid.
-std::vector<fs::path> BufferFilesOf(const OpenedModel& opened)
-{
     std::vector<fs::path> files;
-    const auto* gltf = std::get_if<GltfFile>(&opened);
-    if (gltf == nullptr || !gltf->document.is_object() || !gltf->document.contains("buffers"))
-        return files;
-    for (const Json& buffer : gltf->document["buffers"])
-    {
-        const bool hasUri = buffer.is_object() && buffer.contains("uri") && buffer["uri"].is_string();
-        if (hasUri && !GltfImport::IsDataUri(buffer["uri"].get_ref<const std::string&>()))
-            files.push_back(gltf->path.parent_path() / DecodeUri(buffer["uri"].get<std::string>()));
-    }
-    return files;
-}
-
-/// Reads a file.
-/// @throws std::bad_alloc if Assimp failed since it ran out of memory, whatever reason it gives.
-OpenedModel Open(const fs::path& file, Progress& progress, const WorkState& state)
-{
-    try
-    {
-        return OpenModel(file, progress);
-    }
-    catch (const ToolError&)
-    {
-        if (state.RanOutOfMemory())
-            throw std::bad_alloc();
-        throw;
-    }
-}
+};
 
 Input Read(const fs::path& file, const LoadOptions& options, const PluginLibrary& plugin, Progress& progress,
            WorkState& state)
 {
     state.Enter(WorkState::Phase::Reading, file);
     Input input;
-    input.model.scene = plugin.CreateScene();
+    input.model.scene = NameShortage(state, [&] { return plugin.CreateScene(); });
     std::optional<OpenedModel> opened;
-    input.steps.push_back(
-        RunStep("Read " + file.filename().string(), progress, [&] { opened = Open(file, progress, state); }));
-    input.bufferFiles = BufferFilesOf(*opened);
+    input.steps.push_back(RunStep("Read " + file.filename().string(), progress,
+                                  [&] { opened = NameShortage(state, [&] { return OpenModel(file, progress); }); }));
+    input.files = FilesOf(*opened);
     input.steps.push_back(RunStep("Import " + file.filename().string(), progress, [&] {
         ConvertModel(std::move(*opened), input.model, {.scene = options.scene},
                      [&](double part) { progress.Update(part); });
@@ -89,13 +56,20 @@ Input Read(const fs::path& file, const LoadOptions& options, const PluginLibrary
 void Add(const fs::path& file, Input input, Progress& progress, Inputs& inputs)
 {
     std::move(input.steps.begin(), input.steps.end(), std::back_inserter(inputs.steps));
-    std::move(input.bufferFiles.begin(), input.bufferFiles.end(), std::back_inserter(inputs.bufferFiles));
     if (inputs.read.empty())
         inputs.model = std::move(input.model);
     else
         inputs.steps.push_back(RunStep("Append " + file.filename().string(), progress,
                                        [&] { AppendModel(inputs.model, std::move(input.model)); }));
     inputs.read.push_back(file);
+    std::move(input.files.begin(), input.files.end(), std::back_inserter(inputs.files));
+}
+
+/// Inputs may refer to the same image.
+void RemoveDuplicates(std::vector<fs::path>& files)
+{
+    std::set<fs::path> known;
+    std::erase_if(files, [&](const fs::path& file) { return !known.insert(fs::absolute(file)).second; });
 }
 
 }  // namespace
@@ -122,6 +96,7 @@ Inputs LoadInputs(const std::vector<fs::path>& files, const LoadOptions& options
         state.Enter(WorkState::Phase::Preparing, file);
         Add(file, std::move(*input), progress, inputs);
     }
+    RemoveDuplicates(inputs.files);
     if (inputs.read.size() > 1)
         DropUnreachableNodes({*inputs.model.scene, inputs.model.supplement});  // each AppendSC() leaves a spare node
     return inputs;

@@ -25,10 +25,10 @@ struct SkippedInput
 struct Inputs
 {
     Model model;  ///< empty if no input could be read
-    std::vector<Pipeline::StepResult> steps;
-    std::vector<std::filesystem::path> read;
-    std::vector<std::filesystem::path> bufferFiles;  ///< files with buffers that the inputs refer to
-    std::vector<SkippedInput> skipped;
+    std::vector<Pipeline::StepResult> steps = {};
+    std::vector<std::filesystem::path> read = {};
+    std::vector<std::filesystem::path> files = {};  ///< those read and the files that they refer to, each once
+    std::vector<SkippedInput> skipped = {};
 };
 
 struct LoadOptions

@@ -15,11 +15,11 @@ inline constexpr int kOverBudget = 3;
 /// The numbers of a model that a budget can limit.
 struct ModelSize
 {
-    std::uint64_t draws = 0;      ///< draw calls: uses of surfaces that show triangles
+    std::uint64_t draws = 0;      ///< draw calls: primitives of meshes that nodes show
     std::uint64_t triangles = 0;  ///< shown triangles; every use of a mesh counts
     std::uint64_t vertices = 0;   ///< of stored meshes, each of which counts once
     std::uint64_t nodes = 0;
-    std::uint64_t materials = 0;
+    std::uint64_t materials = 0;  ///< that are in use
     std::uint64_t textures = 0;
     std::uint64_t bytes = 0;  ///< of the model file and the files that belong to it
 };

@@ -32,13 +32,6 @@ std::vector<std::string> TextsOf(const std::vector<std::filesystem::path>& paths
     return texts;
 }
 
-Json FiguresAsJson(const SceneFigures& figures)
-{
-    return {{"counts", CountsAsJson(figures.counts)}, {"world", WorldAsJson(figures.world)},
-            {"fileBytes", figures.viewer.fileBytes},  {"gpuBytes", figures.viewer.gpuBytes},
-            {"drawCalls", figures.viewer.drawCalls},  {"viewerMaterials", figures.viewer.materials}};
-}
-
 Json StepAsJson(const StepResult& step)
 {
     Json changes = Json::object();
@@ -89,6 +82,13 @@ void SceneFigures::SetViewer(const ViewerCounts& file)
     counts.materials = file.materials;
 }
 
+Json FiguresAsJson(const SceneFigures& figures)
+{
+    return {{"counts", CountsAsJson(figures.counts)}, {"world", WorldAsJson(figures.world)},
+            {"fileBytes", figures.viewer.fileBytes},  {"gpuBytes", figures.viewer.gpuBytes},
+            {"drawCalls", figures.viewer.drawCalls},  {"viewerMaterials", figures.viewer.materials}};
+}
+
 Json VerdictAsJson(const Verdict& verdict)
 {
     Json differences = Json::array();
@@ -121,6 +121,17 @@ std::vector<std::string> TextsOf(const std::vector<Difference>& differences)
     return texts;
 }
 
+ModelSize SizeOf(const SceneFigures& figures)
+{
+    return {.draws = figures.viewer.drawCalls,
+            .triangles = figures.world.triangles,
+            .vertices = figures.counts.vertices,
+            .nodes = figures.viewer.nodes,
+            .materials = figures.viewer.materials,
+            .textures = figures.counts.textures,
+            .bytes = figures.viewer.fileBytes};
+}
+
 SceneFigures FiguresOf(Importing::SceneContainer& scene, const PartListener& listener)
 {
     return {CountScene(scene), Measure(scene, listener), {}};
@@ -131,8 +142,8 @@ std::string ReportText(const PrepareReport& report)
     return ComparisonTable(report.before.counts, report.after.counts) +
            CostTable(report.before.viewer, report.after.viewer) +
            WorldTable({report.before.world, report.after.world}) + VerdictText(report.verdict) +
-           LossesText(report.notes) + ReasonsText(report.reasons) + FindingsText(report.findings, kFindingsInText) +
-           '\n' + TimesTable(report.steps);
+           LossesText(report.notes) + BudgetTable(report.budget) + ReasonsText(report.reasons) +
+           FindingsText(report.findings, kFindingsInText) + '\n' + TimesTable(report.steps);
 }
 
 std::string ReportJson(const PrepareReport& report)
@@ -151,6 +162,8 @@ std::string ReportJson(const PrepareReport& report)
                  {"verdict", VerdictAsJson(report.verdict)},
                  {"differences", TextsOf(report.verdict.differences)},
                  {"refusal", report.refusal}};
+    if (!report.budget.empty())
+        json["budget"] = BudgetAsJson(report.budget);
     for (const StepResult& step : report.steps)
         json["steps"].push_back(StepAsJson(step));
     return JsonText(json);

@@ -7,9 +7,11 @@
 #include <sceneprep/compare/Verdict.h>
 #include <sceneprep/compare/ViewerCounts.h>
 #include <sceneprep/model/Json.h>
+#include <sceneprep/report/Budget.h>
 #include <sceneprep/report/Findings.h>
 #include <sceneprep/run/Notes.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -20,13 +22,16 @@ namespace Sceneprep
 /// A scene as numbers.
 struct SceneFigures
 {
-    Pipeline::SceneStats counts;
-    Pipeline::WorldMeasure world;
-    ViewerCounts viewer;
+    Pipeline::SceneStats counts = {};
+    Pipeline::WorldMeasure world = {};
+    ViewerCounts viewer = {};
 
     /// Sets what a viewer counts in the file, also where `counts` has the same figure of the container.
     void SetViewer(const ViewerCounts& file);
 };
+
+/// Returns the numbers that a budget limits: those of the file, as far as `viewer` has them.
+ModelSize SizeOf(const SceneFigures& figures);
 
 SceneFigures FiguresOf(Importing::SceneContainer& scene, const Pipeline::PartListener& listener = Pipeline::IgnorePart);
 
@@ -42,9 +47,14 @@ struct PrepareReport
     Notes notes;
     std::vector<Finding> findings;   ///< about the inputs
     Pipeline::MergeReasons reasons;  ///< why the result has more draw calls than materials
+    std::vector<BudgetResult> budget;
     Verdict verdict;
     std::string refusal = {};  ///< why the output was not written; empty if it was
 };
+
+/// Returns figures as JSON: an object with the keys "counts", "world", "fileBytes", "gpuBytes", "drawCalls" and
+/// "viewerMaterials".
+Json FiguresAsJson(const SceneFigures& figures);
 
 /// Returns a verdict as JSON: an object with the keys "verified", "reason", "compared" and "differences".
 Json VerdictAsJson(const Verdict& verdict);
@@ -63,7 +73,7 @@ std::string ReportText(const PrepareReport& report);
 
 /// Returns the report as JSON: an object with the keys "schema", "inputs", "leftOut", "output", "before", "after",
 /// "steps", "notes", "losses", "reasons", "findings", "verdict", "differences", which has the texts of the verdict's
-/// differences, and "refusal".
+/// differences, and "refusal"; with limits also "budget".
 std::string ReportJson(const PrepareReport& report);
 
 }  // namespace Sceneprep

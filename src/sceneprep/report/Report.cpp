@@ -1,13 +1,11 @@
 #include <sceneprep/report/Report.h>
 
 #include <fmt/format.h>
-#include <sceneprep/report/JsonFigures.h>
 
 namespace Sceneprep
 {
 
 using Pipeline::Change;
-using Pipeline::CountScene;
 using Pipeline::MessageTotal;
 using Pipeline::SceneStats;
 using Pipeline::StepResult;
@@ -15,34 +13,6 @@ using Pipeline::WorldMeasure;
 
 namespace
 {
-
-Json NodesAsJson(Importing::SceneContainer& scene)
-{
-    Json nodes = Json::array();
-    for (Importing::Node& node : scene.NodeLibrary)
-    {
-        nodes.push_back({{"name", node.GetName()},
-                         {"animation", node.GetAnimationID()},
-                         {"children", node.ChildList},
-                         {"surfaces", node.SurfaceList},
-                         {"cameras", node.CameraList},
-                         {"lights", node.LightList}});
-    }
-    return nodes;
-}
-
-Json SurfacesAsJson(Importing::SceneContainer& scene)
-{
-    Json surfaces = Json::array();
-    for (Importing::Surface& surface : scene.SurfaceLibrary)
-    {
-        surfaces.push_back({{"name", surface.GetName()},
-                            {"geometry", surface.GetGeometryID()},
-                            {"material", surface.GetMaterialID()},
-                            {"collisionOffset", surface.GetCollisionOffset()}});
-    }
-    return surfaces;
-}
 
 std::string FigureRow(const char* name, const std::vector<WorldMeasure>& worlds, double (*figure)(const WorldMeasure&))
 {
@@ -110,22 +80,6 @@ std::string TimesTable(const std::vector<StepResult>& steps)
                                  message.count == 1 ? "" : "es");
     }
     return table;
-}
-
-std::string InspectionJson(const std::filesystem::path& file, Importing::SceneContainer& scene,
-                           const WorldMeasure& world, bool withTree, const std::vector<Finding>& findings)
-{
-    Json inspection = {{"file", file.string()},
-                       {"counts", CountsAsJson(CountScene(scene))},
-                       {"world", WorldAsJson(world)},
-                       {"surfaces", SurfacesAsJson(scene)},
-                       {"findings", FindingsAsJson(findings)}};
-    if (withTree)
-    {
-        inspection["root"] = scene.GetRootNodeIndex();
-        inspection["nodes"] = NodesAsJson(scene);
-    }
-    return JsonText(inspection);
 }
 
 }  // namespace Sceneprep

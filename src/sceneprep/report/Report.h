@@ -1,13 +1,10 @@
 #pragma once
 
-#include <importing/plugin/SceneContainer.h>
 #include <pipeline/scene/SceneStats.h>
 #include <pipeline/scene/WorldMeasure.h>
 #include <pipeline/steps/RunStep.h>
 #include <sceneprep/compare/ViewerCounts.h>
-#include <sceneprep/report/Findings.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -28,11 +25,5 @@ std::string WorldTable(const std::vector<Pipeline::WorldMeasure>& worlds);
 
 /// Returns the time of each step, one a line; below each step what it changed and the messages of the plug-in.
 std::string TimesTable(const std::vector<Pipeline::StepResult>& steps);
-
-/// Returns a JSON object with the keys "file", "counts", "world", "surfaces" and "findings", and with the tree "root"
-/// and "nodes": lists of surfaces and nodes in the order of their libraries, with indices as references.
-std::string InspectionJson(const std::filesystem::path& file, Importing::SceneContainer& scene,
-                           const Pipeline::WorldMeasure& world, bool withTree,
-                           const std::vector<Finding>& findings = {});
 
 }  // namespace Sceneprep

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 #include <pipeline/scene/Hierarchy.h>
+#include <sceneprep/report/PrintableName.h>
 
 namespace Sceneprep
 {
@@ -27,7 +28,7 @@ std::string Describe(Importing::Node& node)
         lists += ", animated";
     if (!lists.empty())
         lists = fmt::format(" ({})", lists.substr(2));
-    return (name.empty() ? "(no name)" : name) + lists;
+    return (name.empty() ? "(no name)" : PrintableName(name)) + lists;
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ using namespace Sceneprep::Batch;
 using namespace SceneprepTests;
 
 const char* const kReport =
-    R"({"before":{"draws":64},"after":{"draws":4},"steps":[{"milliseconds":1000},{"milliseconds":250.5}]})";
+    R"({"before":{"drawCalls":64},"after":{"drawCalls":4},"steps":[{"milliseconds":1000},{"milliseconds":250.5}]})";
 
 class BatchIndexTest : public testing::Test
 {
@@ -43,7 +43,7 @@ TEST_F(BatchIndexTest, ReadsTheFilesOfARun)
     EXPECT_EQ(result.exitStatus, kDone);
     EXPECT_EQ(result.problem, "");
     EXPECT_EQ(result.bytes, 5U);
-    EXPECT_EQ(result.report["after"]["draws"], 4);
+    EXPECT_EQ(result.report["after"]["drawCalls"], 4);
     EXPECT_TRUE(AreAllDone({result}));
 }
 
@@ -97,7 +97,7 @@ TEST(BatchIndex, JsonHasTheReports)
     EXPECT_EQ(json["models"].size(), 4U);
     EXPECT_EQ(json["models"][0]["status"], "done");
     EXPECT_EQ(json["models"][0]["output"], "a.glb");
-    EXPECT_EQ(json["models"][0]["report"]["before"]["draws"], 64);
+    EXPECT_EQ(json["models"][0]["report"]["before"]["drawCalls"], 64);
     EXPECT_EQ(json["models"][0]["seconds"], 1.2505);
     EXPECT_EQ(json["models"][1]["problem"], "sceneprep: cannot read it");
     EXPECT_EQ(json["models"][2]["exitStatus"], 3);

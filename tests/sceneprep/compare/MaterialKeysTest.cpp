@@ -61,6 +61,18 @@ TEST(MaterialKeysTest, MissingImagesAreComparedByTheirFileName)
     EXPECT_NE(KeyOf(WithMaterial(folder, kTextured, "none/b.png")), key);
 }
 
+TEST(MaterialKeysTest, NumbersAreFoundWithoutReadingImages)
+{
+    const TemporaryFolder folder;
+    folder.Write("a.png", kPng + "one");
+    const Model model = WithMaterial(folder, kTextured);
+    MaterialKeys keys(model);
+    const int number = keys.FindNumber(model.scene->SurfaceLibrary.front(), 1);
+    EXPECT_TRUE(keys.ImageFiles().empty());
+    EXPECT_EQ(keys.Find(model.scene->SurfaceLibrary.front(), 1).number, number);
+    EXPECT_EQ(keys.ImageFiles().size(), 1U);
+}
+
 TEST(MaterialKeysTest, FindsImagesInFurtherFolders)
 {
     const TemporaryFolder folder;

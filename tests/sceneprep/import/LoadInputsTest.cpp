@@ -78,6 +78,7 @@ TEST_F(LoadInputsTest, FurtherInputsAreAppendedWithoutUnusedNodes)
     EXPECT_EQ(Support::NodeNamed(*loaded.model.scene, "Root").ChildList.size(), 3U);
     EXPECT_EQ(loaded.steps[4].name, "Append small.obj");
     EXPECT_THAT(loaded.read, ElementsAre(small, small, small));
+    EXPECT_THAT(loaded.files, ElementsAre(small, folder_ / "small.mtl"));
 }
 
 TEST_F(LoadInputsTest, ReadsTheChosenScene)

@@ -143,4 +143,28 @@ TEST(PrepareReport, ThePageExplainsEveryKey)
         EXPECT_THAT(page, HasSubstr('`' + key + '`'));
 }
 
+TEST(PrepareReport, FiguresHaveTheNumbersThatBudgetsLimit)
+{
+    Importing::SceneContainer scene = Support::Scene("Root( A[a=m:c] B[a b=m] C[a] )");
+    SceneFigures figures = FiguresOf(scene);
+    figures.SetViewer({.nodes = 3, .drawCalls = 5, .materials = 2, .fileBytes = 77});
+    const ModelSize size = SizeOf(figures);
+    EXPECT_EQ(size.draws, 5U);
+    EXPECT_EQ(size.triangles, 4 * 12U);
+    EXPECT_EQ(size.vertices, figures.counts.vertices);
+    EXPECT_EQ(size.nodes, 3U);
+    EXPECT_EQ(size.materials, 2U);
+    EXPECT_EQ(size.textures, 0U);
+    EXPECT_EQ(size.bytes, 77U);
+}
+
+TEST(PrepareReport, HasTheBudget)
+{
+    PrepareReport report = MakeReport();
+    EXPECT_FALSE(nlohmann::json::parse(ReportJson(report)).contains("budget"));
+    report.budget = {{"draws", 5, 4}};
+    EXPECT_EQ(nlohmann::json::parse(ReportJson(report))["budget"][0]["value"], 5);
+    EXPECT_THAT(ReportText(report), HasSubstr("Over budget:         value         limit\n  draws "));
+}
+
 }  // namespace

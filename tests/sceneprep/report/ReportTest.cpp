@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <support/SceneText.h>
-#include <nlohmann/json.hpp>
 
 namespace
 {
@@ -61,19 +59,6 @@ TEST(Report, StepsHaveTimesAndMessagesOfThePlugin)
               "  7 vertices removed\n");
 }
 
-TEST(Report, JsonHoldsTheCountsInOrder)
-{
-    Importing::SceneContainer scene = Support::Scene("Root[a]");
-    const std::string text = InspectionJson("models/a.obj", scene, Measure(scene), false);
-    const auto json = nlohmann::ordered_json::parse(text);
-    EXPECT_EQ(json["file"], "models/a.obj");
-    EXPECT_EQ(json["counts"]["vertices"], 8);
-    EXPECT_EQ(json["world"]["max"], (std::vector<double>{2, 2, 2}));
-    EXPECT_EQ(json["counts"].begin().key(), "nodes");
-    EXPECT_FALSE(json.contains("nodes"));
-    EXPECT_EQ(text.back(), '\n');
-}
-
 TEST(Report, MeasuresArePrintedNextToEachOther)
 {
     const WorldMeasure before = {.triangles = 1234567, .min = {-1, -2.5, 0}, .max = {1, 2, 3}, .area = 40, .volume = 8};
@@ -89,38 +74,6 @@ TEST(Report, MeasuresArePrintedNextToEachOther)
               "max z                  3           3\n"
               "area                  40          40\n"
               "volume                 8          -8\n");
-}
-
-TEST(Report, JsonHoldsNamesAndOffsetsOfSurfaces)
-{
-    Importing::SceneContainer scene = Support::Scene("Root[a=m:c b=n]");
-    scene.SurfaceLibrary[1].SetCollisionOffset(3);
-    const auto json = nlohmann::json::parse(InspectionJson("a.obj", scene, Measure(scene), false));
-    EXPECT_EQ(json["surfaces"][0].dump(), R"({"collisionOffset":0,"geometry":0,"material":0,"name":"a"})");
-    EXPECT_EQ(json["surfaces"][1].dump(), R"({"collisionOffset":3,"geometry":1,"material":-1,"name":"b"})");
-}
-
-TEST(Report, JsonTreeIsAFlatListOfNodes)
-{
-    Importing::SceneContainer scene = Support::Scene("Root( A*[a b]{eye} B<sun> )");
-    const auto json = nlohmann::json::parse(InspectionJson("a.obj", scene, Measure(scene), true));
-    EXPECT_EQ(json["root"], 0);
-    ASSERT_EQ(json["nodes"].size(), 3U);
-    EXPECT_EQ(json["nodes"][0]["children"], (std::vector<int>{1, 2}));
-    EXPECT_EQ(json["nodes"][1]["name"], "A");
-    EXPECT_EQ(json["nodes"][1]["animation"], 0);
-    EXPECT_EQ(json["nodes"][1]["surfaces"], (std::vector<int>{0, 1}));
-    EXPECT_EQ(json["nodes"][1]["cameras"], (std::vector<int>{0}));
-    EXPECT_EQ(json["nodes"][2]["lights"], (std::vector<int>{0}));
-    EXPECT_EQ(json["nodes"][2]["animation"], -1);
-}
-
-TEST(Report, NamesThatAreNotUtf8DoNotBreakJson)
-{
-    Importing::SceneContainer scene = Support::Scene("Root");
-    scene.NodeLibrary[0].SetName("caf\xE9");
-    const auto json = nlohmann::json::parse(InspectionJson("a.obj", scene, Measure(scene), true));
-    EXPECT_EQ(json["nodes"][0]["name"], "caf\xEF\xBF\xBD");
 }
 
 }  // namespace

@@ -17,6 +17,15 @@ TEST(SceneTree, ChildrenAreIndentedAndReferencesAreListed)
               "  (no name)\n");
 }
 
+TEST(SceneTree, EveryNodeTakesOneLine)
+{
+    Importing::SceneContainer scene = Support::Scene("Root( A )");
+    scene.NodeLibrary[1].SetName("two\nlines\x1B[2J");
+    EXPECT_EQ(Sceneprep::TreeText(scene),
+              "Root\n"
+              "  two\\nlines\\x1b[2J\n");
+}
+
 TEST(SceneTree, AnEmptySceneHasNoTree)
 {
     Importing::SceneContainer scene;

@@ -219,7 +219,7 @@ TEST(CompareTest, FindsDroppedTriangles)
     const Appearance before = TakeAppearance(model);
     model.scene->GeometryLibrary[0].IndexArray.resize(3 * 99988);
     EXPECT_THAT(TextsOf(Compare(before, TakeAppearance(model))),
-                ElementsAre(HasSubstr("material without a name: 12 triangles missing, the first at (")));
+                ElementsAre(HasSubstr("material 'Default material': 12 triangles missing, the first at (")));
     model.scene->GeometryLibrary[0].IndexArray.clear();
     EXPECT_THAT(TextsOf(Compare(before, TakeAppearance(model))), ElementsAre(HasSubstr("100000 triangles missing")));
 }

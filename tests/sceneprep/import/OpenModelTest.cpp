@@ -51,7 +51,9 @@ TEST_F(OpenModelTest, ReportsUnreadableFiles)
 {
     EXPECT_THAT([&] { OpenModel(folder_ / "a.glb", progress_); }, ThrowsMessage<ToolError>(HasSubstr("a.glb")));
     EXPECT_THAT([&] { OpenModel(folder_.Write("b.glb", "{"), progress_); },
-                ThrowsMessage<ToolError>(HasSubstr("b.glb: the text is not JSON")));
+                ThrowsMessage<ToolError>(HasSubstr("b.glb: the file is truncated: its JSON")));
+    EXPECT_THAT([&] { OpenModel(folder_.Write("c.glb", "{]"), progress_); },
+                ThrowsMessage<ToolError>(HasSubstr("c.glb: the text is not JSON")));
 }
 
 }  // namespace

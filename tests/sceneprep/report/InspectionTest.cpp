@@ -105,8 +105,8 @@ TEST(Inspection, MeshesAreSortedByBytes)
     EXPECT_EQ(mesh.geometry, 1U);
     EXPECT_EQ(mesh.uses, 1U);
     EXPECT_EQ(inspection.meshes.back().uses, 2U);
-    EXPECT_EQ(mesh.attributes, (std::vector<std::string>{"POSITION", "TEXCOORD_0", "COLOR_0"}));
-    EXPECT_EQ(mesh.bytes, 100 * (12 + 8 + 16) + 30 * 2U);
+    EXPECT_EQ(mesh.attributes, (std::vector<std::string>{"POSITION", "NORMAL", "TEXCOORD_0", "COLOR_0"}));
+    EXPECT_EQ(mesh.bytes, 100 * (12 + 12 + 8 + 16) + 30 * 2U);
 }
 
 TEST(Inspection, MeshesThatAreKeptHaveTheBytesOfTheFile)

@@ -4,7 +4,9 @@
 #include <sceneprep/export/gltf/Placement.h>
 
 #include <algorithm>
-#include <cstring>
+#include <array>
+#include <bit>
+#include <cstdint>
 #include <utility>
 
 namespace Sceneprep::Gltf
@@ -23,7 +25,11 @@ struct Shear
 };
 
 /// Returns whether all bits are equal, those of zeros and NaN included.
-bool IsSameMatrix(const D3DXMATRIX& a, const D3DXMATRIX& b) { return std::memcmp(&a.m, &b.m, sizeof(a.m)) == 0; }
+bool IsSameMatrix(const D3DXMATRIX& a, const D3DXMATRIX& b)
+{
+    using Bits = std::array<std::uint32_t, 16>;
+    return std::bit_cast<Bits>(a) == std::bit_cast<Bits>(b);
+}
 
 /// Returns what the node keeps of the input.
 Json KeptObject(const CarriedNode* carried)

@@ -17,7 +17,7 @@ class GltfAttributes : public testing::Test
 {
 protected:
     /// Sets the four components of every vertex, in two sets.
-    void SetComponents(const std::array<float, 4>& values, int firstSet)
+    void SetComponents(const std::array<float, 4>& values, std::uint64_t firstSet)
     {
         for (Importing::Vertex& vertex : mesh_.VertexArray)
         {

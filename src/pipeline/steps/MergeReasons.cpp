@@ -25,7 +25,6 @@ namespace
 
 using Importing::At;
 using Importing::Geometry;
-using Importing::Node;
 using Importing::SceneContainer;
 using Importing::Surface;
 
@@ -43,10 +42,10 @@ struct DrawCall
 
 enum Rank
 {
-    kAtRoot,
-    kAtAnchor,
-    kFrozen,
-    kFixed
+    AtRoot,
+    AtAnchor,
+    Frozen,
+    Fixed
 };
 
 /// The surfaces of one material that could be merged with each other.
@@ -117,21 +116,21 @@ private:
         const int mesh = record.GetGeometryID();
         const bool hasTriangles = At(scene_.GeometryLibrary, mesh).GetPolySize() == 3;
         const int anchor = At(anchors_.of, node);
-        DrawCall call{node, surface, record.GetMaterialID(), anchor, MergeReason::Other, -1, kAtRoot};
+        DrawCall call{node, surface, record.GetMaterialID(), anchor, MergeReason::Other, -1, AtRoot};
         if (IsSkinned(scene_, surface))
-            std::tie(call.bar, call.rank) = std::pair(MergeReason::Skinned, kFixed);
+            std::tie(call.bar, call.rank) = std::pair(MergeReason::Skinned, Fixed);
         else if (!hasTriangles)
-            std::tie(call.bar, call.rank) = std::pair(MergeReason::PointsOrLines, kFixed);
+            std::tie(call.bar, call.rank) = std::pair(MergeReason::PointsOrLines, Fixed);
         else if (IsPinned(work_.supplement, static_cast<std::size_t>(mesh)))
-            std::tie(call.bar, call.rank) = std::pair(MergeReason::MorphTargets, kFixed);
+            std::tie(call.bar, call.rank) = std::pair(MergeReason::MorphTargets, Fixed);
         else if (frozenTop >= 0)
-            std::tie(call.bar, call.subject, call.rank) = std::tuple(MergeReason::FrozenNode, frozenTop, kFrozen);
+            std::tie(call.bar, call.subject, call.rank) = std::tuple(MergeReason::FrozenNode, frozenTop, Frozen);
         else if (!options_.flatten)
             call.bar = MergeReason::NotFlattened;
         else if (IsShared(work_.supplement, static_cast<std::size_t>(mesh)))
-            std::tie(call.bar, call.rank) = std::pair(MergeReason::SharedMesh, kFixed);
+            std::tie(call.bar, call.rank) = std::pair(MergeReason::SharedMesh, Fixed);
         else if (anchor != scene_.GetRootNodeIndex())
-            std::tie(call.bar, call.subject, call.rank) = std::tuple(ReasonOfAnchor(anchor), anchor, kAtAnchor);
+            std::tie(call.bar, call.subject, call.rank) = std::tuple(ReasonOfAnchor(anchor), anchor, AtAnchor);
         return call;
     }
 
@@ -141,7 +140,7 @@ private:
         return isAnimated && !options_.ignoreAnimation ? MergeReason::AnimatedNode : MergeReason::KeptNode;
     }
 
-    bool IsMergeable(const DrawCall& call) const { return call.rank <= kAtAnchor && options_.flatten; }
+    bool IsMergeable(const DrawCall& call) const { return call.rank <= AtAnchor && options_.flatten; }
 
     void ChooseRepresentatives()
     {

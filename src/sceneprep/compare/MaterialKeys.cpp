@@ -157,7 +157,7 @@ private:
         return ContentDigest(bytes.data(), bytes.size());
     }
 
-    std::optional<fs::path> FindImageFile(std::string reference) const
+    std::optional<fs::path> FindImageFile(const std::string& reference) const
     {
         std::string withSlashes = reference;
         std::replace(withSlashes.begin(), withSlashes.end(), '\\', '/');

@@ -68,6 +68,7 @@ std::string AddLimit(std::string_view text, std::vector<BudgetLimit>& budget)
     if (FindBudget(name) == nullptr)
     {
         std::vector<std::string_view> names;
+        names.reserve(kBudgetNames.size());
         for (const BudgetName& row : kBudgetNames)
             names.push_back(row.name);
         return fmt::format("'{}' is not the name of a limit; allowed are {}", name, fmt::join(names, ", "));

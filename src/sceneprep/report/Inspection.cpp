@@ -50,7 +50,7 @@ void SummarizePrimitive(const CarriedPrimitive& primitive, MeshSummary& mesh)
 
 void SummarizeVertices(Importing::Geometry& geometry, const Pipeline::VertexLayout& layout, MeshSummary& mesh)
 {
-    constexpr std::uint64_t kJointsAndWeights = 4 * 2 + 4 * kFloat;
+    constexpr std::uint64_t kJointsAndWeights = 4 * sizeof(std::uint16_t) + 4 * kFloat;
     constexpr std::size_t kLargestOfShortIndices = 65535;
     std::uint64_t stride = 3 * kFloat;
     mesh.attributes = {"POSITION"};

@@ -116,6 +116,7 @@ std::string VerdictText(const Verdict& verdict, const std::string& subject, cons
 std::vector<std::string> TextsOf(const std::vector<Difference>& differences)
 {
     std::vector<std::string> texts;
+    texts.reserve(differences.size());
     for (const Difference& difference : differences)
         texts.push_back(difference.text);
     return texts;

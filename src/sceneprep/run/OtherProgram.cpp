@@ -33,6 +33,7 @@ constexpr int kSignalBase = 128;
 std::optional<int> RunOtherProgram(const std::vector<std::string>& arguments)
 {
     std::vector<char*> words;
+    words.reserve(arguments.size() + 1);
     for (const std::string& argument : arguments)
         words.push_back(const_cast<char*>(argument.c_str()));  // execvp() does not change them
     words.push_back(nullptr);

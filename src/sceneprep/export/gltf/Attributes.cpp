@@ -29,7 +29,7 @@ std::uint64_t CountSets(const Geometry& geometry)
     return sets;
 }
 
-bool IsFinite(const D3DXVECTOR2& v) { return std::isfinite(v.x) && std::isfinite(v.y); }
+bool IsFiniteUV(const D3DXVECTOR2& v) { return std::isfinite(v.x) && std::isfinite(v.y); }
 
 void WriteTexCoords(Geometry& geometry, std::uint64_t set, const std::string& name, Buffers& buffers,
                     MeshArrays& arrays, MendedValues& mended)
@@ -41,7 +41,7 @@ void WriteTexCoords(Geometry& geometry, std::uint64_t set, const std::string& na
         if (set >= vertex.GetTexCoordCount())
             continue;
         const D3DXVECTOR2 uv = vertex.GetTexCoord(static_cast<int>(set));
-        if (IsFinite(uv))
+        if (IsFiniteUV(uv))
             texCoords[v] = {uv.x, 1 - uv.y};
         else
             ++mended.texCoords;

@@ -15,7 +15,7 @@ namespace
 
 using Importing::At;
 
-constexpr const char* kLights = "KHR_lights_punctual";
+constexpr const char* kPunctualLights = "KHR_lights_punctual";
 
 /// Returns the carried data of a camera or light; null if it was not read from glTF.
 const CarriedObject* CarriedOf(const std::vector<CarriedObject>& objects, int index)
@@ -87,11 +87,11 @@ void NodeObjectWriter::WriteLight(int light, int node, int target)
     const int index = converted ? Append(document_.lights, std::move(*converted))
                                 : AppendCarried(carried->object, model_.carried.lights, document_.lights, lights_);
     const Json& object = EntryAt(document_.nodes, target);
-    const bool isTaken =
-        (object.contains("extensions") && object["extensions"].contains(kLights)) || IsOfOtherNode(carried, node);
+    const bool isTaken = (object.contains("extensions") && object["extensions"].contains(kPunctualLights)) ||
+                         IsOfOtherNode(carried, node);
     const std::string name = carried == nullptr ? source.GetName() : carried->nodeName;
     const int place = Place(PlacementOfLight(source), name, isTaken, target);
-    EntryAt(document_.nodes, place)["extensions"][kLights] = {{"light", index}};
+    EntryAt(document_.nodes, place)["extensions"][kPunctualLights] = {{"light", index}};
 }
 
 /// Returns the node itself if it can hold the camera or light, otherwise a new child.

@@ -229,6 +229,7 @@ std::vector<InstanceGroup> JoinInstances(const Model& model, MeshWriter& meshes,
     }
     const std::vector<int> newIndex = RemoveNodes(isRemoved, plan);
     std::vector<InstanceGroup> groups;
+    groups.reserve(members.size());
     for (Members& group : members)
         groups.push_back({newIndex[group.nodes.front()], std::move(group.transforms)});
     return groups;

@@ -68,7 +68,7 @@ std::string LossesText(const Notes& notes)
     for (const Note& note : notes.All())
     {
         if (!note.loss.empty())
-            text += "  " + note.loss + ": " + note.text + '\n';
+            text += "  " + OneLine(note.loss + ": " + note.text) + '\n';
     }
     return text.empty() ? text : "Lost:\n" + text;
 }

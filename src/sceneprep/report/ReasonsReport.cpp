@@ -72,7 +72,8 @@ Json GroupAsJson(const MergeReasonGroup& group)
 std::string ReasonsText(const MergeReasons& reasons)
 {
     if (reasons.drawCalls == reasons.needed)
-        return fmt::format("{} draw calls, one for each material in use\n", reasons.drawCalls);
+        return fmt::format("{} draw call{}, one for each material in use\n", reasons.drawCalls,
+                           reasons.drawCalls == 1 ? "" : "s");
     std::string text = fmt::format("{} draw calls; {} more than materials need: ", reasons.drawCalls,
                                    reasons.drawCalls - reasons.needed);
     const std::vector<ReasonTotal> totals = TotalsOf(reasons);

@@ -1,6 +1,7 @@
 #include <sceneprep/run/Progress.h>
 
 #include <fmt/format.h>
+#include <sceneprep/run/Error.h>
 
 #include <algorithm>
 #include <utility>
@@ -63,7 +64,7 @@ void Progress::Show(const Notes& notes)
     const std::string shown = shown_;
     Clear();
     for (const Note& note : notes.All())
-        out_ << "note: " << note.text << std::endl;
+        out_ << "note: " << OneLine(note.text) << std::endl;
     if (!shown.empty())
         ShowLine(shown);
 }

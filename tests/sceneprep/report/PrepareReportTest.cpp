@@ -70,7 +70,7 @@ TEST(PrepareReport, TextHasDrawCallsAndSizes)
 TEST(PrepareReport, TextListsLossesByName)
 {
     PrepareReport report = MakeReport();
-    report.notes.AddLoss("cameras", "cameras are dropped", 2);
+    report.notes.AddLoss("cameras", "cameras are\ndropped", 2);
     EXPECT_THAT(ReportText(report), HasSubstr(std::string("Lost:\n  cameras: cameras are dropped (2)\n") + kReasons));
 }
 

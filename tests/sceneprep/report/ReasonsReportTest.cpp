@@ -24,6 +24,7 @@ TEST(ReasonsReport, TextAddsUpMaterials)
               "46 draw calls; 33 more than materials need: 30 below animated node 'rotor', 3 vertex limit\n");
     EXPECT_EQ(ReasonsText({.drawCalls = 13, .needed = 13, .groups = {}}),
               "13 draw calls, one for each material in use\n");
+    EXPECT_EQ(ReasonsText({.drawCalls = 1, .needed = 1, .groups = {}}), "1 draw call, one for each material in use\n");
 }
 
 TEST(ReasonsReport, TextIsOneLineOfLimitedLength)

@@ -34,6 +34,14 @@ TEST(Progress, WithoutATerminalStepsAndNotesArePlainLines)
     EXPECT_EQ(out.str(), "Import ...\nnote: something\n");
 }
 
+TEST(Progress, ANoteIsOneLine)
+{
+    std::ostringstream out;
+    Progress progress(out, false);
+    progress.Show(NoteOn("the clip of 'two\nlines'"));
+    EXPECT_EQ(out.str(), "note: the clip of 'two lines'\n");
+}
+
 TEST(Progress, OnATerminalOneLineIsOverwritten)
 {
     std::ostringstream out;

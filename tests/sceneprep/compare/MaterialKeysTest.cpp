@@ -16,7 +16,7 @@ Model WithMaterial(const TemporaryFolder& folder, const std::string& material, c
 {
     GltfDocument document;
     document.AddTriangle()["material"] = 0;
-    document.json["materials"] = {Json::parse(material)};
+    document.json["materials"] = Json::array({Json::parse(material)});
     document.json["images"] = {{{"uri", image}}};
     document.json["textures"] = {{{"source", 0}}, {{"source", 0}, {"sampler", 0}}};
     document.json["samplers"] = {{{"wrapS", 33071}}};

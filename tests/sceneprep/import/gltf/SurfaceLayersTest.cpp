@@ -56,7 +56,7 @@ std::vector<Importing::Map> LayersOf(const std::string& material)
     GltfDocument document;
     document.AddTriangle()["material"] = 0;
     document.json.update(Json::parse(R"({"images":[{"uri":"a.png"}],"textures":[{"source":0}]})"));
-    document.json["materials"] = {Json::parse(material)};
+    document.json["materials"] = Json::array({Json::parse(material)});
     return document.Read().scene->SurfaceLibrary.at(0).MapList;
 }
 

@@ -9,7 +9,7 @@
 namespace Sceneprep
 {
 
-/// What a command line results in: options to run, or a text to print and the status to exit with.
+/// The result of a command line: options to run, or a text to print and an exit status.
 struct ParsedCommandLine
 {
     std::optional<Options> options;

@@ -6,7 +6,7 @@
 namespace Pipeline
 {
 
-/// The scene that a step works on: the container, and what the host knows in addition to it. Neither is owned.
+/// The scene that a step works on: the container and its supplement. Neither is owned.
 struct WorkScene
 {
     Importing::SceneContainer& container;

@@ -22,7 +22,7 @@ bool IsWrittenFlat(Importing::SceneContainer& scene, const WriteFormat& format);
 /// If the hierarchy is not written, every surface is a child of the root, with the world matrix of its node baked into
 /// its mesh. Meshes that are too large for the format are split.
 ///
-/// In formats that hold skins, joints are bones.
+/// Joints become bones if the format has skins.
 ///
 /// A camera or light is at its node if it is the only one and the name of the node is unique; otherwise it is at a
 /// child. Surfaces without triangles and unreachable nodes are not written.

@@ -10,7 +10,7 @@
 namespace Sceneprep::Gltf
 {
 
-/// What channels of clips can refer to in the document.
+/// The objects of the document that channels of clips can refer to.
 struct ClipTargets
 {
     const WrittenNodes& nodes;
